@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace app {
+
+// Flags of a message box, with the platform's numbers.
+inline constexpr unsigned kMessagePlain = 0;
+inline constexpr unsigned kMessageError = 16;
+inline constexpr unsigned kMessageQuestion = 36;  ///< Yes and No
+inline constexpr unsigned kMessageWarning = 48;
+inline constexpr unsigned kMessageInformation = 64;
+
+inline constexpr int kAnswerOk = 1;
+inline constexpr int kAnswerYes = 6;
+inline constexpr int kAnswerNo = 7;
+
+/// One message as it is put to the user. `id` is the text's id in the language library, 0 for a text that has none.
+struct Message {
+    std::uint32_t id = 0;
+    std::string text;
+    unsigned flags = kMessagePlain;
+    std::string title;
+};
+
+/// The way to the user: message boxes and prompts. One stands behind it at a time: the windows' own, or one that
+/// records (tests, tools).
+class MessageDoor {
+  public:
+    virtual ~MessageDoor() = default;
+
+    /// Shows a message and waits; answers the button pressed (kAnswer...).
+    virtual int Show(const Message& message) = 0;
+
+    /// Shows a message of a kind that may come many times, with a second button that takes the rest of its kind all at
+    /// once. True when the user chose that.
+    virtual bool ShowOfferingRest(const Message& message) = 0;
+
+    /// Asks for one line of text; nothing when the user cancels. `hidden` masks what is typed.
+    virtual std::optional<std::string> Ask(const std::string& prompt, const std::string& caption, bool hidden) = 0;
+};
+
+/// The door in use; there is always one (at first one that shows nothing and answers OK, Yes or nothing).
+MessageDoor& Messages();
+
+/// Puts another door in place and returns the one before. The caller keeps ownership and outlives its use.
+MessageDoor* SetMessages(MessageDoor* door);
+
+/// Shows the language text `id`, owner's name put in, under the title text `titleId`.
+int ShowText(std::uint32_t id, std::uint32_t titleId, unsigned flags);
+
+/// Shows "Error: " and a description under the title text 301.
+void ShowError(const std::string& description);
+
+} // namespace app

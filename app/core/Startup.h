@@ -1,0 +1,32 @@
+#pragma once
+
+namespace app {
+
+/// How the first half of start-up ended.
+enum class StartupOutcome {
+    kRun,          ///< go on with the splash window
+    kSecondCopy,   ///< another copy runs: end silently
+    kStopped,      ///< one of the three start-up messages was shown
+    kFailed,       ///< an unexpected error: end silently
+};
+
+/// Start-up up to the splash window: previous instance, settings file, language and character set with their checks,
+/// both text libraries, the owner's name. Messages go through the message door.
+StartupOutcome RunStartup();
+
+/// The orderly stop: frees both text libraries. The caller ends the process.
+void StartupShutdown();
+
+/// What GetOsVersion answers: the version, and whether skins are allowed (5.1 and 5.2 only).
+struct OsVersion {
+    unsigned major = 0;
+    unsigned minor = 0;
+    bool skinAllowed = false;
+};
+
+OsVersion GetOsVersion();
+
+/// Sets SkinAllowed and, when skins are allowed and one is named, SkinFilePath.
+void PrepareSkin();
+
+} // namespace app

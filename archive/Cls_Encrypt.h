@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+namespace archive {
+
+/// Decryption of the traditional encryption of the ZIP application note (section 6.1).
+class Cls_Encrypt {
+  public:
+    /// Sets the keys from the password, a text whose characters count as their ANSI bytes, and decrypts the first 12
+    /// bytes of `data` in place. `data` must hold at least 12.
+    void ZipPrepareKey(std::span<std::uint8_t> data, std::string_view password);
+
+    /// Decrypts `data` in place, going on from the present keys.
+    void ZipDecryptArray(std::span<std::uint8_t> data);
+
+  private:
+    void UpdateKeys(std::uint8_t byte);
+    std::uint8_t DecryptByte() const;
+
+    std::uint32_t key0_ = 0;
+    std::uint32_t key1_ = 0;
+    std::uint32_t key2_ = 0;
+};
+
+} // namespace archive

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+
+namespace archive {
+
+/// Told of the progress of an extraction. The ZIP dialog stands behind it.
+class ExtractionObserver {
+  public:
+    virtual ~ExtractionObserver() = default;
+
+    /// Entry `entry` (from 1) of `count`, selected or not, has been dealt with. The observer shows the progress and
+    /// lets window messages run. Answers false to end the extraction here; what is written stays whole.
+    virtual bool EntryDone(std::int32_t entry, std::int32_t count) = 0;
+};
+
+/// The observer in use, or null.
+ExtractionObserver* Observer();
+
+/// Puts another observer (or none) in place and returns the one before. The caller keeps ownership.
+ExtractionObserver* SetObserver(ExtractionObserver* observer);
+
+} // namespace archive

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+/// Number of the system ANSI code page: 65001 under a UTF-8 locale, else the Windows code-page number.
+/// On Linux `PELLARION_ANSI_CODEPAGE` overrides it.
+int AnsiCodePage();
+
+/// Chooses the legacy page that stands in for stored bytes that are not UTF-8 while the ANSI code page is
+/// UTF-8. `charset` is a font character-set number (0 = Western, 134 = simplified Chinese, 204 = Cyrillic, ...).
+void SetLegacyCharset(int charset);
+
+/// Stored ANSI bytes as UTF-8. Every byte sequence gives a text: bytes without a meaning become "?" (U+003F).
+/// NUL bytes are kept.
+std::string AnsiToUtf8(std::string_view bytes);
+
+/// Text as ANSI bytes; a character that the code page lacks becomes "?".
+std::string Utf8ToAnsi(std::string_view text);
+
+/// Whether `text` is valid UTF-8 and survives the way to the ANSI code page and back.
+bool IsAnsiRepresentable(std::string_view text);
+
+/// `text` without what follows its first `maxAnsiBytes` ANSI bytes; no character is split.
+std::string CutToAnsiBytes(std::string_view text, std::size_t maxAnsiBytes);
+
+} // namespace platform

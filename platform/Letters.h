@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+/// UTF-8 text with every letter in upper case, one code point for one (no "ß" to "SS"), as file names are
+/// compared. Bytes that are not UTF-8 are kept.
+std::string ToUpper(std::string_view text);
+
+/// The same in lower case.
+std::string ToLower(std::string_view text);
+
+/// Orders two UTF-8 texts without regard to letter case: negative, 0 or positive.
+int CompareNoCase(std::string_view left, std::string_view right);
+
+bool EqualsNoCase(std::string_view left, std::string_view right);
+bool StartsWithNoCase(std::string_view text, std::string_view prefix);
+bool EndsWithNoCase(std::string_view text, std::string_view suffix);
+
+/// `text` with every occurrence of `what` (not empty), in any letter case, replaced by `with`.
+std::string ReplaceNoCase(std::string_view text, std::string_view what, std::string_view with);
+
+} // namespace platform

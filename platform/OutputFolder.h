@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/SystemError.h"
+#include "platform/Times.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+/// Times given to a file that is written, all UTC.
+struct FileTimes {
+    FileTime creation;
+    FileTime lastAccess;
+    FileTime lastWrite;
+};
+
+/// An open folder into which files are written and folders made. It stands for the folder itself, not for its path:
+/// the path is walked once, and a later change of the path does not lead writes astray.
+class OutputFolder {
+  public:
+    virtual ~OutputFolder() = default;
+
+    /// Writes a whole file. `name` is one path component, taken in its exact letter case. A file or link of that
+    /// name is replaced, and only once the new file is complete; after a failure what was there is still there and
+    /// nothing else is left behind. A folder of that name is a failure. Without `times` the file keeps the time of
+    /// writing; times that cannot be set are no failure.
+    virtual SystemError WriteFile(std::string_view name, std::span<const std::uint8_t> data,
+                                  const std::optional<FileTimes>& times) = 0;
+
+    /// Opens the folder `name` (one path component, exact first, then without regard to case) inside this one, making
+    /// it when nothing of that name is there. A link is not followed. Returns null and sets `error` on failure.
+    virtual std::unique_ptr<OutputFolder> OpenOrCreate(std::string_view name, SystemError& error) = 0;
+
+    /// Opens an existing folder by path. Returns null and sets `error` on failure.
+    static std::unique_ptr<OutputFolder> Open(const std::string& path, SystemError& error);
+};
+
+} // namespace platform

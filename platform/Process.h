@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace platform {
+
+/// Whether another copy of this program, of the same user, runs already. The first call claims the place of the
+/// running copy for this process until it ends, however it ends.
+bool PreviousInstanceRuns();
+
+/// The platform's administrator test.
+bool IsNTAdmin();
+
+/// What the operating system's version query reports.
+struct VersionRecord {
+    std::uint32_t major = 0;
+    std::uint32_t minor = 0;
+    std::uint32_t platformId = 0;  ///< 2 = the NT family, 0 = another system
+};
+
+VersionRecord GetVersionRecord();
+
+/// The folder that holds the program file, without a last backslash, in this program's form of a path.
+std::string ProgramFolder();
+
+/// A string of the program's own string table: 998 the product's display name, 1000 the address of the support
+/// page; empty for any other id.
+std::string ProgramString(std::uint32_t id);
+
+} // namespace platform
