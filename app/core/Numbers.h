@@ -8,8 +8,8 @@
 namespace app {
 
 /// Decimal text as a whole number, rounded to the nearest, a value exactly halfway to the even neighbour
-/// ("799.93" is 800, "2000.5" is 2000). A decimal point and a decimal comma both serve. Nothing when the text is
-/// not a number or does not fit in 32 bits.
+/// ("799.93" is 800, "2000.5" is 2000). A decimal point and a decimal comma both serve. Nothing when the text
+/// is not a number or does not fit in 32 bits.
 std::optional<std::int32_t> WholeNumber(std::string_view text);
 
 /// A value rounded to the nearest whole number, halves to the even neighbour.

@@ -1,17 +1,19 @@
 #pragma once
 
+#include "platform/Process.h"
+
 namespace app {
 
 /// How the first half of start-up ended.
 enum class StartupOutcome {
-    kRun,          ///< go on with the splash window
-    kSecondCopy,   ///< another copy runs: end silently
-    kStopped,      ///< one of the three start-up messages was shown
-    kFailed,       ///< an unexpected error: end silently
+    kRun,        ///< go on with the splash window
+    kSecondCopy, ///< another copy runs: end silently
+    kStopped,    ///< one of the three start-up messages was shown
+    kFailed,     ///< an unexpected error: end silently
 };
 
-/// Start-up up to the splash window: previous instance, settings file, language and character set with their checks,
-/// both text libraries, the owner's name. Messages go through the message door.
+/// Start-up up to the splash window: previous instance, settings file, language and character set with their
+/// checks, both text libraries, the owner's name. Messages go through the message door.
 StartupOutcome RunStartup();
 
 /// The orderly stop: frees both text libraries. The caller ends the process.
@@ -25,6 +27,10 @@ struct OsVersion {
 };
 
 OsVersion GetOsVersion();
+
+/// The same for a version record. Versions 5.1 and 5.2 mean those of the NT family (platform id 2): the 5.1
+/// of another system's kernel has nothing to do with them.
+OsVersion OsVersionFrom(const platform::VersionRecord& record);
 
 /// Sets SkinAllowed and, when skins are allowed and one is named, SkinFilePath.
 void PrepareSkin();

@@ -6,8 +6,8 @@
 
 namespace app {
 
-/// Copies the language library to the working folder on the fixed drive and loads the copy. A failure is shown as
-/// "Error: " with the system's description; every text of the library is empty then.
+/// Copies the language library to the working folder on the fixed drive and loads the copy. A failure is
+/// shown as "Error: " with the system's description; every text of the library is empty then.
 void LoadLanguageLibrary();
 void LoadExtraTextLibrary();
 

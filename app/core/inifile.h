@@ -9,7 +9,8 @@ std::string ReadIni(const std::string& section, const std::string& key, const st
                     const std::string& file);
 
 /// Sets `key`; a failure (a read-only drive) is silent and leaves the old values. Always true.
-bool WriteIni(const std::string& section, const std::string& key, const std::string& value, const std::string& file);
+bool WriteIni(const std::string& section, const std::string& key, const std::string& value,
+              const std::string& file);
 
 /// Full path of the settings file in the program folder.
 std::string SettingsFilePath();
