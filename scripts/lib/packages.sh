@@ -1,0 +1,55 @@
+# shellcheck shell=bash
+# The Debian packages that each purpose needs, and one way to get them. Nothing that is installed is touched, and
+# the network is not asked for anything while nothing is missing.
+# shellcheck disable=SC2034  # the lists are read by the name of their purpose
+
+# The program: compiler, build tools, Qt with its X11 platform, and the resource compiler of the text libraries.
+PACKAGES_build=(g++ cmake ninja-build ccache binutils-mingw-w64-x86-64 qt6-base-dev python3)
+
+# Making archives, for tests and for the demo stick.
+PACKAGES_archivers=(zip unzip 7zip gcab cabextract)
+
+# The tests and the checks of the sources.
+PACKAGES_test=("${PACKAGES_build[@]}" "${PACKAGES_archivers[@]}" libgtest-dev zlib1g-dev git clang clang-format
+    clang-tidy libclang-rt-14-dev shellcheck fonts-dejavu-core)
+
+# Fuzzing alone.
+PACKAGES_fuzz=(cmake ninja-build ccache binutils-mingw-w64-x86-64 clang libclang-rt-14-dev llvm python3 zip 7zip)
+
+# Our figures beside those of other unpackers.
+PACKAGES_bench=("${PACKAGES_build[@]}" "${PACKAGES_archivers[@]}" libgtest-dev zlib1g-dev libbenchmark-dev)
+
+# Running the program on the demo stick.
+PACKAGES_run=("${PACKAGES_build[@]}" "${PACKAGES_archivers[@]}" fonts-dejavu-core)
+
+# Driving the program on a display of its own: the server, a window manager, real input, the accessibility bus
+# that finds its controls, and screenshots.
+PACKAGES_tour=("${PACKAGES_run[@]}" xvfb openbox xdotool x11-utils imagemagick dbus at-spi2-core gir1.2-atspi-2.0
+    python3-gi)
+
+# is_installed PACKAGE
+is_installed() {
+    [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
+}
+
+# need_packages PURPOSE...: installs what those purposes lack.
+need_packages() {
+    local purpose package
+    local -A missing=()
+    command -v dpkg-query >/dev/null || {
+        warn "no dpkg here: the packages of '$*' are taken to be there"
+        return 0
+    }
+    for purpose in "$@"; do
+        local -n list="PACKAGES_$purpose"
+        for package in "${list[@]}"; do
+            is_installed "$package" || missing[$package]=1
+        done
+    done
+    [ ${#missing[@]} -eq 0 ] && return 0
+    local -a names
+    mapfile -t names < <(printf '%s\n' "${!missing[@]}" | sort)
+    say "Installing what is missing: ${names[*]}"
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get update -q
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends "${names[@]}"
+}
