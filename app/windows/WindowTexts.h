@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace app {
+
+/// Text of the layers below the windows as a window shows it, and back.
+QString ToWindow(std::string_view text);
+std::string FromWindow(const QString& text);
+
+/// A text of the language library, or of the second text library, for a window.
+QString WindowText(std::uint32_t id);
+QString ExtraWindowText(std::uint32_t id);
+
+/// `caption` with its ampersands doubled, for the places where a single one would mark a letter.
+QString WithoutMnemonics(QString caption);
+
+} // namespace app

@@ -1,0 +1,86 @@
+#include "app/windows/frmprogress.h"
+
+#include "app/core/Messages.h"
+#include "app/core/Texts.h"
+#include "app/windows/Fonts.h"
+#include "app/windows/WindowTexts.h"
+#include "app/windows/Yield.h"
+
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QScreen>
+#include <QVBoxLayout>
+
+namespace app {
+
+namespace {
+
+constexpr std::uint32_t kTitleText = 302;
+constexpr std::uint32_t kCaptionText = 500;
+constexpr int kIconSize = 64;
+constexpr int kMargin = 28;
+constexpr int kGap = 20;
+constexpr int kTextWidth = 300;
+constexpr int kTitlePoints = 18;
+
+} // namespace
+
+frmprogress::frmprogress() : QWidget(nullptr, Qt::SplashScreen | Qt::FramelessWindowHint) {
+    setObjectName(QStringLiteral("frmprogress"));
+    setBackgroundRole(QPalette::Base);
+    setAutoFillBackground(true);
+
+    auto* icon = new QLabel(this);
+    icon->setPixmap(QApplication::windowIcon().pixmap(QSize(kIconSize, kIconSize), devicePixelRatioF()));
+    icon->setFixedSize(kIconSize, kIconSize);
+
+    title_ = new QLabel(this);
+    title_->setObjectName(QStringLiteral("Label1"));
+    title_->setTextFormat(Qt::PlainText);
+    title_->setProperty("keepsFontSize", true);
+    QFont large = title_->font();
+    large.setPointSize(kTitlePoints);
+    large.setWeight(QFont::DemiBold);
+    title_->setFont(large);
+
+    caption_ = new QLabel(this);
+    caption_->setObjectName(QStringLiteral("lbcaption"));
+    caption_->setTextFormat(Qt::PlainText);
+    caption_->setWordWrap(true);
+    caption_->setMinimumWidth(kTextWidth);
+    caption_->setText(QStringLiteral("Please wait while Pellarion is loading the application ....."));
+
+    auto* texts = new QVBoxLayout;
+    texts->setSpacing(kGap / 3);
+    texts->addStretch();
+    texts->addWidget(title_);
+    texts->addWidget(caption_);
+    texts->addStretch();
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    row->setSpacing(kGap);
+    row->addWidget(icon);
+    row->addLayout(texts, 1);
+}
+
+void frmprogress::ApplyTexts() {
+    setWindowTitle(WindowText(kTitleText));
+    title_->setText(ToWindow(ProgramTitle()));
+    caption_->setText(ToWindow(WithUserName(LoadText(kCaptionText))));
+    setAccessibleName(windowTitle());
+    ApplyFonts(this);
+}
+
+void frmprogress::ShowNow() {
+    ApplyTexts();
+    adjustSize();
+    const QRect screenArea = screen()->availableGeometry();
+    move(screenArea.center() - rect().center());
+    show();
+    YieldNow();
+    repaint();
+    YieldNow();
+}
+
+} // namespace app

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QWidget>
+
+class QLabel;
+
+namespace app {
+
+/// The splash window that stands while start-up finishes.
+class frmprogress : public QWidget {
+    Q_OBJECT
+
+  public:
+    frmprogress();
+
+    /// Sets the texts, shows the window in the middle of the screen and paints it at once.
+    void ShowNow();
+
+  private:
+    void ApplyTexts();
+
+    QLabel* title_;
+    QLabel* caption_;
+};
+
+} // namespace app
