@@ -33,8 +33,11 @@ class OutputFolder {
                                   const std::optional<FileTimes>& times) = 0;
 
     /// Opens the folder `name` (one path component, exact first, then without regard to case) inside this one, making
-    /// it when nothing of that name is there. A link is not followed. Returns null and sets `error` on failure.
-    virtual std::unique_ptr<OutputFolder> OpenOrCreate(std::string_view name, SystemError& error) = 0;
+    /// it, as `nameWhenMade`, when nothing of that name is there. A link is not followed. Returns null and sets `error`
+    /// on failure. Making many folders inside one costs no listing of it for each: what an open folder holds is
+    /// listed at most once.
+    virtual std::unique_ptr<OutputFolder> OpenOrCreate(std::string_view name, std::string_view nameWhenMade,
+                                                       SystemError& error) = 0;
 
     /// Opens an existing folder by path. Returns null and sets `error` on failure.
     static std::unique_ptr<OutputFolder> Open(const std::string& path, SystemError& error);
