@@ -1,0 +1,54 @@
+#include "Crc32Kernels.h"
+
+#include <bit>
+#include <cstring>
+
+namespace archive {
+
+namespace {
+
+constexpr std::size_t kSlices = 8;
+using SliceTables = std::array<std::array<std::uint32_t, 256>, kSlices>;
+
+/// Table k gives the effect of a byte that k further zero bytes follow, so that eight bytes take eight
+/// independent look-ups.
+constexpr SliceTables MakeSliceTables() {
+    SliceTables tables{};
+    tables[0] = kCrc32Table;
+    for (std::size_t k = 1; k < kSlices; k++)
+        for (std::size_t n = 0; n < 256; n++)
+            tables[k][n] = Crc32Step(tables[k - 1][n], 0);
+    return tables;
+}
+
+constexpr SliceTables kSliceTables = MakeSliceTables();
+
+std::uint32_t LoadLittle32(const std::uint8_t* bytes) {
+    return static_cast<std::uint32_t>(bytes[0]) | static_cast<std::uint32_t>(bytes[1]) << 8 |
+           static_cast<std::uint32_t>(bytes[2]) << 16 | static_cast<std::uint32_t>(bytes[3]) << 24;
+}
+
+std::uint32_t UpdatePortable(std::uint32_t crc, const std::uint8_t* data, std::size_t size) {
+    for (; size >= kSlices; data += kSlices, size -= kSlices) {
+        const std::uint32_t low = LoadLittle32(data) ^ crc;
+        const std::uint32_t high = LoadLittle32(data + 4);
+        crc = kSliceTables[7][low & 0xFF] ^ kSliceTables[6][(low >> 8) & 0xFF] ^
+              kSliceTables[5][(low >> 16) & 0xFF] ^ kSliceTables[4][low >> 24] ^
+              kSliceTables[3][high & 0xFF] ^ kSliceTables[2][(high >> 8) & 0xFF] ^
+              kSliceTables[1][(high >> 16) & 0xFF] ^ kSliceTables[0][high >> 24];
+    }
+    for (; size != 0; data++, size--)
+        crc = Crc32Step(crc, *data);
+    return crc;
+}
+
+constexpr Crc32Kernel kPortable{"portable", UpdatePortable};
+
+} // namespace
+
+const std::vector<const Crc32Kernel*>& Crc32Kernels() {
+    static const std::vector<const Crc32Kernel*> kernels{&kPortable};
+    return kernels;
+}
+
+} // namespace archive
