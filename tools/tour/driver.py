@@ -1,0 +1,289 @@
+"""Drives a program on a display of its own, the way a person does: it looks through the accessibility bus, acts by
+real mouse and keyboard events, and waits for conditions, never for time to pass.
+
+Needs DISPLAY and a session bus of its own (see scripts/tour).
+"""
+
+import os
+import subprocess
+import sys
+import time
+from pathlib import Path
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi, GLib  # noqa: E402
+
+PATIENCE = 30.0
+
+
+class Failure(Exception):
+    """A check that did not hold, or something that did not come in time."""
+
+
+def wait_for(what, condition, patience=PATIENCE):
+    """Asks `condition` again until its answer is true, and returns that answer."""
+    end = time.monotonic() + patience
+    while True:
+        answer = condition()
+        if answer:
+            return answer
+        if time.monotonic() > end:
+            raise Failure(f"waited {patience:.0f} s in vain for {what}")
+        time.sleep(0.03)
+
+
+def xdotool(*arguments):
+    subprocess.run(["xdotool", *map(str, arguments)], check=True, stdout=subprocess.DEVNULL)
+
+
+def press(*keys):
+    """Keys by their X names, such as "Escape", "alt+F4"."""
+    xdotool("key", "--clearmodifiers", *keys)
+
+
+def write(text):
+    xdotool("type", "--clearmodifiers", "--delay", "5", "--", text)
+
+
+class Node:
+    """One control, as the accessibility bus tells of it."""
+
+    def __init__(self, program, accessible):
+        self.program = program
+        self.accessible = accessible
+
+    def _ask(self, question, otherwise):
+        try:
+            return question()
+        except GLib.Error:  # gone meanwhile
+            return otherwise
+
+    @property
+    def role(self):
+        return self._ask(self.accessible.get_role_name, "")
+
+    @property
+    def name(self):
+        return self._ask(self.accessible.get_name, "") or ""
+
+    def has(self, state):
+        """Whether it has a state such as "showing", "selected", "checked", "enabled"."""
+        wanted = getattr(Atspi.StateType, state.upper())
+        return self._ask(lambda: self.accessible.get_state_set().contains(wanted), False)
+
+    @property
+    def children(self):
+        count = self._ask(self.accessible.get_child_count, 0)
+        found = [self._ask(lambda i=i: self.accessible.get_child_at_index(i), None) for i in range(count)]
+        return [Node(self.program, child) for child in found if child]
+
+    @property
+    def rectangle(self):
+        """Left, top, width and height in pixels of the screen; empty when it is not on it."""
+        if "Component" not in self.accessible.get_interfaces():
+            return 0, 0, 0, 0
+        area = self._ask(lambda: self.accessible.get_extents(Atspi.CoordType.SCREEN), None)
+        if area is None:
+            return 0, 0, 0, 0
+        return tuple(round(value * self.program.scale) for value in (area.x, area.y, area.width, area.height))
+
+    @property
+    def text(self):
+        """The text of an edit field or label; the name where there is no more than that."""
+        if "Text" not in self.accessible.get_interfaces():
+            return self.name
+        return self._ask(lambda: Atspi.Text.get_text(self.accessible, 0, -1), "")
+
+    def find(self, role=None, name=None):
+        """The first visible control below with that role and that name; None when there is none."""
+        return next(self.find_all(role, name), None)
+
+    def find_all(self, role=None, name=None, depth=12):
+        for child in self.children:
+            if (role is None or child.role == role) and (name is None or child.name == name) and child.has("showing"):
+                yield child
+            if depth and child.role not in ("table", "tree", "tree table"):
+                yield from child.find_all(role, name, depth - 1)
+
+    def get(self, role=None, name=None):
+        """As find, but waits for it."""
+        return wait_for(f"{role or 'a control'} {name or ''!r}", lambda: self.find(role, name))
+
+    def texts(self):
+        """All that can be read below: names of labels and buttons."""
+        return [child.name for child in self.find_all() if child.name]
+
+    # The mouse.
+
+    def _move(self, at=(0.5, 0.5)):
+        left, top, width, height = self.rectangle
+        if width <= 0 or height <= 0:
+            raise Failure(f"{self.role} {self.name!r} is not on the screen")
+        xdotool("mousemove", left + int(width * at[0]), top + int(height * at[1]))
+
+    def click(self, button=1, at=(0.5, 0.5), holding=None):
+        self._move(at)
+        if holding:
+            xdotool("keydown", holding, "click", button, "keyup", holding)
+        else:
+            xdotool("click", button)
+
+    def double_click(self, at=(0.5, 0.5)):
+        self._move(at)
+        xdotool("click", "--repeat", "2", "--delay", "60", "1")
+
+    # Tables and trees.
+
+    @property
+    def rows(self):
+        return self._ask(lambda: Atspi.Table.get_n_rows(self.accessible), 0)
+
+    def cell(self, row, column=0):
+        cell = self._ask(lambda: Atspi.Table.get_accessible_at(self.accessible, row, column), None)
+        return Node(self.program, cell) if cell else None
+
+    def column(self, number=0, limit=100_000):
+        """The texts of a column, from the top."""
+        cells = (self.cell(row, number) for row in range(min(self.rows, limit)))
+        return [cell.name if cell else "" for cell in cells]
+
+    def row_of(self, text, column=0):
+        """The cell with that text in a column; None when no row has it."""
+        for row in range(self.rows):
+            cell = self.cell(row, column)
+            if cell and cell.name == text:
+                return cell
+        return None
+
+    def get_row(self, text, column=0):
+        return wait_for(f"the row {text!r}", lambda: self.row_of(text, column))
+
+    def header(self, name):
+        return next((child for child in self.children if "header" in child.role and child.name == name), None)
+
+
+class Program:
+    """A running program and what can be seen of it."""
+
+    def __init__(self, command, environment=None, scale=1.0):
+        Atspi.get_desktop(0).get_child_count()  # the bus answers before the program looks for it
+        self.scale = scale
+        extra = {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "QT_QPA_PLATFORM": "xcb"}
+        if scale != 1.0:
+            extra["QT_SCALE_FACTOR"] = str(scale)
+        self.process = subprocess.Popen(
+            [str(part) for part in command], env={**os.environ, **extra, **(environment or {})}, stdin=subprocess.DEVNULL
+        )
+        self._root = None
+
+    @property
+    def alive(self):
+        return self.process.poll() is None
+
+    @property
+    def root(self):
+        """The program on the bus; None before it has come there."""
+        if self._root is None:
+            desktop = Atspi.get_desktop(0)
+            for i in range(desktop.get_child_count()):
+                application = desktop.get_child_at_index(i)
+                try:
+                    if application and application.get_process_id() == self.process.pid:
+                        Atspi.Accessible.set_cache_mask(application, Atspi.Cache.NONE)
+                        self._root = Node(self, application)
+                except GLib.Error:  # another one that just ended
+                    pass
+        return self._root
+
+    def windows(self):
+        """The windows that are on the screen."""
+        if not self.alive or not self.root:
+            return []
+        return [window for window in self.root.children if window.has("showing") and window.rectangle[2] > 0]
+
+    def window(self, name=None, role=None):
+        """Waits for a window with that title or role."""
+
+        def look():
+            if not self.alive:
+                raise Failure(f"the program ended (status {self.process.returncode}) where the window {name!r} was due")
+            for window in self.windows():
+                if (name is None or window.name == name) and (role is None or window.role == role):
+                    return window
+            return None
+
+        return wait_for(f"the window {name or role!r}", look)
+
+    def is_shown(self, name):
+        return any(window.name == name for window in self.windows())
+
+    def ended(self, patience=PATIENCE):
+        """Waits for the program's end and returns its exit status."""
+        wait_for("the program's end", lambda: not self.alive, patience)
+        return self.process.returncode
+
+    def kill(self):
+        if self.alive:
+            self.process.kill()
+            self.process.wait()
+
+
+def screenshot(path, windows):
+    """A picture of the part of the screen that those windows and their frames take."""
+    Path(path).parent.mkdir(parents=True, exist_ok=True)
+    rectangles = [window.rectangle for window in windows]
+    if not rectangles:
+        crop = []
+    else:
+        left = max(0, min(r[0] for r in rectangles) - 8)
+        top = max(0, min(r[1] for r in rectangles) - 30)
+        right = max(r[0] + r[2] for r in rectangles) + 8
+        bottom = max(r[1] + r[3] for r in rectangles) + 8
+        crop = ["-crop", f"{right - left}x{bottom - top}+{left}+{top}", "+repage"]
+    subprocess.run(["import", "-silent", "-window", "root", *crop, str(path)], check=True)
+
+
+class Report:
+    """Prints each step with what was checked; remembers whether anything failed."""
+
+    def __init__(self, folder):
+        self.folder = Path(folder)
+        self.passed = 0
+        self.failures = []
+        self.pictures = 0
+
+    def step(self, title):
+        print(f"\n{title}", flush=True)
+
+    def check(self, holds, what):
+        if holds:
+            self.passed += 1
+            print(f"  ok      {what}", flush=True)
+        else:
+            self.failures.append(what)
+            print(f"  FAILED  {what}", flush=True)
+        return bool(holds)
+
+    def equal(self, got, wanted, what):
+        if not self.check(got == wanted, what):
+            print(f"          wanted {wanted!r}\n          got    {got!r}", flush=True)
+
+    def picture(self, program, name, windows=None):
+        self.pictures += 1
+        path = self.folder / f"{self.pictures:02}-{name}.png"
+        screenshot(path, windows or program.windows())
+        print(f"  picture {path.name}", flush=True)
+        return path
+
+    def close(self):
+        print(f"\n{self.passed} passed, {len(self.failures)} failed", flush=True)
+        return 1 if self.failures or not self.passed else 0
+
+
+def start_bus():
+    if not os.environ.get("DISPLAY") or not os.environ.get("DBUS_SESSION_BUS_ADDRESS"):
+        sys.exit("the tour needs a display and a session bus of its own: run scripts/tour")
+    Atspi.init()
+    Atspi.set_timeout(15000, 30000)
