@@ -1,0 +1,72 @@
+#include "platform/CodePage.h"
+
+#include "CodePageText.h"
+#include "LegacyCharset.h"
+#include "Utf8.h"
+
+namespace platform {
+namespace {
+
+int legacyCodePage = 1252;
+
+/// UTF-8 text with "?" for every byte that is not part of a well-formed sequence.
+std::string Cleaned(std::string_view text) {
+    std::string result;
+    result.reserve(text.size());
+    for (std::size_t position = 0; position < text.size();) {
+        const std::size_t start = position;
+        if (NextCodePoint(text, position) == kNotUtf8)
+            result.push_back('?');
+        else
+            result.append(text, start, position - start);
+    }
+    return result;
+}
+
+} // namespace
+
+void SetLegacyCharset(int charset) {
+    legacyCodePage = CodePageOfCharset(charset);
+}
+
+std::string AnsiToUtf8(std::string_view bytes) {
+    if (AsciiPrefix(bytes) == bytes.size())
+        return std::string(bytes);
+    const int codePage = AnsiCodePage();
+    if (codePage != kUtf8CodePage)
+        return LegacyToUtf8(codePage, bytes);
+    return IsUtf8(bytes) ? std::string(bytes) : LegacyToUtf8(legacyCodePage, bytes);
+}
+
+std::string Utf8ToAnsi(std::string_view text) {
+    if (AsciiPrefix(text) == text.size())
+        return std::string(text);
+    const int codePage = AnsiCodePage();
+    return codePage == kUtf8CodePage ? Cleaned(text) : Utf8ToLegacy(codePage, text);
+}
+
+bool IsAnsiRepresentable(std::string_view text) {
+    if (AsciiPrefix(text) == text.size())
+        return true;
+    if (!IsUtf8(text))
+        return false;
+    const int codePage = AnsiCodePage();
+    return codePage == kUtf8CodePage || LegacyToUtf8(codePage, Utf8ToLegacy(codePage, text)) == text;
+}
+
+std::string CutToAnsiBytes(std::string_view text, std::size_t maxAnsiBytes) {
+    if (AsciiPrefix(text) == text.size())
+        return std::string(text.substr(0, maxAnsiBytes));
+    std::size_t used = 0;
+    std::size_t position = 0;
+    while (position < text.size()) {
+        const std::size_t start = position;
+        NextCodePoint(text, position);
+        used += Utf8ToAnsi(text.substr(start, position - start)).size();
+        if (used > maxAnsiBytes)
+            return std::string(text.substr(0, start));
+    }
+    return std::string(text);
+}
+
+} // namespace platform

@@ -1,0 +1,68 @@
+#include "HostError.h"
+#include "HostFile.h"
+#include "Replacement.h"
+#include "platform/Files.h"
+#include "platform/HostPath.h"
+
+#include <cerrno>
+#include <sys/stat.h>
+#include <vector>
+
+namespace platform {
+namespace {
+
+constexpr std::size_t kBlock = 1U << 20;
+
+SystemError CopyContent(const HostFile& from, const HostFile& to) {
+    std::vector<std::uint8_t> block(kBlock);
+    std::size_t count = block.size();
+    while (count == block.size()) {
+        if (const SystemError error = ReadFully(from, block, count))
+            return error;
+        if (const SystemError error = WriteFully(to, {block.data(), count}))
+            return error;
+    }
+    return {};
+}
+
+bool IsSameFile(const struct stat& status, const std::string& hostPath) {
+    struct stat other {};
+
+    return ::stat(hostPath.c_str(), &other) == 0 && other.st_dev == status.st_dev &&
+           other.st_ino == status.st_ino;
+}
+
+} // namespace
+
+SystemError CopyFile(const std::string& from, const std::string& to) {
+    const std::string source = HostPathOf(from);
+    const std::string target = HostPathOf(to);
+    if (source.empty() || target.empty())
+        return {kErrorPathNotFound};
+    SystemError error;
+    const HostFile file = OpenForReading(source, error);
+
+    struct stat status {};
+
+    if (error)
+        return error;
+    if (::fstat(file.Descriptor(), &status) != 0)
+        return ErrorFromErrno(errno);
+    if (IsSameFile(status, target))
+        return {kErrorSharingViolation};
+    Replacement replacement(target);
+    if (replacement.Error())
+        return replacement.Error();
+    if ((error = CopyContent(file, replacement.File())))
+        return error;
+    // The copy is as old as its source, but always the user's own to change: a copy from a write-protected
+    // medium must not be protected itself. Media that keep neither are no failure.
+    const timespec times[] = {status.st_atim, status.st_mtim};
+    if (::futimens(replacement.File().Descriptor(), times) != 0)
+        errno = 0;
+    if (::fchmod(replacement.File().Descriptor(), (status.st_mode & 0777) | S_IWUSR) != 0)
+        errno = 0;
+    return replacement.Commit();
+}
+
+} // namespace platform

@@ -1,0 +1,27 @@
+#include "HostAttributes.h"
+
+#include "platform/Files.h"
+
+namespace platform {
+namespace {
+
+bool NobodyMayWrite(const struct stat& status) {
+    return (status.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0;
+}
+
+} // namespace
+
+std::uint32_t AttributesOf(const struct stat& status, std::string_view name) {
+    std::uint32_t attributes = S_ISDIR(status.st_mode) ? kAttributeDirectory : kAttributeArchive;
+    if (NobodyMayWrite(status))
+        attributes |= kAttributeReadOnly;
+    if (name.starts_with('.') && name != "." && name != "..")
+        attributes |= kAttributeHidden;
+    return attributes;
+}
+
+bool IsReadOnlyFile(const struct stat& status) {
+    return S_ISREG(status.st_mode) && NobodyMayWrite(status);
+}
+
+} // namespace platform

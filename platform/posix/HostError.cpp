@@ -1,0 +1,72 @@
+#include "HostError.h"
+
+#include <cerrno>
+#include <sys/stat.h>
+
+namespace platform {
+
+SystemError ErrorFromErrno(int number, Access access) {
+    switch (number) {
+    case 0:
+        return {};
+    case ENOENT:
+        return {kErrorFileNotFound};
+    case ENOTDIR:
+        return {kErrorPathNotFound};
+    case EACCES:
+    case EPERM:
+    case EISDIR:
+        return {kErrorAccessDenied};
+    case EROFS:
+        return {kErrorWriteProtect};
+    case ENOSPC:
+    case EDQUOT:
+    case EFBIG:
+        return {kErrorDiskFull};
+    case EEXIST:
+        return {kErrorAlreadyExists};
+    case ENOTEMPTY:
+        return {kErrorFolderNotEmpty};
+    case EMFILE:
+    case ENFILE:
+        return {kErrorTooManyOpenFiles};
+    case ENOMEM:
+        return {kErrorNotEnoughMemory};
+    case EXDEV:
+        return {kErrorNotSameDevice};
+    case ENAMETOOLONG:
+        return {kErrorNameTooLong};
+    case EINVAL:
+    case EILSEQ:
+        return {kErrorInvalidName};
+    case ELOOP:
+        return {kErrorBadPathName};
+    case EBUSY:
+    case ETXTBSY:
+    case EAGAIN:
+        return {kErrorSharingViolation};
+    case ENODEV:
+    case ENXIO:
+    case ENOMEDIUM:
+        return {kErrorNotReady};
+    case EIO:
+        return {access == Access::kWrite ? kErrorWriteFault : kErrorReadFault};
+    default:
+        return {kErrorGeneralFailure};
+    }
+}
+
+SystemError ErrorForPath(int number, const std::string& hostPath, Access access) {
+    if (number == ENOENT) {
+        const std::size_t slash = hostPath.find_last_of('/');
+        const std::string folder = slash == 0 || slash == std::string::npos ? "/" : hostPath.substr(0, slash);
+
+        struct stat status {};
+
+        if (::stat(folder.c_str(), &status) != 0)
+            return {kErrorPathNotFound};
+    }
+    return ErrorFromErrno(number, access);
+}
+
+} // namespace platform

@@ -1,0 +1,90 @@
+#include "HostNames.h"
+
+#include "CodePageText.h"
+#include "LocaleCodePage.h"
+#include "Utf8.h"
+#include "platform/Letters.h"
+
+#include <algorithm>
+#include <dirent.h>
+#include <memory>
+
+namespace platform {
+namespace {
+
+std::string CleanedUtf8(std::string_view name) {
+    std::string text;
+    text.reserve(name.size());
+    for (std::size_t position = 0; position < name.size();) {
+        const std::size_t start = position;
+        if (NextCodePoint(name, position) == kNotUtf8)
+            text.push_back('?');
+        else
+            text.append(name, start, position - start);
+    }
+    return text;
+}
+
+} // namespace
+
+bool IsDriveLetter(char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+}
+
+char UpperDriveLetter(char c) {
+    return c >= 'a' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+std::vector<std::string> SplitComponents(std::string_view path, std::string_view separators) {
+    std::vector<std::string> components;
+    while (!path.empty()) {
+        const std::size_t end = std::min(path.find_first_of(separators), path.size());
+        const std::string_view name = path.substr(0, end);
+        path.remove_prefix(std::min(end + 1, path.size()));
+        if (name.empty() || name == ".")
+            continue;
+        if (name != "..")
+            components.emplace_back(name);
+        else if (!components.empty())
+            components.pop_back();
+    }
+    return components;
+}
+
+std::string JoinHostPath(const std::string& root, const std::vector<std::string>& components) {
+    std::string path = root;
+    for (const std::string& name : components) {
+        if (path.back() != '/')
+            path.push_back('/');
+        path += name;
+    }
+    return path;
+}
+
+std::string TextOfHostName(std::string_view name) {
+    std::string text(name);
+    if (AsciiPrefix(name) != name.size())
+        text = LocaleCodePage() == kUtf8CodePage ? CleanedUtf8(name) : LegacyToUtf8(LocaleCodePage(), name);
+    std::replace(text.begin(), text.end(), '\\', '?');
+    return text;
+}
+
+std::string HostNameOf(std::string_view text) {
+    if (AsciiPrefix(text) == text.size() || LocaleCodePage() == kUtf8CodePage)
+        return std::string(text);
+    return Utf8ToLegacy(LocaleCodePage(), text);
+}
+
+std::string FindNoCase(const std::string& folder, const std::string& name) {
+    const std::unique_ptr<DIR, int (*)(DIR*)> listing(opendir(folder.c_str()), closedir);
+    if (listing == nullptr)
+        return name;
+    const std::string wanted = TextOfHostName(name);
+    while (const dirent* entry = readdir(listing.get())) {
+        if (EqualsNoCase(TextOfHostName(entry->d_name), wanted))
+            return entry->d_name;
+    }
+    return name;
+}
+
+} // namespace platform

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace platform {
+
+bool IsDriveLetter(char c);
+char UpperDriveLetter(char c);
+
+/// The components of a path between any of `separators`; empty and "." components are left out and ".." takes
+/// the one before it away, never more than there is.
+std::vector<std::string> SplitComponents(std::string_view path, std::string_view separators);
+
+/// `root` and `components` as one host path.
+std::string JoinHostPath(const std::string& root, const std::vector<std::string>& components);
+
+/// A host name as text: "?" stands for a backslash and for bytes that are not text in the locale's code page.
+std::string TextOfHostName(std::string_view name);
+
+/// The host's bytes for one component of a path.
+std::string HostNameOf(std::string_view text);
+
+/// The name in the host folder `folder` that equals `name` (host bytes) without regard to case; `name` itself
+/// when there is none.
+std::string FindNoCase(const std::string& folder, const std::string& name);
+
+} // namespace platform
