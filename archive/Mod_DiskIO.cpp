@@ -1,0 +1,120 @@
+#include "Mod_DiskIO.h"
+
+#include "archive/ArchiveState.h"
+#include "platform/Files.h"
+#include "platform/Letters.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace archive {
+
+namespace {
+
+bool IsSeparator(char c) {
+    return c == '\\' || c == '/';
+}
+
+const std::string& Separator() {
+    std::string& separator = State().PathSeparator;
+    if (separator.empty())
+        separator = DetectPathSeparator();
+    return separator;
+}
+
+void UnifySeparators(std::string& path) {
+    std::ranges::replace_if(path, IsSeparator, Separator()[0]);
+}
+
+std::string_view FolderPart(std::string_view path) {
+    return path.substr(0, path.rfind(Separator()) + Separator().size());
+}
+
+std::optional<platform::FileTime> LocalToUtc(const platform::SystemTime& local) {
+    platform::FileTime fileTime;
+    if (!platform::SystemTimeToFileTime(local, fileTime))
+        return std::nullopt;
+    return platform::LocalFileTimeToFileTime(fileTime);
+}
+
+} // namespace
+
+std::string DetectPathSeparator() {
+    return platform::CurrentFolder().find('\\') != std::string::npos ? "\\" : "/";
+}
+
+std::string FolderOfPath(std::string& path) {
+    UnifySeparators(path);
+    std::string folder;
+    if (path.find(Separator()) != path.npos)
+        folder = FolderPart(path);
+    else
+        folder = platform::CurrentFolder();
+    if (!folder.ends_with(Separator()))
+        folder += Separator();
+    return platform::ToUpper(folder);
+}
+
+platform::SystemTime DosDateTimeToDate(std::uint16_t date, std::uint16_t time) {
+    platform::FileTime fileTime;
+    platform::DosDateTimeToFileTime(date, time, fileTime);
+    return platform::FileTimeToSystemTime(fileTime);
+}
+
+bool SetEntryFileTimes(platform::FileTimes& times, const platform::SystemTime& creation,
+                       const platform::SystemTime& lastWrite, const platform::SystemTime& lastAccess) {
+    const auto created = LocalToUtc(creation);
+    const auto written = LocalToUtc(lastWrite);
+    const auto accessed = LocalToUtc(lastAccess);
+    if (!created || !written || !accessed)
+        return false;
+    times = {*created, *accessed, *written};
+    return true;
+}
+
+bool SetEntryTimesFromDos(platform::FileTimes& times, std::uint16_t date, std::uint16_t time) {
+    platform::FileTime unused;
+    if (!platform::DosDateTimeToFileTime(date, time, unused))
+        return false;
+    const platform::SystemTime entryTime = DosDateTimeToDate(date, time);
+    const auto now =
+        platform::FileTimeToSystemTime(platform::FileTimeToLocalFileTime(platform::CurrentFileTime()));
+    return SetEntryFileTimes(times, entryTime, entryTime, now);
+}
+
+std::string JoinEntryPath(std::string& folder, std::string_view name) {
+    if (folder.empty() || !IsSeparator(folder.back()))
+        folder += Separator();
+    std::string path;
+    path.reserve(folder.size() + name.size() + 1);
+    path += folder;
+    path += name;
+    UnifySeparators(path);
+    return path;
+}
+
+bool CreateEntryFolder(OpenFolders& folders, std::string_view name, std::string& folder) {
+    std::string path = JoinEntryPath(folder, name);
+    if (!path.ends_with(Separator()))
+        path += Separator();
+    return folders.Last(path) || folders.CreateFolderPath(path, path);
+}
+
+int WriteEntryFile(OpenFolders& folders, std::string_view name, std::string& folder,
+                   std::span<const std::uint8_t> data, std::uint16_t date, std::uint16_t time) {
+    constexpr int kFailed = 1;
+    std::string full = JoinEntryPath(folder, name);
+    const std::string_view folderPart = FolderPart(full);
+    platform::OutputFolder* output = folders.Last(folderPart);
+    if (!output)
+        output = folders.CreateFolderPath(folderPart, FolderOfPath(full));
+    const std::string_view fileName = std::string_view(full).substr(folderPart.size());
+    if (!output || fileName.empty())
+        return kFailed;
+    std::optional<platform::FileTimes> times;
+    if (platform::FileTimes given; (date != 0 || time != 0) && SetEntryTimesFromDos(given, date, time))
+        times = given;
+    return output->WriteFile(fileName, data, times) ? kFailed : 0;
+}
+
+} // namespace archive

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+namespace archive {
+
+/// The messages of one operation that may meet the same fault very often. The first two reports of a text
+/// come as plain boxes; from the third on the box also offers to take the rest at once. What is taken that
+/// way is counted and told in one last message.
+class RepeatedMessages {
+  public:
+    /// Reports language text `id` with the stop icon, under the title text `titleId`.
+    void Report(std::uint32_t id, std::uint32_t titleId);
+
+    /// True once the user has asked for the rest of `id` at once: reports are only counted from then on.
+    bool IsSilent(std::uint32_t id) const;
+
+    /// Tells what was only counted, once per text, and starts anew.
+    void Finish();
+
+  private:
+    struct Kind {
+        std::uint32_t id;
+        std::uint32_t titleId;
+        std::uint64_t shown = 0;
+        std::uint64_t counted = 0;
+        bool silent = false;
+    };
+
+    std::vector<Kind> kinds_;
+};
+
+} // namespace archive

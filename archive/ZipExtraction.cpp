@@ -1,0 +1,194 @@
+#include "ZipExtraction.h"
+
+#include "Mod_DiskIO.h"
+#include "ZipRecords.h"
+#include "app/core/Messages.h"
+#include "archive/ArchiveState.h"
+#include "archive/ExtractionObserver.h"
+#include "archive/Mod_Inflate64.h"
+#include "archive/Mod_Reduce.h"
+#include "archive/OutputPathRule.h"
+
+#include <algorithm>
+#include <new>
+
+namespace archive {
+
+namespace {
+
+constexpr std::uint32_t kTextPassword = 555;
+constexpr std::uint32_t kTextNoLocalHeader = 556;
+constexpr std::uint32_t kTextCrc = 557;
+constexpr std::uint32_t kTextNoData = 558;
+constexpr std::uint32_t kTextSize = 559;
+constexpr std::uint32_t kTextNotWritten = 560;
+constexpr std::uint32_t kTitleWarning = 300;
+
+constexpr std::size_t kEncryptionHeader = 12;
+
+// Methods (ZIP application note, section 4.4.5).
+constexpr std::int16_t kStored = 0;
+constexpr std::int16_t kShrunk = 1;
+constexpr std::int16_t kReduced1 = 2;
+constexpr std::int16_t kReduced4 = 5;
+constexpr std::int16_t kImploded = 6;
+constexpr std::int16_t kTokenized = 7;
+constexpr std::int16_t kDeflated = 8;
+constexpr std::int16_t kDeflated64 = 9;
+constexpr std::int16_t kOldImploded = 10;
+
+bool IsReduced(std::int16_t method) {
+    return method >= kReduced1 && method <= kReduced4;
+}
+
+bool IsDecoded(std::int16_t method) {
+    return method == kStored || method == kDeflated || method == kDeflated64 || IsReduced(method);
+}
+
+bool IsRefused(std::int16_t method) {
+    return method == kShrunk || method == kImploded || method == kTokenized || method == kOldImploded;
+}
+
+bool IsEncrypted(const ArchiveEntry& entry) {
+    return (entry.flags & 1) != 0;
+}
+
+ByteBuffer& Buffer() {
+    return State().UnpackBuffer;
+}
+
+/// The target with the last separator that the open folders count on.
+std::string AsTarget(std::string folder) {
+    JoinEntryPath(folder, {});
+    return folder;
+}
+
+} // namespace
+
+bool IsFolderEntry(const ArchiveEntry& entry) {
+    return entry.compressedSize == 0 && entry.fileName.ends_with('/');
+}
+
+ZipExtraction::ZipExtraction(platform::FileReader& archive, const std::vector<ArchiveEntry>& entries,
+                             std::string folder)
+    : archive_(archive), entries_(entries), folder_(AsTarget(std::move(folder))),
+      folders_(folder_, messages_) {}
+
+std::int16_t ZipExtraction::Run(const EntrySelection& selection) {
+    const auto count = static_cast<std::int32_t>(entries_.size());
+    for (std::int32_t number = 1; number <= count; ++number) {
+        const auto position = static_cast<std::size_t>(number);
+        try {
+            if (selection[position] && !ExtractEntry(entries_[position - 1])) {
+                status_ = kStatusRefused;
+                app::ShowText(kTextPassword, kTitleWarning, app::kMessageError);
+                break;
+            }
+        } catch (const std::bad_alloc&) {
+            Buffer().Clear();
+            Report(kTextNotWritten);
+        }
+        if (ExtractionObserver* observer = Observer(); observer && !observer->EntryDone(number, count)) {
+            Buffer().Clear();
+            return kStatusRefused;
+        }
+    }
+    Buffer().Clear();
+    messages_.Finish();
+    return status_;
+}
+
+/// False when the password is missing or wrong, which ends the extraction.
+bool ZipExtraction::ExtractEntry(const ArchiveEntry& entry) {
+    if (IsFolderEntry(entry)) {
+        CreateFolder(entry);
+        return true;
+    }
+    if (!ReadStored(entry, IsEncrypted(entry) || IsDecoded(entry.method))) {
+        Report(kTextNoLocalHeader);
+        return true;
+    }
+    if (IsEncrypted(entry) && !Decrypt(entry))
+        return false;
+    if (IsRefused(entry.method))
+        status_ = kStatusNothing;
+    if (IsDecoded(entry.method)) {
+        Decode(entry);
+        WriteEntry(entry);
+    }
+    return true;
+}
+
+void ZipExtraction::CreateFolder(const ArchiveEntry& entry) {
+    if (StaysInTarget(entry.fileName))
+        CreateEntryFolder(folders_, entry.fileName, folder_);
+    else
+        Report(kTextNotWritten);
+}
+
+/// Finds the local header and reads the stored bytes, as many of them as the file holds. False when there is
+/// no local header at the recorded offset.
+bool ZipExtraction::ReadStored(const ArchiveEntry& entry, bool isNeeded) {
+    // The central name and size tell how much one read has to bring in; the local lengths decide.
+    constexpr std::size_t kUsualExtra = 64;
+    const auto stored = static_cast<std::size_t>(std::max(entry.compressedSize, 0));
+    const std::uint64_t offset = static_cast<std::uint32_t>(entry.localHeaderOffset);
+    const auto bytes =
+        archive_.View(offset, std::min(kLocalSize + entry.fileName.size() + kUsualExtra + stored,
+                                       ArchiveWindow::kLargestView / 4));
+    if (bytes.size() < kLocalSize)
+        return false;
+    const LocalHeader header = ParseLocalHeader(bytes.first<kLocalSize>());
+    if (header.signature != kLocalSignature)
+        return false;
+    const std::uint64_t start = offset + kLocalSize + header.textLength;
+    const std::uint64_t left = archive_.Size() > start ? archive_.Size() - start : 0;
+    Buffer().Resize(isNeeded ? static_cast<std::size_t>(std::min<std::uint64_t>(stored, left)) : 0);
+    Buffer().Resize(archive_.Read(start, Buffer().Span()));
+    return true;
+}
+
+/// Asks for the password of this extraction when there is none yet, checks it against the encryption header
+/// (ZIP application note, section 6.1.6) and decrypts. False when it is missing or wrong.
+bool ZipExtraction::Decrypt(const ArchiveEntry& entry) {
+    if (password_.empty())
+        password_ = app::Messages().Ask("Give Password", "Password requered", true).value_or("");
+    if (password_.empty() || Buffer().Size() < kEncryptionHeader)
+        return false;
+    encrypt_.ZipPrepareKey(Buffer().Span(), password_);
+    if (Buffer()[kEncryptionHeader - 1] != entry.crc >> 24)
+        return false;
+    Buffer().DropFront(kEncryptionHeader);
+    encrypt_.ZipDecryptArray(Buffer().Span());
+    return true;
+}
+
+void ZipExtraction::Decode(const ArchiveEntry& entry) {
+    const std::int32_t lastIndex = std::max(entry.uncompressedSize, 0) - 1;
+    if (entry.method == kDeflated || entry.method == kDeflated64)
+        Inflate(Buffer(), lastIndex, entry.method == kDeflated64);
+    else if (IsReduced(entry.method))
+        status_ = Unreduce(Buffer(), entry.method, lastIndex);
+}
+
+/// Checks the decoded bytes and writes them whatever the checks say.
+void ZipExtraction::WriteEntry(const ArchiveEntry& entry) {
+    const auto bytes = std::span<const std::uint8_t>(Buffer().Span());
+    if (bytes.empty()) {
+        if (entry.crc != 0)
+            Report(kTextNoData);
+    } else if (crc_.CalcCRC32File(bytes) != entry.crc) {
+        Report(kTextCrc);
+    }
+    if (entry.uncompressedSize < 0 || bytes.size() != static_cast<std::size_t>(entry.uncompressedSize))
+        Report(kTextSize);
+    if (!StaysInTarget(entry.fileName) ||
+        WriteEntryFile(folders_, entry.fileName, folder_, bytes, entry.date, entry.time) != 0)
+        Report(kTextNotWritten);
+}
+
+void ZipExtraction::Report(std::uint32_t textId) {
+    messages_.Report(textId, kTitleWarning);
+}
+
+} // namespace archive

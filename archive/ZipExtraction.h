@@ -1,0 +1,51 @@
+#pragma once
+
+#include "ArchiveWindow.h"
+#include "Mod_ShowDirs.h"
+#include "RepeatedMessages.h"
+#include "archive/ArchiveEntry.h"
+#include "archive/ArchiveReader.h"
+#include "archive/Cls_CRC32.h"
+#include "archive/Cls_Encrypt.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace archive {
+
+/// True for an entry that stands for a folder: no stored bytes and a name that ends in "/".
+bool IsFolderEntry(const ArchiveEntry& entry);
+
+/// One extraction: the selected entries of an archive, in directory order, decrypted, decoded, checked and
+/// written.
+class ZipExtraction {
+  public:
+    /// `archive` and `entries` outlive the extraction. `folder` is the target.
+    ZipExtraction(platform::FileReader& archive, const std::vector<ArchiveEntry>& entries,
+                  std::string folder);
+
+    /// Extracts the entries whose position in `selection` is true; answers the status of UnPack.
+    std::int16_t Run(const EntrySelection& selection);
+
+  private:
+    bool ExtractEntry(const ArchiveEntry& entry);
+    void CreateFolder(const ArchiveEntry& entry);
+    bool ReadStored(const ArchiveEntry& entry, bool isNeeded);
+    bool Decrypt(const ArchiveEntry& entry);
+    void Decode(const ArchiveEntry& entry);
+    void WriteEntry(const ArchiveEntry& entry);
+    void Report(std::uint32_t textId);
+
+    ArchiveWindow archive_;
+    const std::vector<ArchiveEntry>& entries_;
+    std::string folder_;
+    RepeatedMessages messages_;
+    OpenFolders folders_;
+    Cls_CRC32 crc_;
+    Cls_Encrypt encrypt_;
+    std::string password_;
+    std::int16_t status_ = kStatusDone;
+};
+
+} // namespace archive
