@@ -3,8 +3,9 @@
 # the network is not asked for anything while nothing is missing.
 # shellcheck disable=SC2034  # the lists are read by the name of their purpose
 
-# The program: compiler, build tools, Qt with its X11 platform, and the resource compiler of the text libraries.
-PACKAGES_build=(g++ cmake ninja-build ccache binutils-mingw-w64-x86-64 qt6-base-dev python3)
+# The program: compiler, build tools, Qt with its X11 platform, the resource compiler of the text libraries, and
+# what draws the icons.
+PACKAGES_build=(g++ cmake ninja-build ccache binutils-mingw-w64-x86-64 librsvg2-bin qt6-base-dev python3)
 
 # Making archives, for tests and for the demo stick.
 PACKAGES_archivers=(zip unzip 7zip gcab cabextract)
