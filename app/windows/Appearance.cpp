@@ -1,5 +1,8 @@
 #include "app/windows/Appearance.h"
 
+#include "app/windows/Icons.h"
+#include "platform/desktop/ShellInfo.h"
+
 #include <QApplication>
 #include <QPalette>
 #include <QStyleFactory>
@@ -48,6 +51,7 @@ void SetUpAppearance() {
         QApplication::setPalette(DarkPalette());
     else
         QApplication::setPalette(LightPalette());
+    platform::SetIconSource(&Icon);
 }
 
 bool IsDark(const QPalette& palette) {

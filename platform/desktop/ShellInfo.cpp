@@ -10,11 +10,12 @@
 #include <array>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 
 namespace platform {
 namespace {
 
-IconSource fallbackIcons = nullptr;
+IconSource iconSource = nullptr;
 
 // Keyed by the extension in lower case, without its dot.
 std::unordered_map<std::string, QIcon>& FileIcons() {
@@ -34,18 +35,35 @@ bool IsDriveRoot(std::string_view path) {
     return path.size() <= 3 && path.size() >= 2 && path[1] == ':';
 }
 
-bool IsArchive(std::string_view extension) {
-    constexpr std::array<std::string_view, 3> kArchives{"zip", "cab", "rar"};
-    return std::find(kArchives.begin(), kArchives.end(), extension) != kArchives.end();
+QIcon Drawn(const char* name, QStyle::StandardPixmap standIn) {
+    return iconSource ? iconSource(name) : QApplication::style()->standardIcon(standIn);
 }
 
-QIcon Drawn(const char* name, QStyle::StandardPixmap standIn) {
-    if (fallbackIcons) {
-        const QIcon icon = fallbackIcons(name);
-        if (!icon.isNull())
-            return icon;
-    }
-    return QApplication::style()->standardIcon(standIn);
+/// The program's icons for extensions that the whole program shows alike.
+const char* OwnIconName(std::string_view extension) {
+    constexpr std::array<std::pair<std::string_view, const char*>, 4> kOwn{
+        {{"zip", "archive-zip"}, {"cab", "archive-cab"}, {"rar", "archive-rar"}, {"enc", "encrypted"}}};
+    const auto found =
+        std::find_if(kOwn.begin(), kOwn.end(), [&](const auto& own) { return own.first == extension; });
+    return found == kOwn.end() ? nullptr : found->second;
+}
+
+/// The program's icon for a kind of file: by the generic name that the MIME database has for it.
+const char* KindIconName(const QMimeType& type) {
+    constexpr std::array<std::pair<const char*, const char*>, 8> kKinds{
+        {{"image-", "image"},
+         {"audio-", "audio"},
+         {"video-", "video"},
+         {"text-x-generic", "text"},
+         {"text-x-script", "code"},
+         {"text-", "text"},
+         {"x-office-", "document"},
+         {"application-x-executable", "executable"}}};
+    const QString generic = type.genericIconName();
+    for (const auto& [start, name] : kKinds)
+        if (generic.startsWith(QLatin1String(start)))
+            return name;
+    return "file";
 }
 
 QMimeType TypeOf(const std::string& extension) {
@@ -54,15 +72,13 @@ QMimeType TypeOf(const std::string& extension) {
 }
 
 QIcon IconOfExtension(const std::string& extension) {
-    if (!extension.empty()) {
-        const QMimeType type = TypeOf(extension);
-        if (!type.isDefault()) {
-            QIcon icon = QIcon::fromTheme(type.iconName(), QIcon::fromTheme(type.genericIconName()));
-            if (!icon.isNull())
-                return icon;
-        }
-    }
-    return Drawn(IsArchive(extension) ? "archive" : "file", QStyle::SP_FileIcon);
+    if (const char* own = OwnIconName(extension))
+        return Drawn(own, QStyle::SP_FileIcon);
+    const QMimeType type = TypeOf(extension);
+    if (extension.empty() || type.isDefault())
+        return Drawn("file", QStyle::SP_FileIcon);
+    const QIcon themed = QIcon::fromTheme(type.iconName(), QIcon::fromTheme(type.genericIconName()));
+    return themed.isNull() ? Drawn(KindIconName(type), QStyle::SP_FileIcon) : themed;
 }
 
 } // namespace
@@ -75,10 +91,9 @@ QIcon FileIcon(const std::string& path, bool isFolder) {
         return known->second;
     QIcon icon;
     if (key == ":")
-        icon =
-            QIcon::fromTheme(QStringLiteral("drive-removable-media"), Drawn("drive", QStyle::SP_DriveHDIcon));
+        icon = Drawn("drive-removable", QStyle::SP_DriveHDIcon);
     else if (key == "\\")
-        icon = QIcon::fromTheme(QStringLiteral("folder"), Drawn("folder", QStyle::SP_DirIcon));
+        icon = Drawn("folder", QStyle::SP_DirIcon);
     else
         icon = IconOfExtension(key);
     return FileIcons().emplace(std::move(key), std::move(icon)).first->second;
@@ -102,8 +117,8 @@ std::string FileTypeName(const std::string& extension) {
     return names.emplace(std::move(key), std::move(name)).first->second;
 }
 
-void SetFallbackIcons(IconSource source) {
-    fallbackIcons = source;
+void SetIconSource(IconSource source) {
+    iconSource = source;
     FileIcons().clear();
 }
 

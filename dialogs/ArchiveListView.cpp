@@ -1,0 +1,102 @@
+#include "ArchiveListView.h"
+
+#include <QHeaderView>
+#include <QPainter>
+
+namespace dialogs {
+namespace {
+
+/// The column that a click on a header sorts on.
+ArchiveColumn SortKeyOf(int section) {
+    switch (static_cast<ArchiveColumn>(section)) {
+    case ArchiveColumn::Name:
+        return ArchiveColumn::SortFile;
+    case ArchiveColumn::Modified:
+        return ArchiveColumn::SortDate;
+    case ArchiveColumn::Size:
+        return ArchiveColumn::SortSize;
+    case ArchiveColumn::Path:
+        return ArchiveColumn::Path;
+    default:
+        return ArchiveColumn::Name;
+    }
+}
+
+} // namespace
+
+ArchiveListView::ArchiveListView(QWidget* parent) : QTreeView(parent) {
+    setModel(&model_);
+    for (int column = kVisibleArchiveColumns; column < kArchiveColumns; ++column)
+        setColumnHidden(column, true);
+    setSelectionMode(ExtendedSelection);
+    setEditTriggers(NoEditTriggers);
+    setRootIsDecorated(false);
+    setItemsExpandable(false);
+    setUniformRowHeights(true);
+    setAllColumnsShowFocus(true);
+    setTextElideMode(Qt::ElideMiddle);
+    header()->setStretchLastSection(false);
+    header()->setSectionsClickable(true);
+    header()->setSectionsMovable(false);
+    header()->setSortIndicatorShown(false);
+    header()->setMinimumSectionSize(fontMetrics().averageCharWidth() * 4);
+    connect(header(), &QHeaderView::sectionClicked, this, &ArchiveListView::OnHeaderClicked);
+    connect(header(), &QHeaderView::sectionResized, this, &ArchiveListView::OnSectionResized);
+}
+
+void ArchiveListView::SetEmptyText(const QString& text) {
+    emptyText_ = text;
+    viewport()->update();
+}
+
+std::vector<bool> ArchiveListView::SelectedRows() const {
+    std::vector<bool> selected(static_cast<std::size_t>(model_.rowCount()));
+    for (const QItemSelectionRange& range : selectionModel()->selection())
+        for (int row = range.top(); row <= range.bottom(); ++row)
+            selected[static_cast<std::size_t>(row)] = true;
+    return selected;
+}
+
+void ArchiveListView::SetLocked(bool isLocked) {
+    isLocked_ = isLocked;
+    setSelectionMode(isLocked ? NoSelection : ExtendedSelection);
+}
+
+void ArchiveListView::OnHeaderClicked(int section) {
+    if (isLocked_)
+        return;
+    model_.SortOn(SortKeyOf(section));
+    header()->setSortIndicatorShown(true);
+    header()->setSortIndicator(section, model_.SortOrder());
+}
+
+void ArchiveListView::OnSectionResized(int section, int, int newWidth) {
+    if (!isApplyingWidths_ && section < kVisibleArchiveColumns && viewport()->width() > 0)
+        shares_[static_cast<std::size_t>(section)] = static_cast<double>(newWidth) / viewport()->width();
+}
+
+void ArchiveListView::ApplyWidths() {
+    isApplyingWidths_ = true;
+    for (int column = 0; column < kVisibleArchiveColumns; ++column)
+        header()->resizeSection(
+            column, static_cast<int>(shares_[static_cast<std::size_t>(column)] * viewport()->width()));
+    isApplyingWidths_ = false;
+}
+
+void ArchiveListView::resizeEvent(QResizeEvent* event) {
+    QTreeView::resizeEvent(event);
+    ApplyWidths();
+}
+
+void ArchiveListView::paintEvent(QPaintEvent* event) {
+    QTreeView::paintEvent(event);
+    if (model_.rowCount() > 0 || emptyText_.isEmpty())
+        return;
+    QPainter painter(viewport());
+    const int margin = fontMetrics().height();
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
+                     Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, emptyText_);
+}
+
+} // namespace dialogs

@@ -1,0 +1,132 @@
+// The controls of an archive window: how they are made, named, placed and captioned.
+
+#include "ArchiveListView.h"
+#include "ArchiveWindow.h"
+#include "PathLabel.h"
+#include "ProgressStrip.h"
+#include "app/core/ApplicationState.h"
+#include "app/windows/Fonts.h"
+#include "app/windows/Icons.h"
+#include "app/windows/WindowTexts.h"
+
+#include <QCheckBox>
+#include <QFrame>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace dialogs {
+namespace {
+
+constexpr QSize kDefaultSize{760, 520};
+
+/// Gives a control its name, for tests, style sheets and automation.
+template <typename Control>
+Control* Named(Control* control, const char* name) {
+    control->setObjectName(QLatin1String(name));
+    return control;
+}
+
+/// The text of a caption without the mark of its access key.
+QString Spoken(QString caption) {
+    caption.remove(QLatin1Char('&'));
+    return caption;
+}
+
+void SetCaption(QAbstractButton* button, std::uint32_t id) {
+    button->setText(app::WindowText(id));
+    button->setAccessibleName(Spoken(button->text()));
+}
+
+} // namespace
+
+void ArchiveWindow::Build() {
+    ListView = Named(new ArchiveListView(this), "ListView");
+    lblDest = Named(new QLabel(this), "lblDest");
+    lblDestFile = Named(new PathLabel(this), "lblDestFile");
+    PicProBar = Named(new ProgressStrip(this), "PicProBar");
+    lblProBar = Named(new QLabel(this), "lblProBar");
+    lblProBar->setAlignment(Qt::AlignTrailing | Qt::AlignVCenter);
+    lblProBar->setMinimumWidth(lblProBar->fontMetrics().horizontalAdvance(QStringLiteral("100%")));
+    fraCommand = BuildCommandFrame();
+
+    auto* destination = new QHBoxLayout;
+    destination->addWidget(lblDest);
+    destination->addWidget(lblDestFile, 1);
+    auto* progress = new QHBoxLayout;
+    progress->addWidget(PicProBar, 1);
+    progress->addWidget(lblProBar);
+
+    auto* rows = new QVBoxLayout(this);
+    rows->addWidget(ListView, 1);
+    rows->addLayout(destination);
+    rows->addLayout(progress);
+    rows->addWidget(fraCommand);
+    resize(kDefaultSize);
+    setSizeGripEnabled(true);
+    ListView->setFocus();
+}
+
+QFrame* ArchiveWindow::BuildCommandFrame() {
+    auto* frame = Named(new QFrame(this), "fraCommand");
+    chkAll = Named(new QCheckBox(frame), "chkAll");
+    chkDelete = Named(new QCheckBox(frame), "chkDelete");
+    lblDest2 = Named(new QLabel(frame), "lblDest2");
+    lblDest2->setAlignment(Qt::AlignTrailing | Qt::AlignVCenter);
+    cmdExtract = Named(new QPushButton(frame), "cmdExtract");
+    cmdExtractSame = Named(new QPushButton(frame), "cmdExtractSame");
+    cmdOpen = Named(new QPushButton(frame), "cmdOpen");
+    cmdExit = Named(new QPushButton(frame), "cmdExit");
+    cmdExtract->setIcon(app::Icon("extract-to"));
+    cmdExtractSame->setIcon(app::Icon("extract-here"));
+    cmdOpen->setIcon(app::Icon("open"));
+    // Enter in the list does what a double-click does.
+    cmdOpen->setDefault(true);
+
+    auto* choices = new QHBoxLayout;
+    choices->addWidget(chkAll);
+    choices->addSpacing(choices->spacing() * 2);
+    choices->addWidget(chkDelete);
+    choices->addWidget(lblDest2, 1);
+    auto* commands = new QHBoxLayout;
+    commands->addWidget(cmdExtract);
+    commands->addWidget(cmdExtractSame);
+    commands->addWidget(cmdOpen);
+    commands->addStretch(1);
+    commands->addWidget(cmdExit);
+    auto* rows = new QVBoxLayout(frame);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->addLayout(choices);
+    rows->addLayout(commands);
+    return frame;
+}
+
+void ArchiveWindow::ApplyLanguageTexts() {
+    SetCaption(cmdExtract, 513);
+    SetCaption(cmdExtractSame, 514);
+    SetCaption(cmdOpen, 105);
+    SetCaption(cmdExit, 104);
+    SetCaption(chkAll, 515);
+    SetCaption(chkDelete, 521);
+    lblDest->setText(app::WindowText(522));
+    ArchiveListModel& rows = ListView->Rows();
+    rows.SetHeader(ArchiveColumn::Name, app::WindowText(115));
+    rows.SetHeader(ArchiveColumn::Modified, app::WindowText(118));
+    rows.SetHeader(ArchiveColumn::Size, app::WindowText(117));
+    rows.SetHeader(ArchiveColumn::Path, app::WindowText(119));
+    ListView->setAccessibleName(app::WindowText(115));
+    lblDestFile->setAccessibleName(lblDest->text());
+    PicProBar->setAccessibleName(app::WindowText(107));
+
+    app::ApplyFonts(this);
+    const int points = app::LabelPointSize(app::Application().LanguageId);
+    for (QAbstractButton* button : findChildren<QAbstractButton*>()) {
+        QFont font = app::WithCharset(button->font(), app::Application().CharsetCode);
+        font.setPointSize(points);
+        button->setFont(font);
+    }
+}
+
+} // namespace dialogs

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "archive/Cls_GetFileType.h"
+#include "archive/ExtractionObserver.h"
+#include "dialogs/ArchiveWindow.h"
+
+namespace dialogs {
+
+/// The ZIP archive window: shows the entries of one archive at a time and extracts all or some of them.
+class frmWinExtract : public ArchiveWindow, private archive::ExtractionObserver {
+    Q_OBJECT
+
+  public:
+    explicit frmWinExtract(QWidget* parent = nullptr);
+
+    /// Full path of the archive whose entries are listed.
+    std::string CurrentArchive;
+
+    /// Shows the archives of ArchiveList one after another, each until the user closes it; this window is the
+    /// first one's. Returns half a second after the last one closed.
+    void ShowArchives();
+
+    /// Fills the list with the entries of CurrentArchive; a file that cannot be read as ZIP leaves it empty.
+    void ListArchive();
+
+    /// Puts this archive's number among `count` in the caption.
+    void ShowNumber(std::size_t number, std::size_t count);
+
+  protected:
+    bool ExtractToPickedFolder() override;
+    bool ExtractToSameFolder() override;
+    bool OpenSelected() override;
+    void ApplyLanguageTexts() override;
+
+  private:
+    bool EntryDone(std::int32_t entry, std::int32_t count) override;
+
+    archive::EntrySelection EntryFlags() const;
+    archive::EntrySelection FlagsForOpening() const;
+    std::int16_t UnPack(const archive::EntrySelection& flags, const std::string& folder);
+    void OpenExtracted(const std::string& folder);
+    void DeleteSource(const std::string& folder);
+    std::string ArchiveFolder() const;
+
+    archive::Cls_GetFileType front_;
+    std::int32_t lastEntryDone_ = 0; // of the UnPack in hand, or the last one
+};
+
+} // namespace dialogs
