@@ -3,7 +3,6 @@
 #include "DriveSetting.h"
 #include "HostNames.h"
 #include "Mounts.h"
-#include "UserFolders.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -12,7 +11,8 @@ namespace platform {
 namespace {
 
 const char* Setting() {
-    return std::getenv("PELLARION_DRIVES");
+    const char* setting = std::getenv("PELLARION_DRIVES");
+    return setting == nullptr ? "" : setting;
 }
 
 /// Gives removable mounts letters from D on. A mount keeps the letter it has had, for as long as it stays.
@@ -62,8 +62,11 @@ const std::vector<DriveEntry>& SetDrives(const char* setting) {
 } // namespace
 
 const std::vector<DriveEntry>& DriveTable() {
-    const char* setting = Setting();
-    return setting == nullptr || *setting == '\0' ? MountedDrives() : SetDrives(setting);
+    return IsDriveTableSet() ? SetDrives(Setting()) : MountedDrives();
+}
+
+bool IsDriveTableSet() {
+    return *Setting() != '\0';
 }
 
 const DriveEntry* FindDrive(char letter) {
@@ -74,14 +77,6 @@ const DriveEntry* FindDrive(char letter) {
             return &drive;
     }
     return nullptr;
-}
-
-std::string WorkingFolderRoot() {
-    const char* setting = Setting();
-    if (setting != nullptr && *setting != '\0')
-        return "";
-    const std::string cache = UserCacheFolder();
-    return cache.empty() ? "" : cache + "/pellarion";
 }
 
 } // namespace platform

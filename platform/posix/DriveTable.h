@@ -3,7 +3,6 @@
 #include "platform/Drives.h"
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace platform {
@@ -22,11 +21,7 @@ const std::vector<DriveEntry>& DriveTable();
 /// DriveTable().
 const DriveEntry* FindDrive(char letter);
 
-/// The host folder that stands for "C:\Pellarion"; empty when "C:\Pellarion" is an ordinary folder of the
-/// drive.
-std::string WorkingFolderRoot();
-
-/// The name below "C:\" of that folder.
-inline constexpr std::string_view kWorkingFolderName = "Pellarion";
+/// Whether the table is set from outside (`PELLARION_DRIVES`).
+bool IsDriveTableSet();
 
 } // namespace platform

@@ -5,6 +5,7 @@
 #include "HostError.h"
 #include "HostFile.h"
 #include "Replacement.h"
+#include "WorkingFolder.h"
 #include "platform/HostPath.h"
 
 #include <cerrno>

@@ -2,8 +2,8 @@
 
 #include "DriveTable.h"
 #include "HostNames.h"
+#include "WorkingFolder.h"
 #include "platform/Files.h"
-#include "platform/Letters.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -79,7 +79,7 @@ std::vector<Root> Roots() {
     for (const DriveEntry& drive : DriveTable())
         roots.push_back({drive.root, std::string(1, drive.letter) + ":\\"});
     if (std::string working = WorkingFolderRoot(); !working.empty())
-        roots.push_back({std::move(working), "C:\\" + std::string(kWorkingFolderName)});
+        roots.push_back({std::move(working), WorkingFolderPath()});
     return roots;
 }
 
@@ -133,7 +133,7 @@ std::string HostPathOf(std::string_view path) {
         return "";
     std::vector<std::string> components = SplitComponents(path.substr(2), "\\/");
     std::string root = drive->root;
-    if (drive->letter == 'C' && !components.empty() && EqualsNoCase(components[0], kWorkingFolderName)) {
+    if (drive->letter == 'C' && !components.empty() && IsWorkingFolderName(components[0])) {
         if (std::string working = WorkingFolderRoot(); !working.empty()) {
             root = std::move(working);
             components.erase(components.begin());

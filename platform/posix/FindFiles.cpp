@@ -1,0 +1,88 @@
+#include "platform/FindFiles.h"
+
+#include "HostAttributes.h"
+#include "HostError.h"
+#include "HostNames.h"
+#include "HostTimes.h"
+#include "platform/CodePage.h"
+#include "platform/Files.h"
+#include "platform/HostPath.h"
+
+#include <cerrno>
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace platform {
+namespace {
+
+/// The host name as the ANSI services show it: "?" for each character that the code page lacks.
+std::string AnsiName(const char* hostName) {
+    const std::string text = TextOfHostName(hostName);
+    return IsAnsiRepresentable(text) ? text : AnsiToUtf8(Utf8ToAnsi(text));
+}
+
+class HostFindFiles final : public FindFiles {
+  public:
+    explicit HostFindFiles(DIR* listing) : listing_(listing, ::closedir) {}
+
+    bool Next(FindData& data) override {
+        // The host returns the two dots anywhere; the program's system has them first.
+        if (dotsGiven_ < 2)
+            return Describe(dotsGiven_++ == 0 ? "." : "..", DT_DIR, data);
+        while (const dirent* entry = ::readdir(listing_.get())) {
+            const std::string_view name = entry->d_name;
+            if (name != "." && name != ".." && Describe(entry->d_name, entry->d_type, data))
+                return true;
+        }
+        return false;
+    }
+
+  private:
+    /// False when the entry has gone meanwhile.
+    bool Describe(const char* hostName, unsigned char type, FindData& data) const {
+        data = {};
+        data.name = AnsiName(hostName);
+
+        struct stat status {};
+
+        const int folder = ::dirfd(listing_.get());
+        if (::fstatat(folder, hostName, &status, 0) == 0 ||
+            ::fstatat(folder, hostName, &status, AT_SYMLINK_NOFOLLOW) == 0) {
+            data.attributes = AttributesOf(status, hostName);
+            const auto size = S_ISDIR(status.st_mode) ? 0 : static_cast<std::uint64_t>(status.st_size);
+            data.sizeHigh = static_cast<std::uint32_t>(size >> 32);
+            data.sizeLow = static_cast<std::uint32_t>(size);
+            data.lastWrite = FileTimeFromHost(status.st_mtim);
+            return true;
+        }
+        if (errno == ENOENT)
+            return false;
+        data.attributes = type == DT_DIR ? kAttributeDirectory : kAttributeArchive;
+        return true;
+    }
+
+    std::unique_ptr<DIR, int (*)(DIR*)> listing_;
+    int dotsGiven_ = 0;
+};
+
+} // namespace
+
+std::unique_ptr<FindFiles> FindFiles::Start(const std::string& folder, SystemError& error) {
+    const std::string host = HostPathOf(folder);
+    if (host.empty()) {
+        error = {kErrorPathNotFound};
+        return nullptr;
+    }
+    DIR* listing = ::opendir(host.c_str());
+    if (listing == nullptr) {
+        error = errno == ENOTDIR ? SystemError{kErrorFolderInvalid} : ErrorForPath(errno, host);
+        if (error.code == kErrorFileNotFound)
+            error = {kErrorPathNotFound};
+        return nullptr;
+    }
+    error = {};
+    return std::make_unique<HostFindFiles>(listing);
+}
+
+} // namespace platform

@@ -1,0 +1,157 @@
+#include "platform/OutputFolder.h"
+
+#include "FolderListing.h"
+#include "HostAttributes.h"
+#include "HostError.h"
+#include "HostFile.h"
+#include "HostNames.h"
+#include "HostTimes.h"
+#include "Replacement.h"
+#include "WorkingFolder.h"
+#include "platform/Files.h"
+#include "platform/HostPath.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace platform {
+namespace {
+
+constexpr int kNewFileFlags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
+constexpr int kFolderFlags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
+
+/// Whether `name` can be one component of a path and nothing more.
+bool IsPlainName(std::string_view name) {
+    using namespace std::string_view_literals;
+    return !name.empty() && name != "." && name != ".." &&
+           name.find_first_of("/\\\0"sv) == std::string_view::npos;
+}
+
+class HostFolder final : public OutputFolder {
+  public:
+    HostFolder(HostFile folder, bool holdsWorkingFolder)
+        : folder_(std::move(folder)), holdsWorkingFolder_(holdsWorkingFolder) {}
+
+    SystemError WriteFile(std::string_view name, std::span<const std::uint8_t> data,
+                          const std::optional<FileTimes>& times) override;
+    std::unique_ptr<OutputFolder> OpenOrCreate(std::string_view name, std::string_view nameWhenMade,
+                                               SystemError& error) override;
+
+  private:
+    /// Writes a file that is not there yet; one that cannot be written whole is taken away again.
+    SystemError WriteNew(const std::string& hostName, std::span<const std::uint8_t> data,
+                         const std::optional<FileTimes>& times) const;
+    SystemError Replace(const std::string& hostName, std::span<const std::uint8_t> data,
+                        const std::optional<FileTimes>& times) const;
+    HostFile OpenBelow(const std::string& hostName) const;
+
+    HostFile folder_;
+    bool holdsWorkingFolder_;
+    FolderListing listing_;
+};
+
+SystemError HostFolder::WriteFile(std::string_view name, std::span<const std::uint8_t> data,
+                                  const std::optional<FileTimes>& times) {
+    if (!IsPlainName(name))
+        return {kErrorInvalidName};
+    const std::string hostName = HostNameOf(name);
+    SystemError error = WriteNew(hostName, data, times);
+    if (error.code == kErrorAlreadyExists)
+        error = Replace(hostName, data, times);
+    if (!error)
+        listing_.Add(hostName);
+    return error;
+}
+
+SystemError HostFolder::WriteNew(const std::string& hostName, std::span<const std::uint8_t> data,
+                                 const std::optional<FileTimes>& times) const {
+    HostFile file(::openat(folder_.Descriptor(), hostName.c_str(), kNewFileFlags, 0666));
+    if (!file.IsOpen())
+        return ErrorFromErrno(errno, Access::kWrite);
+    SystemError error = WriteFully(file, data);
+    if (!error && times) {
+        const timespec hostTimes[] = {HostTimeOf(times->lastAccess), HostTimeOf(times->lastWrite)};
+        // A time that the medium cannot hold leaves the time of writing.
+        static_cast<void>(::futimens(file.Descriptor(), hostTimes));
+    }
+    const SystemError closing = file.Close();
+    if (!error)
+        error = closing;
+    if (error)
+        ::unlinkat(folder_.Descriptor(), hostName.c_str(), 0);
+    return error;
+}
+
+SystemError HostFolder::Replace(const std::string& hostName, std::span<const std::uint8_t> data,
+                                const std::optional<FileTimes>& times) const {
+    struct stat status {};
+
+    if (::fstatat(folder_.Descriptor(), hostName.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 &&
+        (S_ISDIR(status.st_mode) || IsReadOnlyFile(status)))
+        return {kErrorAccessDenied};
+    const std::string temporary = TemporaryName();
+    if (const SystemError error = WriteNew(temporary, data, times))
+        return error;
+    if (::renameat(folder_.Descriptor(), temporary.c_str(), folder_.Descriptor(), hostName.c_str()) == 0)
+        return {};
+    const SystemError error = ErrorFromErrno(errno, Access::kWrite);
+    ::unlinkat(folder_.Descriptor(), temporary.c_str(), 0);
+    return error;
+}
+
+HostFile HostFolder::OpenBelow(const std::string& hostName) const {
+    return HostFile(::openat(folder_.Descriptor(), hostName.c_str(), kFolderFlags | O_NOFOLLOW));
+}
+
+std::unique_ptr<OutputFolder> HostFolder::OpenOrCreate(std::string_view name, std::string_view nameWhenMade,
+                                                       SystemError& error) {
+    error = {kErrorInvalidName};
+    if (!IsPlainName(name) || !IsPlainName(nameWhenMade))
+        return nullptr;
+    if (holdsWorkingFolder_ && IsWorkingFolderName(name)) {
+        CreateFolder(WorkingFolderPath()); // when it is there already, opening is what counts
+        return Open(WorkingFolderPath(), error);
+    }
+    HostFile below = OpenBelow(HostNameOf(name));
+    if (!below.IsOpen() && errno == ENOENT) {
+        // Only now does the letter case matter.
+        const std::string found = listing_.Find(folder_, name);
+        below = OpenBelow(found.empty() ? HostNameOf(name) : found);
+    }
+    if (!below.IsOpen() && errno == ENOENT) {
+        const std::string hostName = HostNameOf(nameWhenMade);
+        if (::mkdirat(folder_.Descriptor(), hostName.c_str(), 0777) != 0 && errno != EEXIST) {
+            error = ErrorFromErrno(errno, Access::kWrite);
+            return nullptr;
+        }
+        listing_.Add(hostName);
+        below = OpenBelow(hostName);
+    }
+    if (!below.IsOpen()) {
+        error = ErrorFromErrno(errno, Access::kWrite);
+        return nullptr;
+    }
+    error = {};
+    return std::make_unique<HostFolder>(std::move(below), false);
+}
+
+} // namespace
+
+std::unique_ptr<OutputFolder> OutputFolder::Open(const std::string& path, SystemError& error) {
+    const std::string host = HostPathOf(path);
+    if (host.empty()) {
+        error = {kErrorPathNotFound};
+        return nullptr;
+    }
+    HostFile folder(::open(host.c_str(), kFolderFlags));
+    if (!folder.IsOpen()) {
+        error = ErrorForPath(errno, host);
+        return nullptr;
+    }
+    error = {};
+    return std::make_unique<HostFolder>(std::move(folder), HoldsWorkingFolder(host));
+}
+
+} // namespace platform

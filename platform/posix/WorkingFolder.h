@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+// "C:\Pellarion" is the user's cache folder, unless the drive table is set from outside.
+
+/// The host folder that stands for it; empty when it is an ordinary folder of drive C:.
+std::string WorkingFolderRoot();
+
+/// Its path in this program's form.
+std::string WorkingFolderPath();
+
+/// Whether `name`, below the root of drive C:, names it.
+bool IsWorkingFolderName(std::string_view name);
+
+/// Whether it appears below this host folder although it lies elsewhere.
+bool HoldsWorkingFolder(const std::string& hostFolder);
+
+} // namespace platform
