@@ -20,7 +20,8 @@ namespace archive {
     FastLoopEnd end = FastLoopEnd::kMargins;
     while (bits.next <= inLast && out <= outLast) {
         bits.Refill();
-        SymbolBits symbol = TakeSymbol(bits, tables.litLen.data(), tables.litLenRootBits);
+        const InflateBits before = bits;
+        const SymbolBits symbol = TakeSymbol(bits, tables.litLen.data(), tables.litLenRootBits);
         if ((symbol.entry & kEntryLiteral) != 0) {
             *out++ = static_cast<std::uint8_t>(symbol.entry >> 16);
             continue;
@@ -29,7 +30,6 @@ namespace archive {
             end = FastLoopEnd::kEndOfBlock;
             break;
         }
-        const InflateBits before = bits;
         const std::size_t length = symbol.Value();
         bits.Refill();
         const std::size_t distance =
@@ -38,7 +38,11 @@ namespace archive {
             end = FastLoopEnd::kTooFar;
             break;
         }
-        static_cast<void>(before);
+        // Only Deflate64 has matches longer than the margin.
+        if (length > kFastSpace && length > static_cast<std::size_t>(space + size - out)) {
+            bits = before;
+            break;
+        }
         CopyMatch(out, distance, length);
         out += length;
     }
