@@ -1,0 +1,265 @@
+#include "app/core/Startup.h"
+
+#include "ProbeRun.h"
+#include "support/TestDir.h"
+
+#include <chrono>
+#include <fstream>
+#include <functional>
+#include <gtest/gtest.h>
+#include <thread>
+#include <unistd.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+using tests::ProbeResult;
+using tests::ProgramFolder;
+
+constexpr std::string_view kEnglish = "[Setting]\r\nLanguage=0409\r\nCharset=0\r\n";
+
+const std::string kNoLanguage = "16|Error|Fail to determine language id. Setting.ini file may be missing or "
+                                "corrupted. Operation aborted.";
+const std::string kNoLanguageFile =
+    "16|Error|The language file required may be missing or corrupted. Operation aborted.";
+const std::string kNoCharset = "16|Error|Fail to determine character set to be used. Setting.ini file may be "
+                               "missing or corrupted. Operation aborted.";
+
+std::vector<std::string> Only(const std::string& message) {
+    return {message};
+}
+
+TEST(Startup, FirstStartWritesTheDefaultSettingsAndRuns) {
+    ProgramFolder folder;
+    const ProbeResult result = folder.Start("302 x103");
+    EXPECT_EQ(result["outcome"], "run");
+    EXPECT_EQ(result.messages, std::vector<std::string>());
+    EXPECT_EQ(result["language"], "0409");
+    EXPECT_EQ(result["charset"], "0");
+    EXPECT_EQ(result["owner"], "User");
+    EXPECT_EQ(result["302"], "Pellarion");
+    EXPECT_EQ(result["x103"], "&Help");
+    EXPECT_EQ(folder.Dir().Read("Tools/Pellarion/setting.ini"),
+              "[Setting]\r\nLanguage=0409\r\nCharset=0\r\n\r\n[Size]\r\nHeight=12315\r\nWidth=12315\r\n\r\n"
+              "[Grid]\r\nColWidth0=1800.00\r\nColWidth1=799.93\r\nColWidth2=1440.00\r\nColWidth3=2000.12\r\n"
+              "\r\n[VSplitter]\r\nLeft=4570\r\n\r\n[Skin]\r\nSkinFile=Skins\\default.skf\r\n");
+
+    EXPECT_EQ(result["copies"], "oxlic_0409.dll ox_langfile0409.dll");
+    EXPECT_EQ(result["copies after"], "");
+    EXPECT_TRUE(fs::is_directory(folder.TempFolder()));
+}
+
+TEST(Startup, StopsWithOneOfItsThreeMessages) {
+    struct Case {
+        std::string settings;
+        std::string message;
+    };
+
+    const Case cases[] = {
+        {"", kNoLanguage},
+        {"[Setting]\r\nLanguage=\r\nCharset=0\r\n", kNoLanguage},
+        {"[Setting]\r\nLanguage=\r\nCharset=\r\n", kNoLanguage},
+        {"[Other]\r\nLanguage=0409\r\n", kNoLanguage},
+        {std::string("\0\xff\xfe\x80 garbage [Setting Language", 32), kNoLanguage},
+        {"[Setting]\r\nLanguage=0411\r\nCharset=0\r\n", kNoLanguageFile},
+        {"[Setting]\r\nLanguage=0411\r\nCharset=\r\n", kNoLanguageFile},
+        {"[Setting]\r\nLanguage=0409\r\nCharset=\r\n", kNoCharset},
+    };
+    for (const Case& one : cases) {
+        SCOPED_TRACE(one.settings);
+        ProgramFolder folder;
+        folder.WriteSettings(one.settings);
+        const ProbeResult result = folder.Start();
+        EXPECT_EQ(result["outcome"], "stopped");
+        EXPECT_EQ(result["ended"], "well");
+        EXPECT_EQ(result.messages, Only(one.message));
+        EXPECT_EQ(folder.Dir().Read("Tools/Pellarion/setting.ini"), one.settings);
+        EXPECT_FALSE(fs::exists(folder.TempFolder())) << "a library was touched before the checks";
+    }
+}
+
+TEST(Startup, TakesSettingsInAnyReadableShape) {
+    const std::string manyLines = [] {
+        std::string lines = "[Notes]\r\n";
+        for (int i = 0; i < 200'000; ++i)
+            lines += "key" + std::to_string(i) + "=a line that nobody asks for\r\n";
+        return lines;
+    }();
+    const std::string cases[] = {
+        "[setting]\nLANGUAGE=0409\n", // no Charset: 0
+        "; a comment\r\n\r\n  [Setting]  \r\n  Language = 0409  \r\n  Charset = 0",
+        "[Setting]\r\nLanguage=\"0409\"\r\n",
+        manyLines + std::string(kEnglish),
+    };
+    for (const std::string& settings : cases) {
+        SCOPED_TRACE(settings.substr(0, 80));
+        ProgramFolder folder;
+        folder.WriteSettings(settings);
+        const ProbeResult result = folder.Start("302");
+        EXPECT_EQ(result["outcome"], "run");
+        EXPECT_EQ(result["charset"], "0");
+        EXPECT_EQ(result["302"], "Pellarion");
+    }
+}
+
+// What stands in the way of the settings file must end in the first message, not in a crash or a hang.
+TEST(Startup, StopsWhenTheSettingsFileCannotBe) {
+    const auto asFolder = [](const fs::path& path) { fs::create_directory(path); };
+    const auto asLoop = [](const fs::path& path) { fs::create_symlink("setting.ini", path); };
+    const auto asDeadLink = [](const fs::path& path) { fs::create_symlink("/nowhere/setting.ini", path); };
+    for (const auto& obstacle :
+         std::vector<std::function<void(const fs::path&)>>{asFolder, asLoop, asDeadLink}) {
+        ProgramFolder folder;
+        obstacle(folder.Host("setting.ini"));
+        const ProbeResult result = folder.Start();
+        EXPECT_EQ(result["outcome"], "stopped");
+        EXPECT_EQ(result["ended"], "well");
+        EXPECT_EQ(result.messages, Only(kNoLanguage));
+    }
+}
+
+TEST(Startup, StopsOnAWriteProtectedDriveWithoutSettings) {
+    if (::geteuid() == 0)
+        GTEST_SKIP() << "write protection does not hold for this user";
+    ProgramFolder folder;
+    fs::permissions(folder.Host(), fs::perms::owner_read | fs::perms::owner_exec);
+    const ProbeResult result = folder.Start();
+    fs::permissions(folder.Host(), fs::perms::owner_all);
+    EXPECT_EQ(result.messages, Only(kNoLanguage));
+}
+
+TEST(Startup, LanguageIsChosenInTheSettings) {
+    ProgramFolder folder;
+    folder.WriteSettings("[Setting]\r\nLanguage=0407\r\nCharset=0\r\n");
+    // The drive's file system keeps letter case but does not care.
+    fs::rename(folder.Host("langfile0407.dll"), folder.Host("LangFile0407.DLL"));
+    const ProbeResult result = folder.Start("101 105 x103");
+    EXPECT_EQ(result["outcome"], "run");
+    EXPECT_EQ(result["101"], "&Löschen");
+    EXPECT_EQ(result["105"], "Ö&ffnen");
+    EXPECT_EQ(result["x103"], "&Hilfe");
+    EXPECT_EQ(result["copies"], "oxlic_0407.dll ox_langfile0407.dll");
+}
+
+TEST(Startup, GoesOnWithoutTheSecondLibrary) {
+    ProgramFolder folder;
+    folder.WriteSettings(kEnglish);
+    fs::remove(folder.Host("lic0409.dll"));
+    const ProbeResult result = folder.Start("302 x103");
+    EXPECT_EQ(result["outcome"], "run");
+    EXPECT_EQ(result.messages, Only("16|Pellarion|Error: The system cannot find the file specified."));
+    EXPECT_EQ(result["x103"], "");
+    EXPECT_EQ(result["302"], "Pellarion");
+}
+
+TEST(Startup, GoesOnWithADamagedLibrary) {
+    std::ifstream file(std::string(PROGRAM_DIR) + "/langfile0409.dll", std::ios::binary);
+    const std::string whole(std::istreambuf_iterator<char>(file), {});
+    ASSERT_GT(whole.size(), 4096U);
+    for (const std::string& damaged :
+         {std::string(), std::string("MZ"), whole.substr(0, 300), std::string(9000, 'x')}) {
+        SCOPED_TRACE(damaged.size());
+        ProgramFolder folder;
+        folder.WriteSettings(kEnglish);
+        fs::remove(folder.Host("langfile0409.dll"));
+        folder.Dir().MakeFile("Tools/Pellarion/langfile0409.dll", damaged);
+        const ProbeResult result = folder.Start("302 500 x103");
+        EXPECT_EQ(result["outcome"], "run");
+        EXPECT_EQ(result["ended"], "well");
+        ASSERT_EQ(result.messages.size(), 1U);
+        EXPECT_TRUE(result.messages[0].starts_with("16|Pellarion|Error: ")) << result.messages[0];
+        EXPECT_EQ(result["302"], "");
+        EXPECT_EQ(result["x103"], "&Help");
+        EXPECT_EQ(result["copies after"], "");
+    }
+}
+
+TEST(Startup, ReplacesLeftoverCopies) {
+    ProgramFolder folder;
+    folder.WriteSettings(kEnglish);
+    fs::create_directories(folder.TempFolder());
+    for (const char* name : {"ox_langfile0409.dll", "oxlic_0409.dll"})
+        std::ofstream(folder.TempFolder() / name) << "left by a run that was cut off";
+    const ProbeResult result = folder.Start("302 x103");
+    EXPECT_EQ(result.messages, std::vector<std::string>());
+    EXPECT_EQ(result["302"], "Pellarion");
+    EXPECT_EQ(result["x103"], "&Help");
+    EXPECT_EQ(result["copies after"], "");
+}
+
+// A copy that took the protection along could be neither deleted at the end nor replaced at the next start.
+TEST(Startup, ManagesWithWriteProtectedLibraries) {
+    ProgramFolder folder;
+    folder.WriteSettings(kEnglish);
+    for (const char* name : {"langfile0409.dll", "lic0409.dll"})
+        fs::permissions(folder.Host(name), fs::perms::owner_read);
+    for (int start = 1; start <= 2; ++start) {
+        const ProbeResult result = folder.Start("302");
+        EXPECT_EQ(result.messages, std::vector<std::string>());
+        EXPECT_EQ(result["302"], "Pellarion");
+        EXPECT_EQ(result["copies"], "oxlic_0409.dll ox_langfile0409.dll");
+        EXPECT_EQ(result["copies after"], "");
+    }
+}
+
+TEST(Startup, GoesOnWithoutTextsWhenThereIsNoWorkingFolder) {
+    ProgramFolder folder;
+    folder.WriteSettings(kEnglish);
+    std::ofstream(folder.Dir().HostC() / "Pellarion") << "a file in the folder's place";
+    const ProbeResult result = folder.Start("302");
+    EXPECT_EQ(result["outcome"], "run");
+    EXPECT_EQ(result.messages.size(), 2U) << "one for each library";
+    EXPECT_EQ(result["302"], "");
+}
+
+TEST(Startup, ReadsTheOwnersNameFromTheSuite) {
+    ProgramFolder folder;
+    folder.WriteSettings("[Setting]\r\nLanguage=0409\r\nCharset=134\r\n");
+    folder.Dir().MakeFile("Program/Bin/OwnerInfo.ini", "[OwnerInfo]\r\nName=Ann Example\r\n");
+    EXPECT_EQ(folder.Start("500")["500"], "Welcome, Ann Example. Pellarion will be ready in a moment ...");
+
+    // Written on a system with the legacy page of the character set.
+    folder.Dir().MakeFile("Program/Bin/OwnerInfo.ini", "[OwnerInfo]\r\nName=\xC0\xEE\xC3\xF7\r\n");
+    EXPECT_EQ(folder.Start()["owner"], "李明");
+}
+
+TEST(Startup, SecondCopyEndsSilentlyAndTouchesNothing) {
+    ProgramFolder folder;
+    folder.WriteSettings(kEnglish);
+    const fs::path told = folder.Dir().HostC() / "told";
+    FILE* first = ::popen((folder.Command("hold") + " > '" + told.string() + "'").c_str(), "w");
+    ASSERT_NE(first, nullptr);
+    std::string output;
+    for (int tries = 0; tries < 1000 && output.find("outcome=") == std::string::npos; ++tries) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        std::ifstream file(told);
+        output.assign(std::istreambuf_iterator<char>(file), {});
+    }
+    EXPECT_EQ(ProgramFolder::Parse(output)["outcome"], "run");
+
+    fs::remove(folder.Host("setting.ini"));
+    const ProbeResult second = folder.Start();
+    EXPECT_EQ(second["outcome"], "second copy");
+    EXPECT_EQ(second.messages, std::vector<std::string>());
+    EXPECT_FALSE(fs::exists(folder.Host("setting.ini"))) << "the second copy went on to the settings";
+    EXPECT_TRUE(fs::exists(folder.TempFolder() / "ox_langfile0409.dll"));
+    EXPECT_TRUE(fs::exists(folder.TempFolder() / "oxlic_0409.dll"));
+
+    ::pclose(first);
+    EXPECT_EQ(folder.Start()["outcome"], "run") << "the place of the first copy is free again";
+}
+
+TEST(Startup, SkinsBelongToTwoVersionsOfOneFamily) {
+    constexpr std::uint32_t kNtFamily = 2;
+    const auto allowed = [](std::uint32_t major, std::uint32_t minor, std::uint32_t family) {
+        return app::OsVersionFrom({.major = major, .minor = minor, .platformId = family}).skinAllowed;
+    };
+    EXPECT_TRUE(allowed(5, 1, kNtFamily));
+    EXPECT_TRUE(allowed(5, 2, kNtFamily));
+    EXPECT_FALSE(allowed(5, 0, kNtFamily));
+    EXPECT_FALSE(allowed(6, 1, kNtFamily));
+    EXPECT_FALSE(allowed(10, 0, kNtFamily));
+    EXPECT_FALSE(allowed(5, 1, 0)) << "a kernel of another system";
+}
+
+} // namespace

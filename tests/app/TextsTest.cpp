@@ -1,0 +1,101 @@
+#include "app/core/Texts.h"
+
+#include "ProbeRun.h"
+#include "app/core/ApplicationState.h"
+#include "app/core/Messages.h"
+#include "fakes/RecordingMessages.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using tests::ProbeResult;
+using tests::ProgramFolder;
+using tests::ScopedVariable;
+
+std::string Repeated(std::string_view what, int times) {
+    std::string result;
+    for (int i = 0; i < times; ++i)
+        result += what;
+    return result;
+}
+
+class OddTexts : public testing::Test {
+  protected:
+    OddTexts() {
+        folder_.Put(ODD_LIBRARY, "langfile0fff.dll");
+        folder_.Put(ODD_LIBRARY, "lic0fff.dll");
+        folder_.WriteSettings("[Setting]\r\nLanguage=0fff\r\nCharset=0\r\n");
+    }
+
+    ProgramFolder folder_;
+};
+
+TEST_F(OddTexts, AreCutAtTheirLimits) {
+    const ScopedVariable page("PELLARION_ANSI_CODEPAGE", "1252");
+    const ProbeResult result = folder_.Start("500 501 502 x500");
+    EXPECT_EQ(result["500"], std::string(381, 'x') + "y");
+    EXPECT_EQ(result["501"], Repeated("ä", 382)) << "one byte each in this code page";
+    EXPECT_EQ(result["502"], "before");
+    EXPECT_EQ(result["x500"], std::string(381, 'x') + "y");
+}
+
+TEST_F(OddTexts, AreNotCutInsideACharacter) {
+    const ScopedVariable page("PELLARION_ANSI_CODEPAGE", "65001");
+    EXPECT_EQ(folder_.Start("501")["501"], Repeated("ä", 191)) << "two bytes each";
+}
+
+TEST_F(OddTexts, ShowWhatTheCodePageLacksAsQuestionMarks) {
+    const ScopedVariable page("PELLARION_ANSI_CODEPAGE", "1251");
+    EXPECT_EQ(folder_.Start("501")["501"], std::string(382, '?'));
+}
+
+TEST_F(OddTexts, TakeTheOwnersNameInAnyCase) {
+    EXPECT_EQ(folder_.Start("503")["503"], "User and User and User");
+}
+
+TEST(Texts, NothingIsLoadedAtFirst) {
+    EXPECT_EQ(app::LoadText(302), "");
+    EXPECT_EQ(app::LoadExtraText(103), "");
+}
+
+TEST(Texts, PlaceholdersAreReplacedOnce) {
+    app::Application().OwnerName = "%username %s";
+    EXPECT_EQ(app::WithUserName("%UsErNaMe!"), "%username %s!");
+    EXPECT_EQ(app::WithUserName("100% user"), "100% user");
+    app::Application().OwnerName.clear();
+    EXPECT_EQ(app::WithUserName("a%usernameb"), "ab");
+    EXPECT_EQ(app::WithProductName("About %s, %S"), "About Pellarion, Pellarion");
+}
+
+TEST(Messages, TitlesAndErrorsFollowTheirRules) {
+    fakes::RecordingMessages messages;
+    app::ShowErrorUnderProgramTitle("It broke.");
+    app::ShowText(524, 0, app::kMessageWarning);
+    ASSERT_EQ(messages.shown.size(), 2U);
+    EXPECT_EQ(messages.shown[0].text, "Error: It broke.");
+    EXPECT_EQ(messages.shown[0].title, "Pellarion");
+    EXPECT_EQ(messages.shown[0].flags, app::kMessageError);
+    EXPECT_EQ(messages.shown[1].id, 524U);
+    EXPECT_EQ(messages.shown[1].title, "Pellarion") << "a message without a title";
+}
+
+TEST(Messages, DoorsArePutInPlaceAndBack) {
+    {
+        fakes::RecordingMessages outer;
+        outer.answers = {app::kAnswerNo};
+        {
+            fakes::RecordingMessages inner;
+            EXPECT_EQ(app::ShowText(505, 507, app::kMessageQuestion), app::kAnswerYes);
+            EXPECT_EQ(inner.Ids(), std::vector<std::uint32_t>{505});
+        }
+        EXPECT_EQ(app::ShowText(506, 507, app::kMessageQuestion), app::kAnswerNo);
+        EXPECT_EQ(outer.Ids(), std::vector<std::uint32_t>{506});
+    }
+    // The silent door answers by the buttons.
+    EXPECT_EQ(app::ShowText(505, 507, app::kMessageQuestion), app::kAnswerYes);
+    EXPECT_EQ(app::ShowText(524, 300, app::kMessageWarning), app::kAnswerOk);
+    EXPECT_EQ(app::Messages().Ask("Name?", "", false), std::nullopt);
+}
+
+} // namespace
