@@ -15,7 +15,6 @@ import random
 import shutil
 import struct
 import subprocess
-import sys
 import zlib
 from pathlib import Path
 
@@ -145,21 +144,24 @@ def program(stick, source):
     shutil.copytree(source, folder, dirs_exist_ok=True)
 
 
+def fill(stick, source=None):
+    """The whole stick; `source` holds the program."""
+    stick.mkdir(parents=True, exist_ok=True)
+    for folder in ("Documents", "Archives"):
+        shutil.rmtree(stick / folder, ignore_errors=True)
+    plain_files(stick)
+    archives(stick)
+    if source:
+        program(stick, source)
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("stick", type=Path)
     parser.add_argument("--program", type=Path)
     options = parser.parse_args()
-    stick = options.stick.resolve()
-    stick.mkdir(parents=True, exist_ok=True)
-    (stick / "Documents").exists() and shutil.rmtree(stick / "Documents")
-    shutil.rmtree(stick / "Archives", ignore_errors=True)
-    plain_files(stick)
-    archives(stick)
-    if options.program:
-        program(stick, options.program)
-    return 0
+    fill(options.stick.resolve(), options.program)
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    main()

@@ -1,0 +1,157 @@
+"""The program's windows, as the tour uses them."""
+
+from driver import Failure, Program, press, wait_for, write
+from texts import Texts
+
+
+class Explorer:
+    """The running program: its main window with the folder tree and the file list, and the windows it opens."""
+
+    def __init__(self, command, language, owner, scale, environment):
+        self.text = Texts(language, owner)
+        self.program = Program(command, environment, scale)
+
+    # The main window.
+
+    @property
+    def title(self):
+        return self.text(302)
+
+    @property
+    def window(self):
+        return self.program.window(self.title, "frame")
+
+    def pane(self, columns):
+        """The folder tree has one column, the file list several."""
+
+        def look():
+            for tree in self.window.find_all("tree"):
+                if (len([child for child in tree.children if "header" in child.role]) > 1) == (columns > 1):
+                    return tree
+            return None
+
+        return wait_for("the folder tree" if columns == 1 else "the file list", look)
+
+    @property
+    def tree(self):
+        return self.pane(1)
+
+    @property
+    def files(self):
+        return self.pane(4)
+
+    def location(self):
+        """What stands beside the caption "Location:"."""
+        labels = self.window.find_all("label")
+        return [label.name for label in labels]
+
+    def go(self, *names):
+        """Clicks down the tree: a drive, then folder by folder. The list shows the last one's content afterwards."""
+        path = ""
+        for name in names:
+            path = f"{path}{name}" if not path or path.endswith("\\") else f"{path}\\{name}"
+            self.node(path).click()
+            self.wait_location(path)
+
+    def node(self, path):
+        """The tree's row of a folder: among rows of the same name the one that stands below its parent."""
+        parts = path.rstrip("\\").split("\\")
+        parts[0] += "\\"
+
+        def look():
+            names = self.tree.column()
+            row = 0
+            for part in parts:
+                if part not in names[row:]:
+                    return None
+                row = names.index(part, row)
+            return self.tree.cell(row)
+
+        return wait_for(f"the node {path}", look)
+
+    def wait_location(self, path):
+        wait_for(f"the location {path}", lambda: path in self.location())
+
+    def names(self):
+        return self.files.column()
+
+    def selected(self):
+        files = self.files
+        cells = [files.cell(row) for row in range(files.rows)]
+        return [cell.name for cell in cells if cell.has("selected")]
+
+    def select(self, *names):
+        """Clicks the first row and the others with Ctrl held."""
+        for i, name in enumerate(names):
+            self.files.get_row(name).click(at=(0.3, 0.5), holding="ctrl" if i else None)
+        wait_for(f"{names} to be selected", lambda: set(self.selected()) == set(names))
+
+    def command(self, number):
+        """Presses a toolbar button, by the id of its text."""
+        self.window.get("push button", self.text(number)).click()
+
+    # Other windows.
+
+    def message(self):
+        """The message box that stands there: waits for it."""
+        return self.program.window(role="alert")
+
+    def answer(self, key="Return"):
+        """Closes a message box by keyboard."""
+        before = self.message().accessible
+        press(key)
+        wait_for("the message to go", lambda: all(w.accessible != before for w in self.program.windows()))
+
+    def zip_dialog(self, number=1, of=1):
+        return ArchiveDialog(self, self.text(308, x=number, y=of))
+
+
+class ArchiveDialog:
+    """An archive window."""
+
+    def __init__(self, explorer, title):
+        self.explorer = explorer
+        self.text = explorer.text
+        self.title = title
+        self.window = explorer.program.window(title)
+
+    @property
+    def list(self):
+        return self.window.get("tree")
+
+    def rows(self, column=0):
+        return self.list.column(column)
+
+    def press(self, number):
+        self.window.get("push button", self.text(number)).click()
+
+    def check(self, number):
+        box = self.window.get("check box", self.text(number))
+        box.click(at=(0.1, 0.5))
+        wait_for(f"the check mark of {box.name!r}", lambda: box.has("checked"))
+
+    def extract_here(self):
+        """All entries, beside the archive."""
+        self.check(515)
+        self.press(514)
+
+    def pick(self, folder):
+        """Answers the folder picker that "Extract to another folder" opens."""
+        picker = wait_for("the folder picker", lambda: self.explorer.program.window(self.text(520)))
+        field = picker.get("text")
+        field.click()
+        press("ctrl+a")
+        write(str(folder))
+        wait_for("the typed folder", lambda: field.text == str(folder))
+        press("Return")
+        return picker
+
+    @property
+    def is_open(self):
+        return self.explorer.program.is_shown(self.title)
+
+    def wait_closed(self, patience=60):
+        wait_for(f"{self.title!r} to close", lambda: not self.is_open, patience)
+
+
+__all__ = ["ArchiveDialog", "Explorer", "Failure"]

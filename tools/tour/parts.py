@@ -1,0 +1,572 @@
+"""The parts of the tour, in order. Each starts the program where it needs a fresh one."""
+
+import hashlib
+import os
+import shutil
+import signal
+import subprocess
+import zipfile
+from pathlib import Path
+
+import demo_stick
+from driver import press, screenshot, wait_for, write
+
+PARTS = {}
+
+
+def part(function):
+    PARTS[function.__name__.replace("_", "-")] = function
+    return function
+
+
+DEFAULT_SETTINGS = (
+    "[Setting]\r\nLanguage=0409\r\nCharset=0\r\n\r\n[Size]\r\nHeight=12315\r\nWidth=12315\r\n\r\n[Grid]\r\n"
+    "ColWidth0=1800.00\r\nColWidth1=799.93\r\nColWidth2=1440.00\r\nColWidth3=2000.12\r\n\r\n[VSplitter]\r\nLeft=4570\r\n"
+    "\r\n[Skin]\r\nSkinFile=Skins\\default.skf\r\n"
+).encode()
+
+
+def digests(folder):
+    """SHA-256 of every file below a folder, by relative path."""
+    return {
+        str(path.relative_to(folder)): hashlib.sha256(path.read_bytes()).hexdigest()
+        for path in sorted(folder.rglob("*")) if path.is_file()
+    }
+
+
+def zip_names(archive):
+    with zipfile.ZipFile(archive) as opened:
+        return [(("+" if entry.flag_bits & 1 else " ") + entry.filename) for entry in opened.infolist()]
+
+
+def settings_value(setting, key):
+    lines = setting.settings.read_text(encoding="latin-1").split("\r\n")
+    return next((line.split("=", 1)[1] for line in lines if line.startswith(key + "=")), None)
+
+
+def read_settings(setting, language):
+    """A settings file for another language, as a person would edit it."""
+    setting.settings.write_bytes(DEFAULT_SETTINGS.replace(b"Language=0409", f"Language={language}".encode()))
+
+
+def catch_splash(setting):
+    """Stops the program as its first window appears and looks at it slice by slice until that is drawn."""
+    events = subprocess.Popen(["xev", "-root", "-event", "substructure"], stdout=subprocess.PIPE, text=True)
+    try:
+        explorer = setting.start()
+        process = explorer.program.process
+        for line in events.stdout:
+            if line.startswith("MapNotify"):
+                break
+        path = setting.output / "splash-search.png"
+        colours = 0
+        for _ in range(400):
+            os.kill(process.pid, signal.SIGSTOP)
+            found = subprocess.run(
+                ["xdotool", "search", "--onlyvisible", "--pid", str(process.pid)], capture_output=True, text=True
+            ).stdout.split()
+            if found:
+                subprocess.run(["import", "-silent", "-window", found[-1], str(path)], check=True)
+                answer = subprocess.run(["identify", "-format", "%k %w %h", str(path)], capture_output=True, text=True)
+                colours, width, height = map(int, answer.stdout.split())
+                if colours > 8:
+                    break
+            os.kill(process.pid, signal.SIGCONT)
+            wait_for_slice(0.003)
+        os.kill(process.pid, signal.SIGCONT)
+        return explorer, path, colours > 8 and (width, height)
+    finally:
+        events.kill()
+
+
+def wait_for_slice(seconds):
+    """Lets the program run for a moment: the slices in which the splash window is looked for."""
+    signal.sigtimedwait([], seconds)
+
+
+@part
+def start(setting):
+    report = setting.report
+    report.step("The first start from the stick")
+    explorer, splash, size = catch_splash(setting)
+    report.check(size and size[0] < 700 and size[1] < 500, f"a small splash window stands first, drawn ({size})")
+    if size:
+        report.pictures += 1
+        splash.rename(setting.output / f"{report.pictures:02}-splash.png")
+    window = explorer.window
+    report.equal(setting.settings.read_bytes(), DEFAULT_SETTINGS, "the settings file is written byte for byte as the default")
+    copies = setting.computer / "Pellarion" / "temp"
+    report.equal(
+        sorted(path.name for path in copies.iterdir()), ["ox_langfile0409.dll", "oxlic_0409.dll"],
+        "the text libraries are loaded from copies on the computer's drive",
+    )
+    report.equal(window.rectangle[2:], (821, 821), "the window has the size of the settings (12315 twips are 821 pixels)")
+    report.equal(explorer.tree.column(), [explorer.text(123), "E:\\"], "the tree shows the computer and the removable drive, no other")
+    report.check(any(explorer.text(502) == text for text in window.texts()), "the free space has its caption")
+    report.picture(explorer.program, "explorer")
+
+    report.step("A second start")
+    second = subprocess.run(explorer.program.process.args, env={**os.environ, **setting.environment}, timeout=30)
+    report.equal(second.returncode, 0, "ends by itself, silently")
+    report.check(explorer.program.alive and len(explorer.program.windows()) == 1, "the first goes on, with its one window")
+    report.check(len(list(copies.iterdir())) == 2, "its temporary copies are still there")
+
+
+def open_drive(setting, **options):
+    explorer = setting.explorer or setting.start(**options)
+    explorer.window
+    explorer.go("E:\\")
+    return explorer
+
+
+@part
+def browse(setting):
+    report = setting.report
+    report.step("Browsing by mouse")
+    setting.settings.unlink(missing_ok=True)
+    explorer = setting.start()
+    explorer.go("E:\\")
+    report.equal(sorted(explorer.names()), sorted(entry.name for entry in setting.stick.iterdir()), "the list shows what the drive holds")
+    report.equal(
+        explorer.tree.column()[2:], sorted(entry.name for entry in setting.stick.iterdir() if entry.is_dir()),
+        "the tree shows its folders, in order",
+    )
+    explorer.go("E:\\", "Documents")
+    documents = setting.stick / "Documents"
+    report.equal(set(explorer.names()), {entry.name for entry in documents.iterdir()}, "a click on Documents lists it")
+    report.picture(explorer.program, "documents")
+
+    report.step("Sorting by clicks on the headers")
+    files = explorer.files
+    sizes = {entry.name: 0 if entry.is_dir() else entry.stat().st_size for entry in documents.iterdir()}
+    times = {entry.name: int(entry.stat().st_mtime) for entry in documents.iterdir()}
+
+    def sorted_by(key, reverse=False):
+        values = [key[name] for name in explorer.names()]
+        return values == sorted(values, reverse=reverse)
+
+    files.header(explorer.text(117)).click()
+    wait_for("ascending sizes", lambda: sorted_by(sizes))
+    report.check(sorted_by(sizes) and not sorted_by(sizes, True), "one click on Size: ascending")
+    files.header(explorer.text(117)).click()
+    wait_for("descending sizes", lambda: sorted_by(sizes, True))
+    report.check(sorted_by(sizes, True), "a second click: descending")
+    files.header(explorer.text(118)).click()
+    wait_for("ascending dates", lambda: sorted_by(times))
+    report.check(sorted_by(times), "a click on Modified: by date")
+    files.header(explorer.text(115)).click()
+    wait_for("names in order", lambda: explorer.names()[:2] == ["Diary", "Letters"])
+    report.equal(
+        explorer.names(), sorted((n for n in sizes if (documents / n).is_dir()), key=str.lower)
+        + sorted((n for n in sizes if not (documents / n).is_dir()), key=str.lower), "a click on Name: folders first, then files",
+    )
+    report.picture(explorer.program, "sorted")
+
+    report.step("Opening by keyboard")
+    explorer.select("Letters")
+    press("Return")
+    explorer.wait_location("E:\\Documents\\Letters")
+    report.check(set(explorer.names()) == {p.name for p in (documents / "Letters").iterdir()}, "Enter on a folder goes into it")
+    explorer.select("Arrival.txt")
+    press("Return")
+    wait_for("the document to open", setting.documents_opened)
+    report.check(setting.documents_opened()[0].endswith("/Documents/Letters/Arrival.txt"), "Enter on a text hands it to its program")
+    explorer.command(120)
+    explorer.wait_location("E:\\Documents")
+    report.check(True, "the button Up goes back to Documents")
+
+
+@part
+def files(setting):
+    report = setting.report
+    explorer = open_drive(setting)
+    report.step("Making, renaming and deleting a folder")
+    explorer.go("E:\\", "Projects")
+    explorer.command(100)
+    box = explorer.program.window(explorer.text(100))
+    report.check(explorer.text(512) in box.texts(), "New folder asks for a name, by the owner's name")
+    report.picture(explorer.program, "new-folder")
+    write("Harbour log")
+    press("Return")
+    explorer.files.get_row("Harbour log")
+    report.check((setting.stick / "Projects/Harbour log").is_dir(), "the folder is made and listed")
+    explorer.select("Harbour log")
+    press("F2")
+    press("ctrl+a")
+    write("Logbook")
+    press("Return")
+    explorer.files.get_row("Logbook")
+    report.check((setting.stick / "Projects/Logbook").is_dir() and not (setting.stick / "Projects/Harbour log").exists(), "F2 renames it")
+    explorer.select("Logbook")
+    press("Delete")
+    question = explorer.message()
+    report.check(explorer.text(505) in question.texts(), "Delete asks first")
+    report.picture(explorer.program, "delete-question")
+    press("Escape")
+    wait_for("the question to go", lambda: len(explorer.program.windows()) == 1)
+    report.check((setting.stick / "Projects/Logbook").is_dir(), "Escape keeps the folder")
+    explorer.select("Logbook")
+    press("Delete")
+    explorer.answer("alt+y")
+    wait_for("the folder to go", lambda: not (setting.stick / "Projects/Logbook").exists())
+    report.check("Logbook" not in explorer.names(), "Yes deletes it")
+
+    report.step("Copying and pasting")
+    explorer.go("E:\\", "Pictures")
+    explorer.select("Bay.png", "Dunes.png")
+    press("ctrl+c")
+    explorer.go("E:\\", "Projects")
+    explorer.files.click(at=(0.5, 0.95))
+    press("ctrl+v")
+    wait_for("the copies", lambda: {"Bay.png", "Dunes.png"} <= set(explorer.names()))
+    report.equal(
+        digests(setting.stick / "Projects").get("Bay.png"), digests(setting.stick / "Pictures")["Bay.png"], "Ctrl+C and Ctrl+V copy two pictures",
+    )
+
+    report.step("Marking a folder")
+    explorer.node("E:\\Pictures").click(at=(0.0, 0.5))
+    marks = setting.program_folder / "tree.dat"
+    report.check(mark_with_box(explorer, "E:\\Pictures", marks), "a click on its box marks Pictures")
+    report.equal(marks.read_bytes() if marks.exists() else b"", b"\\Pictures\r\n", "tree.dat holds the mark")
+    report.picture(explorer.program, "marked")
+
+
+def mark_with_box(explorer, path, marks):
+    """Clicks the check box of a tree row, which stands at its beginning."""
+    node = explorer.node(path)
+    left, top, width, height = node.rectangle
+    node.click(at=(8 / max(width, 1), 0.5))
+    return wait_for("the mark", marks.exists, 10)
+
+
+def open_archives(explorer, *names):
+    explorer.go("E:\\", "Archives")
+    explorer.select(*names)
+    explorer.command(107)
+
+
+@part
+def extract(setting):
+    report = setting.report
+    explorer = open_drive(setting)
+    archives, documents = setting.stick / "Archives", setting.stick / "Documents"
+
+    report.step("A ZIP archive: the toolbar's Extract")
+    open_archives(explorer, "Letters.zip")
+    dialog = explorer.zip_dialog()
+    report.equal(dialog.rows(), zip_names(archives / "Letters.zip"), "the window lists the archive's entries")
+    report.equal(dialog.rows(2)[0], "Directory Entry", "a folder is called one")
+    report.picture(explorer.program, "zip-window")
+    dialog.press(513)
+    report.check(any(explorer.text(524) in text for text in explorer.message().texts()), "with nothing selected it says so")
+    report.picture(explorer.program, "nothing-selected")
+    explorer.answer()
+
+    report.step("Extracting beside the archive")
+    dialog.extract_here()
+    dialog.wait_closed()
+    report.equal(digests(archives / "Letters"), digests(documents / "Letters"), "every file has the original's checksum")
+    report.equal(
+        {p.name: int(p.stat().st_mtime) for p in (archives / "Letters").iterdir()},
+        {p.name: int(p.stat().st_mtime) for p in (documents / "Letters").iterdir()}, "and its time",
+    )
+    report.equal(wait_for("the selection", explorer.selected), ["Letters"], "the new folder is selected in the list")
+    report.picture(explorer.program, "extracted")
+
+    report.step("Extracting to another folder")
+    target = setting.computer / "Unpacked"
+    target.mkdir(exist_ok=True)
+    open_archives(explorer, "Pictures stored.zip")
+    dialog = explorer.zip_dialog()
+    dialog.list.get_row(" Pictures/Bay.png").click(at=(0.5, 0.5))
+    dialog.list.get_row(" Pictures/Night.png").click(at=(0.5, 0.5), holding="ctrl")
+    dialog.press(513)
+    picker = explorer.program.window(explorer.text(520))
+    report.picture(explorer.program, "folder-picker")
+    dialog.pick(target)
+    dialog.wait_closed()
+    wanted = {f"Pictures/{name}": digests(setting.stick / "Pictures")[name] for name in ("Bay.png", "Night.png")}
+    report.equal(digests(target), wanted, "the two chosen pictures are there, and only they")
+    del picker
+
+    report.step("Deflate64")
+    open_archives(explorer, "Sundial Deflate64.zip")
+    explorer.zip_dialog().extract_here()
+    explorer_closed(explorer)
+    originals = {f: d for f, d in digests(setting.stick / "Projects/Sundial").items()}
+    report.equal(digests(archives / "Sundial"), originals, "every file has the original's checksum")
+
+    report.step("An archive with a comment")
+    open_archives(explorer, "Letters with comment.zip")
+    dialog = explorer.zip_dialog()
+    report.equal(dialog.rows(), zip_names(archives / "Letters with comment.zip"), "its entries are listed")
+    shutil.rmtree(archives / "Letters")
+    dialog.extract_here()
+    dialog.wait_closed()
+    report.equal(digests(archives / "Letters"), digests(documents / "Letters"), "and extracted whole")
+
+    report.step("Opening an entry")
+    open_archives(explorer, "One note.zip")
+    dialog = explorer.zip_dialog()
+    dialog.list.get_row(" Garden plan.txt").double_click(at=(0.3, 0.5))
+    opened = wait_for("the entry to open", setting.documents_opened)
+    report.check(opened[-1].endswith("/Garden plan.txt"), "a double-click hands it to its program")
+    copy = next((p for p in (setting.computer / "Pellarion").rglob("Garden plan.txt")), None)
+    report.check(copy and copy.read_bytes() == (documents / "Garden plan.txt").read_bytes(), "from a whole copy in the temporary folder")
+    report.check(dialog.is_open, "the window stays open")
+    press("Escape")
+    dialog.wait_closed()
+
+    report.step("An archive of several thousand entries")
+    open_archives(explorer, "Diary.zip")
+    dialog = explorer.zip_dialog()
+    report.equal(dialog.list.rows, len(zip_names(archives / "Diary.zip")), "every entry has its row")
+    dialog.list.header(explorer.text(117)).click()
+    report.check(wait_for("sorted sizes", lambda: dialog.rows(2)[:40].count("Directory Entry") > 1), "a click on Size sorts them")
+    report.picture(explorer.program, "many-entries")
+    dialog.extract_here()
+    dialog.wait_closed(120)
+    report.equal(digests(archives / "Diary"), digests(documents / "Diary"), f"{demo_stick.MANY} files extracted, each with the original's checksum")
+
+
+def explorer_closed(explorer, patience=60):
+    wait_for("the archive window to close", lambda: len(explorer.program.windows()) == 1, patience)
+
+
+@part
+def encrypted(setting):
+    report = setting.report
+    explorer = open_drive(setting)
+    archives = setting.stick / "Archives"
+    report.step("An encrypted archive, with a wrong password")
+    open_archives(explorer, "Private.zip")
+    dialog = explorer.zip_dialog()
+    report.check(all(name.startswith("+") for name in dialog.rows()), "its entries bear a plus sign")
+    dialog.extract_here()
+    box = explorer.program.window("Password requered")
+    report.check(box.find("password text") is not None, "the password is asked for, and does not show")
+    report.picture(explorer.program, "password")
+    write("moondial")
+    press("Return")
+    report.check(explorer.text(555) in " ".join(explorer.message().texts()), "a wrong one is said to be wrong")
+    report.picture(explorer.program, "wrong-password")
+    explorer.answer()
+    explorer_closed(explorer)
+    report.equal([p.name for p in archives.glob("*.txt")], [], "and nothing is written")
+
+    report.step("With the right one")
+    open_archives(explorer, "Private.zip")
+    explorer.zip_dialog().extract_here()
+    explorer.program.window("Password requered")
+    write(demo_stick.PASSWORD)
+    press("Return")
+    explorer_closed(explorer)
+    originals = digests(setting.stick / "Documents")
+    report.equal(
+        {p.name: hashlib.sha256(p.read_bytes()).hexdigest() for p in archives.glob("*.txt")},
+        {name: originals[name] for name in ("Garden plan.txt", "Packing list.txt")}, "both files have the originals' checksums, asked once",
+    )
+    for path in archives.glob("*.txt"):
+        path.unlink()
+
+
+@part
+def several(setting):
+    report = setting.report
+    explorer = open_drive(setting)
+    report.step("Several archives in turn")
+    open_archives(explorer, "Letters.zip", "Pictures stored.zip")
+    first = explorer.zip_dialog(1, 2)
+    first.press(104)
+    second = explorer.zip_dialog(2, 2)
+    report.check(" Pictures/Bay.png" in second.rows(), "the second follows when the first is closed, each with its number")
+    report.picture(explorer.program, "second-of-two")
+    press("Escape")
+    second.wait_closed()
+
+    report.step("Archives of two kinds")
+    open_archives(explorer, "Letters.zip", "Pictures.cab")
+    report.check(explorer.text(523) in explorer.message().texts(), "are refused with a message")
+    report.picture(explorer.program, "mixed-kinds")
+    explorer.answer()
+    report.equal(len(explorer.program.windows()), 1, "and no archive window opens")
+
+
+@part
+def damaged(setting):
+    report = setting.report
+    archives = setting.stick / "Archives"
+    whole = bytearray((archives / "Letters.zip").read_bytes())
+    with zipfile.ZipFile(archives / "Letters.zip") as opened:
+        entry = next(e for e in opened.infolist() if e.filename.endswith("Arrival.txt"))
+    data = entry.header_offset + 30 + len(entry.filename)
+    flipped = bytearray(whole)
+    flipped[data + entry.compress_size // 2] ^= 0x55
+    (archives / "Damaged data.zip").write_bytes(flipped)
+    (archives / "Cut off.zip").write_bytes(whole[: len(whole) // 2])
+    (archives / "No archive.zip").write_bytes(b"This is no archive.\r\n")
+    explorer = open_drive(setting)
+    explorer.go("E:\\", "Archives")
+    shutil.rmtree(archives / "Letters", ignore_errors=True)
+
+    report.step("A damaged archive")
+    open_archives(explorer, "Damaged data.zip")
+    dialog = explorer.zip_dialog()
+    dialog.extract_here()
+    said = []
+    while explorer.program.windows()[0].has("showing") and dialog.is_open:
+        alert = next((w for w in explorer.program.windows() if w.role == "alert"), None)
+        if alert:
+            if not said:
+                report.picture(explorer.program, "damaged")
+            said += alert.texts()
+            explorer.answer()
+    report.check(any(explorer.text(n) in " ".join(said) for n in (541, 557, 559)), "the damage is told")
+    originals = digests(setting.stick / "Documents/Letters")
+    got = digests(archives / "Letters")
+    report.check(all(got.get(n) == d for n, d in originals.items() if n not in ("Arrival.txt",)), "the other files are extracted whole")
+    report.check(got.get("Arrival.txt") != originals["Arrival.txt"], "(the damage is real)")
+
+    for name in ("Cut off.zip", "No archive.zip"):
+        report.step(f"{name[:-4]}: a file that is no whole archive")
+        open_archives(explorer, name)
+        dialog = explorer.zip_dialog()
+        report.equal(dialog.list.rows, 0, "its window opens with an empty list")
+        press("Escape")
+        dialog.wait_closed()
+    for name in ("Damaged data.zip", "Cut off.zip", "No archive.zip"):
+        (archives / name).unlink()
+
+
+@part
+def stop(setting):
+    report = setting.report
+    archives = setting.stick / "Archives"
+    report.step("Escape while a large archive is extracted")
+    block = b"".join(f"line {number} of a long log\r\n".encode() for number in range(200_000))
+    count = 300
+    with zipfile.ZipFile(archives / "Large.zip", "w", zipfile.ZIP_DEFLATED, compresslevel=1) as large:
+        large.writestr("Large/part 000.log", block)
+        packed = large.infolist()[0]
+        for number in range(1, count):
+            large.writestr(f"Large/part {number:03}.log", block)
+    del packed
+    explorer = open_drive(setting)
+    explorer.go("E:\\", "Archives")
+    press("F5")
+    open_archives(explorer, "Large.zip")
+    dialog = explorer.zip_dialog()
+    dialog.extract_here()
+    target = archives / "Large"
+    wait_for("the first files", lambda: target.is_dir() and len(list(target.iterdir())) >= 3)
+    press("Escape")
+    explorer_closed(explorer, 60)
+    found = sorted(target.iterdir())
+    report.check(3 <= len(found) < count, f"extracting stops ({len(found)} of {count} files)")
+    report.check(all(path.read_bytes() == block for path in found), "every file that is there is whole")
+    report.check(explorer.program.alive, "and the program goes on")
+    shutil.rmtree(target)
+    (archives / "Large.zip").unlink()
+
+
+@part
+def close(setting):
+    report = setting.report
+    report.step("Closing")
+    setting.settings.unlink(missing_ok=True)
+    explorer = setting.start()
+    explorer.go("E:\\")
+    splitter_before = settings_value(setting, "Left")
+    header = explorer.files.header(explorer.text(115))
+    left, top, width, height = header.rectangle
+    widen = (left + width - 2, top + height // 2)
+    drag(widen, (widen[0] + 60, widen[1]))
+    wait_for("the wider column", lambda: explorer.files.header(explorer.text(115)).rectangle[2] > width + 40)
+    report.check(True, "a column is dragged wider")
+    explorer.tree.click(at=(0.5, 0.9))
+    explorer.command(104)
+    report.equal(explorer.program.ended(), 0, "the button Close ends the program")
+    report.check(float(settings_value(setting, "ColWidth0")) > 1800 + 40 * 15, "the column's new width is saved")
+    report.equal(settings_value(setting, "Left"), splitter_before, "the splitter's place is kept")
+    report.equal(settings_value(setting, "Width"), "12315", "the window's size is saved")
+    report.equal(list((setting.computer / "Pellarion/temp").glob("*.dll")), [], "the temporary copies are gone")
+
+    report.step("The next start")
+    explorer = setting.start()
+    explorer.go("E:\\")
+    report.check(explorer.files.header(explorer.text(115)).rectangle[2] > width + 40, "the column is as wide as it was left")
+    press("alt+F4")
+    report.equal(explorer.program.ended(), 0, "Alt+F4 ends the program")
+
+
+def drag(start, end):
+    from driver import xdotool
+
+    xdotool("mousemove", *start, "mousedown", 1)
+    steps = 8
+    for i in range(1, steps + 1):
+        xdotool("mousemove", start[0] + (end[0] - start[0]) * i // steps, start[1] + (end[1] - start[1]) * i // steps)
+    xdotool("mouseup", 1)
+
+
+def look_around(setting, name, **options):
+    """The explorer and the ZIP window under another look, each with a picture."""
+    report = setting.report
+    report.step(f"{name}: the explorer and a ZIP archive")
+    read_settings(setting, options.get("language", "0409"))
+    explorer = setting.start(**options)
+    explorer.go("E:\\", "Documents")
+    press("Tab")
+    explorer.go("E:\\", "Archives")
+    explorer.select("Letters.zip")
+    report.picture(explorer.program, f"{name}-explorer")
+    explorer.command(107)
+    dialog = explorer.zip_dialog()
+    report.equal(dialog.rows(), zip_names(setting.stick / "Archives/Letters.zip"), "the ZIP window lists the entries")
+    report.picture(explorer.program, f"{name}-zip-window")
+    press("Escape")
+    dialog.wait_closed()
+    return explorer
+
+
+@part
+def scaled(setting):
+    explorer = look_around(setting, "scale-200", scale=2.0)
+    setting.report.equal(explorer.window.rectangle[2:], (1642, 1642), "at 200 % the window takes twice the pixels")
+
+
+@part
+def dark(setting):
+    look_around(setting, "dark", PELLARION_PALETTE="dark")
+    path = setting.output / "dark-test.png"
+    screenshot(path, setting.explorer.program.windows())
+    mean = float(subprocess.run(["identify", "-format", "%[fx:mean]", str(path)], capture_output=True, text=True, check=True).stdout)
+    path.unlink()
+    setting.report.check(mean < 0.4, f"the window is dark (mean brightness {mean:.2f})")
+
+
+@part
+def german(setting):
+    explorer = look_around(setting, "german", language="0407")
+    texts = explorer.window.texts()
+    setting.report.check(explorer.text(501) in texts and explorer.text.main[107] != "&Extract", "captions are German")
+
+
+@part
+def right_to_left(setting):
+    report = setting.report
+    read_settings(setting, "0409")
+    explorer = look_around(setting, "right-to-left", **{"arguments": ()}) if False else None
+    report.step("right-to-left: the explorer and a ZIP archive")
+    explorer = setting.start("-reverse")
+    explorer.go("E:\\", "Archives")
+    report.check(explorer.tree.rectangle[0] > explorer.files.rectangle[0], "the tree stands on the right")
+    explorer.select("Letters.zip")
+    report.picture(explorer.program, "right-to-left-explorer")
+    explorer.command(107)
+    dialog = explorer.zip_dialog()
+    report.equal(dialog.rows(), zip_names(setting.stick / "Archives/Letters.zip"), "the ZIP window lists the entries")
+    report.picture(explorer.program, "right-to-left-zip-window")
+
+
+__all__ = ["PARTS", "Path"]

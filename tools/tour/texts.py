@@ -1,0 +1,37 @@
+"""The texts of the language libraries, read from their sources, as the bus tells of them."""
+
+import re
+from pathlib import Path
+
+LANGUAGES = Path(__file__).resolve().parents[2] / "languages"
+
+
+def read(language, kind="langfile"):
+    """All texts of a library by their ids."""
+    source = (LANGUAGES / language / f"{kind}.rc").read_text(encoding="utf-8")
+    source = re.sub(r"/\*.*?\*/", "", source, flags=re.S)
+    return {
+        int(number): text.replace('""', '"').replace("\\n", "\n").replace("\\r", "").replace("\\\\", "\\")
+        for number, text in re.findall(r'^\s*(\d+)\s*,?\s*"((?:[^"]|"")*)"', source, flags=re.M)
+    }
+
+
+class Texts:
+    """Texts by id, with the owner's name put in and without the marks of access keys."""
+
+    def __init__(self, language, owner):
+        self.owner = owner
+        self.main = read(language)
+        self.extra = read(language, "lic")
+
+    def __call__(self, number, **put):
+        return self._clean(self.main[number], put)
+
+    def second(self, number, **put):
+        return self._clean(self.extra[number], put)
+
+    def _clean(self, text, put):
+        text = text.replace("%username", self.owner)
+        for mark, value in put.items():
+            text = text.replace("%" + mark, str(value))
+        return re.sub(r"&(.)", r"\1", text)

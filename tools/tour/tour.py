@@ -1,0 +1,100 @@
+#!/usr/bin/env python3
+"""The tour: the real program on a stick of its own, used by mouse and keyboard, with every step checked.
+
+Started by scripts/tour, which brings the display and the session bus.
+"""
+
+import argparse
+import os
+import shutil
+import sys
+import traceback
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parents[1]))
+
+import demo_stick  # noqa: E402
+import driver  # noqa: E402
+from explorer import Explorer  # noqa: E402
+from parts import PARTS  # noqa: E402
+
+
+class Setting:
+    """What the parts share: the folders, the report, and how the program is started."""
+
+    def __init__(self, program, output):
+        self.output = output
+        self.stick = output / "stick"
+        self.computer = output / "computer"
+        self.report = driver.Report(output)
+        self.opened = output / "opened.txt"
+        self.explorer = None
+        for folder in (self.stick, self.computer):
+            shutil.rmtree(folder, ignore_errors=True)
+            folder.mkdir(parents=True)
+        for picture in output.glob("*.png"):
+            picture.unlink()
+        demo_stick.fill(self.stick, program)
+        # Documents "open" in a program that writes down their paths.
+        opener = output / "bin" / "xdg-open"
+        opener.parent.mkdir(exist_ok=True)
+        opener.write_text(f'#!/bin/sh\nprintf "%s\\n" "$1" >>"{self.opened}"\n')
+        opener.chmod(0o755)
+
+    @property
+    def program_folder(self):
+        return self.stick / "Program" / "Pellarion"
+
+    @property
+    def settings(self):
+        return self.program_folder / "setting.ini"
+
+    def start(self, *arguments, language="0409", scale=1.0, **environment):
+        """Starts the program from the stick; ends what a part before left running."""
+        self.stop()
+        self.opened.unlink(missing_ok=True)
+        self.explorer = Explorer(
+            [self.program_folder / "pellarion", *arguments], language, demo_stick.OWNER, scale,
+            {
+                "PELLARION_DRIVES": f"C=fixed:{self.computer};E=removable:{self.stick}",
+                "PATH": f"{self.output / 'bin'}:{os.environ['PATH']}",
+                **environment,
+            },
+        )
+        return self.explorer
+
+    def stop(self):
+        if self.explorer:
+            self.explorer.program.kill()
+            self.explorer = None
+
+    def documents_opened(self):
+        return self.opened.read_text().split("\n")[:-1] if self.opened.exists() else []
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--program", type=Path, required=True)
+    parser.add_argument("--output", type=Path, required=True)
+    parser.add_argument("part", nargs="*", choices=[[], *PARTS], help="only these; all of them without any")
+    options = parser.parse_args()
+
+    driver.start_bus()
+    setting = Setting(options.program.resolve(), options.output.resolve())
+    for name, part in PARTS.items():
+        if options.part and name not in options.part:
+            continue
+        try:
+            part(setting)
+        except Exception as error:  # the tour goes on with the next part, but has failed
+            setting.report.check(False, f"{name}: {error}")
+            if not isinstance(error, driver.Failure):
+                traceback.print_exc(file=sys.stdout)
+            driver.screenshot(setting.output / f"failed-{name}.png", [])
+        finally:
+            setting.stop()
+    return setting.report.close()
+
+
+if __name__ == "__main__":
+    sys.exit(main())
