@@ -47,6 +47,14 @@ def write(text):
     xdotool("type", "--clearmodifiers", "--delay", "5", "--", text)
 
 
+def drag(start, end, steps=8):
+    """Moves the mouse from one point to another with its button held."""
+    xdotool("mousemove", *start, "mousedown", 1)
+    for i in range(1, steps + 1):
+        xdotool("mousemove", *(a + (b - a) * i // steps for a, b in zip(start, end)))
+    xdotool("mouseup", 1)
+
+
 class Node:
     """One control, as the accessibility bus tells of it."""
 

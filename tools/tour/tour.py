@@ -42,6 +42,13 @@ class Setting:
         opener.chmod(0o755)
 
     @property
+    def environment(self):
+        return {
+            "PELLARION_DRIVES": f"C=fixed:{self.computer};E=removable:{self.stick}",
+            "PATH": f"{self.output / 'bin'}:{os.environ['PATH']}",
+        }
+
+    @property
     def program_folder(self):
         return self.stick / "Program" / "Pellarion"
 
@@ -55,11 +62,7 @@ class Setting:
         self.opened.unlink(missing_ok=True)
         self.explorer = Explorer(
             [self.program_folder / "pellarion", *arguments], language, demo_stick.OWNER, scale,
-            {
-                "PELLARION_DRIVES": f"C=fixed:{self.computer};E=removable:{self.stick}",
-                "PATH": f"{self.output / 'bin'}:{os.environ['PATH']}",
-                **environment,
-            },
+            {**self.environment, **environment},
         )
         return self.explorer
 
