@@ -26,8 +26,6 @@ ArchiveColumn SortKeyOf(int section) {
 
 ArchiveListView::ArchiveListView(QWidget* parent) : QTreeView(parent) {
     setModel(&model_);
-    for (int column = kVisibleArchiveColumns; column < kArchiveColumns; ++column)
-        setColumnHidden(column, true);
     setSelectionMode(ExtendedSelection);
     setEditTriggers(NoEditTriggers);
     setRootIsDecorated(false);
@@ -40,6 +38,9 @@ ArchiveListView::ArchiveListView(QWidget* parent) : QTreeView(parent) {
     header()->setSectionsMovable(false);
     header()->setSortIndicatorShown(false);
     header()->setMinimumSectionSize(fontMetrics().averageCharWidth() * 4);
+    // After the minimum size is set: setting it gives hidden columns a width again.
+    for (int column = kVisibleArchiveColumns; column < kArchiveColumns; ++column)
+        setColumnHidden(column, true);
     connect(header(), &QHeaderView::sectionClicked, this, &ArchiveListView::OnHeaderClicked);
     connect(header(), &QHeaderView::sectionResized, this, &ArchiveListView::OnSectionResized);
 }
@@ -86,6 +87,14 @@ void ArchiveListView::ApplyWidths() {
 void ArchiveListView::resizeEvent(QResizeEvent* event) {
     QTreeView::resizeEvent(event);
     ApplyWidths();
+}
+
+void ArchiveListView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+                              const QModelIndex& index) const {
+    // The highlight runs on beyond the last column.
+    if (selectionModel()->isRowSelected(index.row()))
+        painter->fillRect(option.rect, option.palette.brush(QPalette::Highlight));
+    QTreeView::drawRow(painter, option, index);
 }
 
 void ArchiveListView::paintEvent(QPaintEvent* event) {

@@ -33,6 +33,8 @@ class ArchiveListView : public QTreeView {
   protected:
     void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+                 const QModelIndex& index) const override;
 
   private:
     void OnHeaderClicked(int section);

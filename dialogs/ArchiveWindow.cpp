@@ -126,6 +126,7 @@ void ArchiveWindow::ShowProgress(double fraction) {
 }
 
 void ArchiveWindow::ShowDestination(const std::string& folder) {
+    lblDest->show();
     lblDestFile->setText(app::ToWindow(folder));
 }
 

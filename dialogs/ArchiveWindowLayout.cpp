@@ -45,6 +45,11 @@ void SetCaption(QAbstractButton* button, std::uint32_t id) {
 void ArchiveWindow::Build() {
     ListView = Named(new ArchiveListView(this), "ListView");
     lblDest = Named(new QLabel(this), "lblDest");
+    // A caption of nothing until there is a destination; its place is kept.
+    QSizePolicy keepsPlace = lblDest->sizePolicy();
+    keepsPlace.setRetainSizeWhenHidden(true);
+    lblDest->setSizePolicy(keepsPlace);
+    lblDest->hide();
     lblDestFile = Named(new PathLabel(this), "lblDestFile");
     PicProBar = Named(new ProgressStrip(this), "PicProBar");
     lblProBar = Named(new QLabel(this), "lblProBar");
