@@ -78,6 +78,7 @@ void frmWinExtract::ShowNumber(std::size_t number, std::size_t count) {
 }
 
 void frmWinExtract::ListArchive() {
+    const app::BusyCursor busy;
     front_.Get_Contents(CurrentArchive);
     const std::int32_t count = front_.FileCount();
     const QString folderSize = QStringLiteral("Directory Entry");
