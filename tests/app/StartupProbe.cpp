@@ -6,15 +6,22 @@
 
 #include <cstdlib>
 #include <iostream>
+#include <memory>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
 // Starts up as the program does, with no windows, and tells what came of it in lines of key and value:
-//   startup_probe [hold] [<id>...]
+//   startup_probe [hold] [throw] [<id>...]
 // An id is one of the language library, or with an "x" before it one of the second text library. With "hold"
 // it stays after start-up until its input ends.
 
 namespace {
+
+class ThrowingMessages : public fakes::RecordingMessages {
+  public:
+    int Show(const app::Message&) override { throw std::runtime_error("a message box that fails"); }
+};
 
 void Tell(std::string_view key, std::string_view value) {
     std::cout << key << '=' << value << '\n';
@@ -54,7 +61,10 @@ void TellText(const std::string& argument) {
 } // namespace
 
 int main(int argc, char** argv) {
-    fakes::RecordingMessages messages;
+    const bool throws = argc > 1 && std::string_view(argv[1]) == "throw";
+    const std::unique_ptr<fakes::RecordingMessages> door =
+        throws ? std::make_unique<ThrowingMessages>() : std::make_unique<fakes::RecordingMessages>();
+    const fakes::RecordingMessages& messages = *door;
     const app::StartupOutcome outcome = app::RunStartup();
     for (const app::Message& message : messages.shown)
         Tell("message", std::to_string(message.flags) + "|" + message.title + "|" + message.text);
@@ -68,7 +78,7 @@ int main(int argc, char** argv) {
         const std::string argument = argv[i];
         if (argument == "hold")
             hold = true;
-        else
+        else if (argument != "throw")
             TellText(argument);
     }
     Tell("outcome", NameOf(outcome));

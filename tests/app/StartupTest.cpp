@@ -249,6 +249,18 @@ TEST(Startup, SecondCopyEndsSilentlyAndTouchesNothing) {
     EXPECT_EQ(folder.Start()["outcome"], "run") << "the place of the first copy is free again";
 }
 
+TEST(Startup, EndsSilentlyAfterAnUnexpectedError) {
+    ProgramFolder folder;
+    folder.WriteSettings(kEnglish);
+    // The second library is loaded when the damaged first one is reported, which fails.
+    fs::resize_file(folder.Host("langfile0409.dll"), 100);
+    const ProbeResult result = folder.Start("throw x103");
+    EXPECT_EQ(result["outcome"], "failed");
+    EXPECT_EQ(result["ended"], "well");
+    EXPECT_EQ(result["copies"], "") << "both libraries are freed and their copies gone";
+    EXPECT_EQ(result["x103"], "");
+}
+
 TEST(Startup, SkinsBelongToTwoVersionsOfOneFamily) {
     constexpr std::uint32_t kNtFamily = 2;
     const auto allowed = [](std::uint32_t major, std::uint32_t minor, std::uint32_t family) {

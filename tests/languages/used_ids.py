@@ -1,21 +1,21 @@
 """Finds the text ids that the program's sources ask for.
 
-Seen are numbers given to the look-up functions, and named constants, whose names end in the role of a text or which
-are given to a look-up function. Ids that are reached by arithmetic are listed here.
+Seen are numbers given to functions whose names speak of texts, and every constant of the type of an id with a value
+in their range: text ids and nothing else are kept that way. Ids that are reached by arithmetic are listed here.
 """
 
 import re
 from pathlib import Path
 
-LAYERS = ("app", "archive", "dialogs", "explorer", "platform")
+LAYERS = ("app", "archive", "dialogs", "explorer")
+IDS = range(100, 700)
 
 # Result codes of the RAR library plus 518, and the texts for its codes while listing.
 COMPUTED = {"langfile": set(range(529, 539)) | set(range(546, 554)), "lic": set()}
 
-# Any function whose name says that it takes a text's id, with what stands in its parentheses.
-_LOOKUP = re.compile(r"\b(\w*(?:LoadText|LoadExtraText|ShowText|WindowText|CaptionText|ErrorText))\(([^;{}]*)")
+# Any function whose name says that it takes a text's id, with what stands behind its parenthesis.
+_LOOKUP = re.compile(r"\b(\w*(?:Text|Caption|Title|Message|Prompt|ToolTip)\w*)\(([^;{}]*)")
 _CONSTANT = re.compile(r"\b(?:std::)?uint32_t\s+(k\w+)\s*=\s*(\d+)\s*[;,]")
-_ROLE = re.compile(r"Text|Title|Caption|Prompt|Question|Label|Button")
 _COMMENT = re.compile(r"//[^\n]*|/\*.*?\*/", re.DOTALL)
 _STRING = re.compile(r'"(?:[^"\\\n]|\\.)*"')
 
@@ -43,13 +43,10 @@ def _scan(source: str, place: str, used: dict[str, dict[int, str]]) -> None:
     for function, arguments in _LOOKUP.findall(source):
         library = _library(function)
         for word in re.findall(r"\w+", arguments):
-            if word.isdigit() and 100 <= int(word) < 1000:
+            if word.isdigit() and int(word) in IDS:
                 used[library].setdefault(int(word), place)
             elif word in constants:
                 given.setdefault(word, set()).add(library)
     for name, value in constants.items():
-        libraries = given.get(name, set())
-        if not libraries and _ROLE.search(name) and 100 <= value < 700:
-            libraries = {"langfile"}
-        for library in libraries:
+        for library in given.get(name, {"langfile"}) if value in IDS else ():
             used[library].setdefault(value, f"{place} ({name})")
