@@ -1,10 +1,10 @@
 #include "DriveTable.h"
 
+#include "DriveLetters.h"
 #include "DriveSetting.h"
 #include "HostNames.h"
 #include "Mounts.h"
 
-#include <algorithm>
 #include <cstdlib>
 
 namespace platform {
@@ -15,27 +15,6 @@ const char* Setting() {
     return setting == nullptr ? "" : setting;
 }
 
-/// Gives removable mounts letters from D on. A mount keeps the letter it has had, for as long as it stays.
-void AssignLetters(std::vector<DriveEntry>& drives, const std::vector<DriveEntry>& before) {
-    const auto isTaken = [&](char letter) {
-        return std::any_of(drives.begin(), drives.end(),
-                           [&](const DriveEntry& d) { return d.letter == letter; });
-    };
-    for (DriveEntry& drive : drives) {
-        const auto known = std::find_if(before.begin(), before.end(),
-                                        [&](const DriveEntry& d) { return d.root == drive.root; });
-        if (known != before.end())
-            drive.letter = known->letter;
-    }
-    for (DriveEntry& drive : drives) {
-        for (char letter = 'D'; drive.letter == 0 && letter <= 'Z'; ++letter) {
-            if (!isTaken(letter))
-                drive.letter = letter;
-        }
-    }
-    std::erase_if(drives, [](const DriveEntry& d) { return d.letter == 0; });
-}
-
 const std::vector<DriveEntry>& MountedDrives() {
     static std::vector<DriveEntry> drives;
     static MountWatch watch;
@@ -43,8 +22,7 @@ const std::vector<DriveEntry>& MountedDrives() {
         std::vector<DriveEntry> found = {{'C', DriveType::kFixed, "/"}};
         for (const std::string& root : RemovableMounts())
             found.push_back({0, DriveType::kRemovable, root});
-        AssignLetters(found, drives);
-        drives = std::move(found);
+        drives = WithLetters(std::move(found), drives);
     }
     return drives;
 }

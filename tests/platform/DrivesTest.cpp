@@ -1,0 +1,68 @@
+#include "platform/Drives.h"
+
+#include "support/TestDir.h"
+
+#include <gtest/gtest.h>
+#include <sys/statvfs.h>
+
+namespace {
+
+using namespace platform;
+using tests::ScopedVariable;
+using tests::TestDir;
+
+TEST(Drives, TypesComeFromTheTable) {
+    const TestDir dir;
+    EXPECT_EQ(GetDriveType("C:\\"), DriveType::kFixed);
+    EXPECT_EQ(GetDriveType("e:\\"), DriveType::kRemovable);
+    EXPECT_EQ(GetDriveType("D:\\"), DriveType::kNoRoot);
+    EXPECT_EQ(GetDriveType(""), DriveType::kNoRoot);
+    EXPECT_EQ(GetDriveType("?:\\"), DriveType::kNoRoot);
+}
+
+TEST(Drives, TableIsReadAgainWhenItChanges) {
+    const TestDir dir;
+    const std::string root = dir.Host().string();
+    {
+        const ScopedVariable drives("PELLARION_DRIVES", "f=cdrom:" + root + ";G=remote:" + root +
+                                                            "/;H=removable:relative;nonsense;;F=fixed:" +
+                                                            root + ";I=odd:" + root + ";J=ramdisk:" + root);
+        EXPECT_EQ(GetDriveType("F:\\"), DriveType::kCdRom) << "the first of two";
+        EXPECT_EQ(GetDriveType("G:\\"), DriveType::kRemote);
+        EXPECT_EQ(GetDriveType("H:\\"), DriveType::kNoRoot);
+        EXPECT_EQ(GetDriveType("I:\\"), DriveType::kUnknown);
+        EXPECT_EQ(GetDriveType("J:\\"), DriveType::kRamDisk);
+        EXPECT_EQ(GetDriveType("E:\\"), DriveType::kNoRoot);
+    }
+    EXPECT_EQ(GetDriveType("E:\\"), DriveType::kRemovable);
+}
+
+TEST(Drives, DriveThatGoesAwayHasNoRoot) {
+    const TestDir dir;
+    std::filesystem::rename(dir.Host(), dir.Host().string() + "-gone");
+    EXPECT_EQ(GetDriveType("E:\\"), DriveType::kNoRoot);
+    EXPECT_EQ(GetDriveSpace("E:\\"), std::nullopt);
+    std::filesystem::rename(dir.Host().string() + "-gone", dir.Host());
+    EXPECT_EQ(GetDriveType("E:\\"), DriveType::kRemovable);
+}
+
+TEST(Drives, ComputerIsFixedWithoutATable) {
+    const ScopedVariable drives("PELLARION_DRIVES", "");
+    EXPECT_EQ(GetDriveType("C:\\"), DriveType::kFixed);
+}
+
+TEST(Drives, SpaceIsThatOfTheFileSystem) {
+    const TestDir dir;
+    const std::optional<DriveSpace> space = GetDriveSpace("E:\\");
+    ASSERT_TRUE(space);
+
+    struct statvfs host {};
+
+    ASSERT_EQ(statvfs(dir.Host().c_str(), &host), 0);
+    EXPECT_EQ(std::uint64_t{space->bytesPerSector} * space->sectorsPerCluster, host.f_frsize);
+    EXPECT_EQ(space->totalClusters, host.f_blocks);
+    EXPECT_LE(space->freeClusters, space->totalClusters);
+    EXPECT_EQ(GetDriveSpace("Q:\\"), std::nullopt);
+}
+
+} // namespace

@@ -1,0 +1,214 @@
+#include "platform/OutputFolder.h"
+
+#include "support/TestDir.h"
+
+#include <gtest/gtest.h>
+#include <sys/mount.h>
+
+namespace {
+
+using namespace platform;
+using tests::TestDir;
+using namespace std::string_literals;
+namespace fs = std::filesystem;
+
+SystemError Write(OutputFolder& folder, std::string_view name, std::string_view content,
+                  const std::optional<FileTimes>& times = std::nullopt) {
+    return folder.WriteFile(name, {reinterpret_cast<const std::uint8_t*>(content.data()), content.size()},
+                            times);
+}
+
+std::unique_ptr<OutputFolder> OpenRoot() {
+    SystemError error{99};
+    auto folder = OutputFolder::Open("E:\\", error);
+    EXPECT_FALSE(error);
+    return folder;
+}
+
+TEST(OutputFolder, WritesAndReplacesInExactCase) {
+    const TestDir dir;
+    const auto folder = OpenRoot();
+    EXPECT_FALSE(Write(*folder, "a.txt", "an older and longer file"));
+    EXPECT_FALSE(Write(*folder, "a.txt", "new"));
+    EXPECT_FALSE(Write(*folder, "A.TXT", "other"));
+    EXPECT_FALSE(Write(*folder, "empty", ""));
+    EXPECT_EQ(dir.Read("a.txt"), "new");
+    EXPECT_EQ(dir.Read("A.TXT"), "other");
+    EXPECT_EQ(dir.Read("empty"), "");
+    EXPECT_EQ(dir.Count(), 3U);
+}
+
+TEST(OutputFolder, GivesTheTimesOrTheTimeOfWriting) {
+    const TestDir dir;
+    const auto folder = OpenRoot();
+    FileTimes times;
+    ASSERT_TRUE(SystemTimeToFileTime({2005, 3, 4, 10, 20, 30}, times.lastWrite));
+    ASSERT_TRUE(SystemTimeToFileTime({1980, 1, 1, 0, 0, 0}, times.lastAccess));
+    const auto written = [&](const char* name) {
+        return std::chrono::file_clock::to_sys(fs::last_write_time(dir.Host(name))).time_since_epoch() /
+               std::chrono::seconds(1);
+    };
+    for (int i = 0; i < 2; ++i) { // new, then replaced
+        EXPECT_FALSE(Write(*folder, "dated", "x", times));
+        EXPECT_EQ(written("dated"), 1109931630);
+    }
+    EXPECT_FALSE(Write(*folder, "dated", "x"));
+    EXPECT_LE(std::abs(written("dated") - std::time(nullptr)), 2);
+    EXPECT_FALSE(Write(*folder, "first moment", "x", FileTimes{}));
+}
+
+TEST(OutputFolder, RefusesWhatIsNotOneName) {
+    const TestDir dir;
+    const auto folder = OpenRoot();
+    SystemError error;
+    for (const std::string& name : {""s, "."s, ".."s, "a/b"s, "a\\b"s, "/etc"s, "a\0b"s}) {
+        EXPECT_EQ(Write(*folder, name, "x").code, kErrorInvalidName) << name;
+        EXPECT_EQ(folder->OpenOrCreate(name, "ok", error), nullptr);
+        EXPECT_EQ(error.code, kErrorInvalidName);
+        EXPECT_EQ(folder->OpenOrCreate("ok", name, error), nullptr);
+        EXPECT_EQ(error.code, kErrorInvalidName);
+    }
+    EXPECT_EQ(Write(*folder, std::string(300, 'n'), "x").code, kErrorNameTooLong);
+    EXPECT_EQ(dir.Count(), 0U);
+}
+
+TEST(OutputFolder, FoldersAndReadOnlyFilesStay) {
+    const TestDir dir;
+    dir.MakeFolder("folder");
+    dir.MakeFile("locked", "mine");
+    fs::permissions(dir.Host("locked"), fs::perms::owner_read);
+    const auto folder = OpenRoot();
+    EXPECT_EQ(Write(*folder, "folder", "x").code, kErrorAccessDenied);
+    EXPECT_EQ(Write(*folder, "locked", "x").code, kErrorAccessDenied);
+    EXPECT_EQ(dir.Read("locked"), "mine");
+    EXPECT_EQ(dir.Count(), 2U);
+}
+
+TEST(OutputFolder, LinkIsReplacedNotWrittenThrough) {
+    const TestDir dir;
+    dir.MakeFile("outside/victim", "safe");
+    dir.MakeFolder("target");
+    fs::create_symlink("../outside/victim", dir.Host("target/link"));
+    SystemError error;
+    const auto folder = OutputFolder::Open("E:\\target", error);
+    EXPECT_FALSE(Write(*folder, "link", "new"));
+    EXPECT_EQ(dir.Read("outside/victim"), "safe");
+    EXPECT_FALSE(fs::is_symlink(dir.Host("target/link")));
+    EXPECT_EQ(dir.Read("target/link"), "new");
+}
+
+TEST(OutputFolder, LinkedFolderIsNotEntered) {
+    const TestDir dir;
+    dir.MakeFolder("outside");
+    dir.MakeFolder("target");
+    fs::create_directory_symlink("../outside", dir.Host("target/Link"));
+    SystemError error;
+    const auto folder = OutputFolder::Open("E:\\target", error);
+    EXPECT_EQ(folder->OpenOrCreate("Link", "Link", error), nullptr);
+    EXPECT_TRUE(error);
+    EXPECT_EQ(folder->OpenOrCreate("LINK", "LINK", error), nullptr) << "nor by another case";
+    EXPECT_TRUE(error);
+    dir.MakeFile("target/file");
+    EXPECT_EQ(folder->OpenOrCreate("file", "file", error), nullptr);
+    EXPECT_TRUE(error);
+    EXPECT_EQ(dir.Count("target"), 2U);
+}
+
+TEST(OutputFolder, FoldersAreFoundInAnyCaseAndMadeAsAsked) {
+    const TestDir dir;
+    dir.MakeFolder("Docs");
+    const auto folder = OpenRoot();
+    SystemError error{99};
+    const auto docs = folder->OpenOrCreate("docs", "DOCS", error);
+    ASSERT_NE(docs, nullptr);
+    EXPECT_FALSE(error);
+    EXPECT_FALSE(Write(*docs, "f", "x"));
+    EXPECT_EQ(dir.Read("Docs/f"), "x");
+    const auto made = folder->OpenOrCreate("Über", "ÜBER", error);
+    ASSERT_NE(made, nullptr);
+    EXPECT_TRUE(fs::is_directory(dir.Host("ÜBER")));
+    EXPECT_NE(folder->OpenOrCreate("über", "x", error), nullptr) << "the one made before is found";
+    EXPECT_EQ(dir.Count(), 2U);
+    fs::remove(dir.Host("ÜBER"));
+    EXPECT_NE(folder->OpenOrCreate("über", "again", error), nullptr) << "and made again once it has gone";
+    EXPECT_TRUE(fs::is_directory(dir.Host("again")));
+}
+
+TEST(OutputFolder, StaysWithTheFolderNotThePath) {
+    const TestDir dir;
+    dir.MakeFolder("target");
+    dir.MakeFolder("elsewhere");
+    SystemError error;
+    const auto folder = OutputFolder::Open("E:\\target", error);
+    fs::rename(dir.Host("target"), dir.Host("moved"));
+    fs::create_directory_symlink("elsewhere", dir.Host("target"));
+    EXPECT_FALSE(Write(*folder, "f", "x"));
+    EXPECT_EQ(dir.Read("moved/f"), "x");
+    EXPECT_EQ(dir.Count("elsewhere"), 0U);
+}
+
+TEST(OutputFolder, OpensOnlyFolders) {
+    const TestDir dir;
+    dir.MakeFile("file");
+    SystemError error;
+    EXPECT_EQ(OutputFolder::Open("E:\\none", error), nullptr);
+    EXPECT_EQ(error.code, kErrorFileNotFound);
+    EXPECT_EQ(OutputFolder::Open("E:\\file", error), nullptr);
+    EXPECT_EQ(error.code, kErrorPathNotFound);
+    EXPECT_EQ(OutputFolder::Open("Q:\\", error), nullptr);
+    EXPECT_EQ(error.code, kErrorPathNotFound);
+}
+
+TEST(OutputFolder, WorkingFolderIsReachedFromTheRoot) {
+    const TestDir dir;
+    const tests::ScopedVariable drives("PELLARION_DRIVES", "");
+    const tests::ScopedVariable cache("XDG_CACHE_HOME", dir.Host("cache").string());
+    SystemError error{99};
+    const auto root = OutputFolder::Open("C:\\", error);
+    ASSERT_NE(root, nullptr);
+    const auto working = root->OpenOrCreate("PELLARION", "PELLARION", error);
+    ASSERT_NE(working, nullptr);
+    EXPECT_FALSE(Write(*working, "f", "x"));
+    EXPECT_TRUE(fs::exists(dir.Host("cache/pellarion/f")));
+}
+
+/// A file system of 64 KB; not there where mounting is not permitted.
+class SmallDisk {
+  public:
+    explicit SmallDisk(fs::path folder) : folder_(std::move(folder)) {
+        isMounted_ = ::mount("none", folder_.c_str(), "tmpfs", 0, "size=65536") == 0;
+    }
+
+    ~SmallDisk() {
+        if (isMounted_)
+            ::umount(folder_.c_str());
+    }
+
+    SmallDisk(const SmallDisk&) = delete;
+    SmallDisk& operator=(const SmallDisk&) = delete;
+
+    bool IsMounted() const { return isMounted_; }
+
+  private:
+    fs::path folder_;
+    bool isMounted_ = false;
+};
+
+TEST(OutputFolder, FullDiskLeavesNothingBehind) {
+    const TestDir dir;
+    dir.MakeFolder("disk");
+    const SmallDisk disk(dir.Host("disk"));
+    if (!disk.IsMounted())
+        GTEST_SKIP() << "mounting is not permitted here";
+    SystemError error;
+    const auto folder = OutputFolder::Open("E:\\disk", error);
+    const std::string tooMuch(100'000, 'x');
+    EXPECT_FALSE(Write(*folder, "kept", "old"));
+    EXPECT_EQ(Write(*folder, "new", tooMuch).code, kErrorDiskFull);
+    EXPECT_EQ(Write(*folder, "kept", tooMuch).code, kErrorDiskFull);
+    EXPECT_EQ(dir.Read("disk/kept"), "old");
+    EXPECT_EQ(dir.Count("disk"), 1U);
+    EXPECT_FALSE(Write(*folder, "small", "fits"));
+}
+
+} // namespace

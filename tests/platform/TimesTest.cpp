@@ -1,0 +1,119 @@
+#include "platform/Times.h"
+
+#include "support/TestDir.h"
+
+#include <ctime>
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace platform;
+
+constexpr std::uint64_t kSecond = 10'000'000;
+
+FileTime Joined(int year, int month, int day, int hour = 0, int minute = 0, int second = 0) {
+    FileTime time;
+    EXPECT_TRUE(SystemTimeToFileTime({year, month, day, hour, minute, second}, time));
+    return time;
+}
+
+constexpr std::uint16_t DosDate(int year, int month, int day) {
+    return static_cast<std::uint16_t>((year - 1980) << 9 | month << 5 | day);
+}
+
+constexpr std::uint16_t DosTime(int hour, int minute, int halfSeconds) {
+    return static_cast<std::uint16_t>(hour << 11 | minute << 5 | halfSeconds);
+}
+
+/// Runs the process in a time zone for the life of the object.
+class TimeZone {
+  public:
+    explicit TimeZone(const std::string& zone) : variable_("TZ", zone) { tzset(); }
+
+  private:
+    struct Reread {
+        ~Reread() { tzset(); }
+    } reread_; // destroyed after the variable is back
+
+    tests::ScopedVariable variable_;
+};
+
+// Central Europe, written out so that no zone database is needed.
+constexpr const char* kBerlin = "CET-1CEST,M3.5.0,M10.5.0/3";
+
+TEST(Times, DosDateAndTime) {
+    FileTime time;
+    ASSERT_TRUE(DosDateTimeToFileTime(DosDate(2005, 3, 4), DosTime(10, 20, 15), time));
+    EXPECT_EQ(FileTimeToSystemTime(time), (SystemTime{2005, 3, 4, 10, 20, 30}));
+    ASSERT_TRUE(DosDateTimeToFileTime(DosDate(2000, 2, 29), DosTime(23, 59, 29), time));
+    EXPECT_EQ(FileTimeToSystemTime(time), (SystemTime{2000, 2, 29, 23, 59, 58}));
+    EXPECT_TRUE(DosDateTimeToFileTime(DosDate(2107, 12, 31), 0, time));
+}
+
+TEST(Times, DosWordsThatAreNoDate) {
+    FileTime time{77};
+    EXPECT_FALSE(DosDateTimeToFileTime(0, 0, time));
+    EXPECT_FALSE(DosDateTimeToFileTime(DosDate(2001, 2, 29), 0, time));
+    EXPECT_FALSE(DosDateTimeToFileTime(DosDate(2100, 2, 29), 0, time)) << "no leap year";
+    EXPECT_FALSE(DosDateTimeToFileTime(DosDate(2001, 13, 1), 0, time));
+    EXPECT_FALSE(DosDateTimeToFileTime(DosDate(2001, 1, 0), 0, time));
+    EXPECT_FALSE(DosDateTimeToFileTime(DosDate(2001, 1, 1), DosTime(24, 0, 0), time));
+    EXPECT_FALSE(DosDateTimeToFileTime(DosDate(2001, 1, 1), DosTime(0, 60, 0), time));
+    EXPECT_FALSE(DosDateTimeToFileTime(DosDate(2001, 1, 1), DosTime(0, 0, 30), time));
+    EXPECT_EQ(time.ticks, 77U) << "left alone";
+}
+
+TEST(Times, CalendarAgreesWithTheHost) {
+    // timegm is the control: every 1,009 days over 1,500 years, at an odd time of day.
+    for (std::int64_t day = 0; day < 550'000; day += 1009) {
+        const FileTime time{(static_cast<std::uint64_t>(day) * 86'400 + 12'345) * kSecond + 9'999'999};
+        const SystemTime fields = FileTimeToSystemTime(time);
+        std::tm parts{};
+        parts.tm_year = fields.year - 1900;
+        parts.tm_mon = fields.month - 1;
+        parts.tm_mday = fields.day;
+        parts.tm_hour = fields.hour;
+        parts.tm_min = fields.minute;
+        parts.tm_sec = fields.second;
+        ASSERT_EQ(timegm(&parts) + 11'644'473'600, day * 86'400 + 12'345);
+        FileTime back;
+        ASSERT_TRUE(SystemTimeToFileTime(fields, back));
+        ASSERT_EQ(back.ticks, time.ticks - 9'999'999);
+    }
+}
+
+TEST(Times, EndsOfTheCalendar) {
+    EXPECT_EQ(Joined(1601, 1, 1).ticks, 0U);
+    EXPECT_EQ(FileTimeToSystemTime({0}), SystemTime{});
+    EXPECT_EQ(FileTimeToSystemTime({0x7FFF'FFFF'FFFF'FFFF}), (SystemTime{30828, 9, 14, 2, 48, 5}));
+    FileTime time;
+    EXPECT_FALSE(SystemTimeToFileTime({1600, 12, 31, 0, 0, 0}, time));
+    EXPECT_FALSE(SystemTimeToFileTime({30828, 1, 1, 0, 0, 0}, time));
+    EXPECT_FALSE(SystemTimeToFileTime({2020, 4, 31, 0, 0, 0}, time));
+    EXPECT_FALSE(SystemTimeToFileTime({2020, 4, 30, 0, 0, 60}, time));
+    EXPECT_FALSE(SystemTimeToFileTime({2020, 4, 30, -1, 0, 0}, time));
+}
+
+TEST(Times, ZoneOfTheDateItself) {
+    const TimeZone zone(kBerlin);
+    EXPECT_EQ(LocalFileTimeToFileTime(Joined(2005, 1, 4, 10, 20, 30)), Joined(2005, 1, 4, 9, 20, 30));
+    EXPECT_EQ(LocalFileTimeToFileTime(Joined(2005, 7, 4, 10, 20, 30)), Joined(2005, 7, 4, 8, 20, 30));
+    EXPECT_EQ(FileTimeToLocalFileTime(Joined(2005, 7, 4, 8, 20, 30)), Joined(2005, 7, 4, 10, 20, 30));
+    const FileTime fraction{Joined(2005, 1, 4).ticks + 1'234'567};
+    EXPECT_EQ(FileTimeToLocalFileTime(LocalFileTimeToFileTime(fraction)), fraction);
+}
+
+TEST(Times, ZoneDoesNotPassTheFirstMoment) {
+    const TimeZone zone(kBerlin);
+    EXPECT_EQ(LocalFileTimeToFileTime(Joined(1601, 1, 1)).ticks, 0U);
+    const TimeZone west("EST5");
+    EXPECT_EQ(FileTimeToLocalFileTime({0}).ticks, 0U);
+}
+
+TEST(Times, NowIsNow) {
+    const std::time_t host = std::time(nullptr);
+    const auto ours = static_cast<std::int64_t>(CurrentFileTime().ticks / kSecond) - 11'644'473'600;
+    EXPECT_LE(std::abs(ours - host), 2);
+}
+
+} // namespace
