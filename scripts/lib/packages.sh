@@ -18,7 +18,7 @@ PACKAGES_test=("${PACKAGES_build[@]}" "${PACKAGES_archivers[@]}" libgtest-dev zl
 PACKAGES_fuzz=(cmake ninja-build ccache binutils-mingw-w64-x86-64 clang libclang-rt-14-dev llvm python3 zip 7zip)
 
 # Our figures beside those of other unpackers.
-PACKAGES_bench=("${PACKAGES_build[@]}" "${PACKAGES_archivers[@]}" libgtest-dev zlib1g-dev libbenchmark-dev)
+PACKAGES_bench=("${PACKAGES_build[@]}" "${PACKAGES_archivers[@]}" libgtest-dev zlib1g-dev libdeflate-dev)
 
 # Running the program on the demo stick.
 PACKAGES_run=("${PACKAGES_build[@]}" "${PACKAGES_archivers[@]}" fonts-dejavu-core)

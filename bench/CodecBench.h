@@ -1,0 +1,18 @@
+#pragma once
+
+#include "Samples.h"
+#include "archive/ByteBuffer.h"
+
+#include <vector>
+
+namespace bench {
+
+archive::ByteBuffer BufferOf(const Bytes& bytes);
+
+void InflateBench(const std::vector<Sample>& samples);
+void Deflate64Bench(const std::vector<Sample>& samples);
+void CrcBench();
+void ReduceBench(const std::vector<Sample>& samples);
+void DecryptBench();
+
+} // namespace bench

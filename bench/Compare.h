@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <string>
+
+namespace bench {
+
+/// One of two ways to the same result. `prepare` is not timed.
+struct Side {
+    std::string name;
+    std::function<void()> run;
+    std::function<void()> prepare = [] {};
+};
+
+/// Runs both sides in turn, each at least nine times after a first run that does not count, and prints the
+/// speed of both at `bytes` per run, by their median times, and the line
+///
+///     RATIO <what> vs <peer> <peer's time divided by ours>
+///
+/// Above 1 is better for us. A faster peer is still compared run by run, so that a slow moment of the machine
+/// meets both.
+void Compare(const std::string& what, std::size_t bytes, const Side& ours, const Side& peer);
+
+/// Ends the program when `good` is false: a wrong result has no speed.
+void Require(bool good, const std::string& what);
+
+} // namespace bench

@@ -1,0 +1,40 @@
+#include "CodecBench.h"
+#include "Compare.h"
+#include "SevenZip.h"
+#include "ZipEntry.h"
+#include "archive/Cls_CRC32.h"
+#include "archive/Mod_Inflate64.h"
+
+#include <algorithm>
+
+namespace bench {
+
+/// Against 7zz testing the same archive, all told. Our side reads the archive, decodes and takes the CRC,
+/// too.
+void Deflate64Bench(const std::vector<Sample>& samples) {
+    for (const Sample& sample : samples) {
+        const std::string what = "deflate64-" + sample.name;
+        const std::string file = TemporaryFile(sample.name);
+        const std::string zip = file + ".zip";
+        WriteFile(file, sample.bytes);
+        RunSevenZip({"a", "-tzip", "-mm=Deflate64", zip, file});
+        const std::size_t size = sample.bytes.size();
+        archive::ByteBuffer data;
+        std::uint32_t crc = 0;
+        Compare(what, size,
+                {"ours",
+                 [&] {
+                     data = BufferOf(FirstEntry(ReadFile(zip)));
+                     const int status = archive::Inflate(data, static_cast<std::int32_t>(size) - 1, true);
+                     crc = archive::Cls_CRC32().CalcCRC32File(data.Span());
+                     Require(status == 0, what);
+                 }},
+                {"7zz", [&] {
+                     RunSevenZip({"t", zip});
+                 }});
+        Require(data.Size() == size && std::equal(sample.bytes.begin(), sample.bytes.end(), data.Data()),
+                what);
+    }
+}
+
+} // namespace bench
