@@ -1,15 +1,52 @@
+#include "app/core/ApplicationState.h"
+#include "app/core/Messages.h"
 #include "app/core/Startup.h"
+#include "app/windows/Appearance.h"
+#include "app/windows/MessageBoxes.h"
+#include "app/windows/frmprogress.h"
+#include "explorer/frmtarget.h"
 
 #include <QApplication>
 
-int main(int argc, char** argv) {
-    QApplication application(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("pellarion"));
+#include <exception>
 
+namespace {
+
+/// Start-up and the life of the windows. Returns when the main window has been unloaded.
+int Run(QApplication& application) {
     if (app::RunStartup() != app::StartupOutcome::kRun) {
         app::StartupShutdown();
         return 0;
     }
-    app::StartupShutdown();
-    return 0;
+    QApplication::setLayoutDirection(app::DirectionOf(app::Application().LanguageId));
+    {
+        app::PrepareSkin();
+        app::frmprogress splash;
+        splash.ShowNow();
+    }
+    explorer::frmtarget window;
+    QObject::connect(&window, &explorer::frmtarget::Unloaded, &application, &QApplication::quit);
+    window.Load();
+    window.show();
+    return QApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("pellarion"));
+    QApplication::setQuitOnLastWindowClosed(
+        false); // a message may come and go before the main window is shown
+    app::SetUpAppearance();
+    app::MessageBoxes messages;
+    app::SetMessages(&messages);
+    int result = 0;
+    try {
+        result = Run(application);
+    } catch (const std::exception&) {
+        app::StartupShutdown();
+    }
+    app::SetMessages(nullptr);
+    return result;
 }

@@ -20,8 +20,11 @@ QString ExtraWindowText(std::uint32_t id) {
     return ToWindow(LoadExtraText(id));
 }
 
-QString WithoutMnemonics(QString caption) {
-    return caption.replace(QLatin1Char('&'), QLatin1String("&&"));
+QString PlainCaption(QString caption) {
+    const QString kept(QChar(0x1)); // stands in for a doubled ampersand, which means a single one
+    return caption.replace(QLatin1String("&&"), kept)
+        .remove(QLatin1Char('&'))
+        .replace(kept, QLatin1String("&"));
 }
 
 } // namespace app

@@ -16,7 +16,8 @@ std::string FromWindow(const QString& text);
 QString WindowText(std::uint32_t id);
 QString ExtraWindowText(std::uint32_t id);
 
-/// `caption` with its ampersands doubled, for the places where a single one would mark a letter.
-QString WithoutMnemonics(QString caption);
+/// A menu caption as toolbars, tooltips and screen readers show it: without the mark of its underlined
+/// letter.
+QString PlainCaption(QString caption);
 
 } // namespace app

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "explorer/FileRow.h"
+
+#include <QAbstractTableModel>
+
+#include <string>
+#include <vector>
+
+namespace explorer {
+
+/// The file list's rows in all eight columns, the four hidden ones included. Texts are made when they are
+/// asked for.
+class FileListModel : public QAbstractTableModel {
+    Q_OBJECT
+
+  public:
+    enum Column { kName, kType, kSize, kModified, kPath, kSortDate, kSortSize, kSortFile, kColumnCount };
+
+    static constexpr int kVisibleColumns = 4;
+
+    /// `kinds` outlives the model.
+    explicit FileListModel(FileKinds& kinds, QObject* parent = nullptr);
+
+    /// Puts the rows of `folder` (a path with a last backslash) in place of those before, in the order in
+    /// use.
+    void SetRows(std::string folder, std::vector<FileRow> rows);
+
+    void Clear() { SetRows({}, {}); }
+
+    void SetHeader(Column column, const QString& text);
+
+    const FileRow& Row(int row) const { return rows_[static_cast<std::size_t>(row)]; }
+
+    /// Full path of a row: what every command takes, never the row's text.
+    std::string FullPath(int row) const;
+    /// First row whose name or full path equals `name`, without regard to letter case; -1 when none does.
+    int FindRow(std::string_view name) const;
+
+    /// The column by whose text a click on the header of `column` sorts.
+    static Column SortColumnFor(int column);
+
+    /// Whether every kind exists and the rows stand in the order in use.
+    bool IsConsistent() const;
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    /// Sorts as a click on the header of `column` does and keeps that order for later rows. Rows with equal
+    /// keys stand in name order, as do all rows before the first sort.
+    void sort(int column, Qt::SortOrder order) override;
+
+  private:
+    QString TextOf(const FileRow& row, int column) const;
+    bool Precedes(const FileRow& left, const FileRow& right) const;
+    int Compare(const FileRow& left, const FileRow& right) const;
+    void RankTypes();
+    void SortRows();
+
+    FileKinds& kinds_;
+    std::string folder_;
+    std::vector<FileRow> rows_;
+    std::vector<std::size_t> typeRanks_; ///< place of each kind's type text in alphabetical order
+    std::vector<QString> headers_;
+    Column sortColumn_ = kSortFile;
+    Qt::SortOrder order_ = Qt::AscendingOrder;
+};
+
+} // namespace explorer

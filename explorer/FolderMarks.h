@@ -1,0 +1,45 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <unordered_set>
+
+namespace explorer {
+
+/// The marks as one moment of the mark list has them; for asking about many folders in a row.
+class MarkSet {
+  public:
+    /// Whether the folder or drive root `path` is marked, without regard to letter case.
+    bool IsMarked(std::string_view path) const;
+
+  private:
+    friend class FolderMarks;
+    std::unordered_set<std::string> entries_; ///< in upper case
+};
+
+/// The mark list `tree.dat`: ANSI text, one entry per line, each line ended by CR LF. It is replaced as a
+/// whole, so that a drive pulled out leaves the old list or the new one. What cannot be read or written
+/// changes nothing.
+class FolderMarks {
+  public:
+    /// The list lies in `folder`, a path without a last backslash.
+    explicit FolderMarks(std::string_view folder);
+
+    /// Entry of a path: a path of three characters is a drive root and stands for itself; of any other the
+    /// drive letter and colon are dropped, so that a mark follows its folder to another letter.
+    static std::string EntryOf(std::string_view path);
+
+    MarkSet Read() const;
+
+    bool IsMarked(std::string_view path) const { return Read().IsMarked(path); }
+
+    /// Adds a line with `entry` when none equals it, without regard to letter case.
+    void AddMark(std::string_view entry) const;
+    /// Takes out every line that equals `entry`.
+    void RemoveMark(std::string_view entry) const;
+
+  private:
+    std::string file_;
+};
+
+} // namespace explorer

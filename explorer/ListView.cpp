@@ -1,0 +1,97 @@
+#include "explorer/ListView.h"
+
+#include "explorer/FileListModel.h"
+
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QPainter>
+
+#include <algorithm>
+
+namespace explorer {
+
+ListView::ListView(QWidget* parent) : QTreeView(parent) {
+    setObjectName(QStringLiteral("ListView"));
+    setRootIsDecorated(false);
+    setItemsExpandable(false);
+    setUniformRowHeights(true);
+    setAllColumnsShowFocus(true);
+    setAlternatingRowColors(true);
+    setSelectionMode(QAbstractItemView::ExtendedSelection);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    header()->setStretchLastSection(false);
+    header()->setSectionsMovable(false);
+    header()->setHighlightSections(false);
+    connect(this, &QAbstractItemView::doubleClicked, this, &ListView::OpenPressed);
+}
+
+void ListView::SetFileModel(FileListModel* model) {
+    setModel(model);
+    for (int column = FileListModel::kVisibleColumns; column < FileListModel::kColumnCount; ++column)
+        setColumnHidden(column, true);
+    header()->setSortIndicator(-1, Qt::AscendingOrder);
+    setSortingEnabled(true);
+}
+
+QList<int> ListView::SelectedRows() const {
+    QList<int> rows;
+    for (const QItemSelectionRange& range : selectionModel()->selection()) {
+        for (int row = range.top(); row <= range.bottom(); ++row)
+            rows.append(row);
+    }
+    std::ranges::sort(rows);
+    return rows;
+}
+
+int ListView::SelectedRow() const {
+    const QModelIndex current = currentIndex();
+    if (current.isValid() && selectionModel()->isSelected(current))
+        return current.row();
+    const QList<int> rows = SelectedRows();
+    return rows.isEmpty() ? -1 : rows.first();
+}
+
+void ListView::SetEmptyText(const QString& text) {
+    emptyText_ = text;
+    viewport()->update();
+}
+
+void ListView::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        emit OpenPressed();
+    else if (event->key() == Qt::Key_F5)
+        emit RefreshPressed();
+    else if (event->key() == Qt::Key_F2)
+        emit RenamePressed();
+    else if (event->matches(QKeySequence::SelectAll))
+        selectAll();
+    else if (event->matches(QKeySequence::Copy))
+        emit CopyPressed();
+    else if (event->matches(QKeySequence::Paste))
+        emit PastePressed();
+    else
+        QTreeView::keyPressEvent(event);
+}
+
+void ListView::focusInEvent(QFocusEvent* event) {
+    QTreeView::focusInEvent(event);
+    emit FocusReceived();
+}
+
+void ListView::paintEvent(QPaintEvent* event) {
+    QTreeView::paintEvent(event);
+    if (emptyText_.isEmpty() || model() == nullptr || model()->rowCount() > 0)
+        return;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::Disabled, QPalette::Text));
+    painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, emptyText_);
+}
+
+void ListView::contextMenuEvent(QContextMenuEvent* event) {
+    emit MenuWanted(event->globalPos());
+    event->accept();
+}
+
+} // namespace explorer

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QTreeView>
+
+namespace explorer {
+
+class FileListModel;
+
+/// The file list's view: the report of eight columns, four of them hidden, with the keys that it answers to.
+class ListView : public QTreeView {
+    Q_OBJECT
+
+  public:
+    explicit ListView(QWidget* parent = nullptr);
+
+    /// Puts the model in place, hides its last four columns and sorts by clicks on the headers.
+    void SetFileModel(FileListModel* model);
+
+    /// The selected rows, in the order in which the list shows them.
+    QList<int> SelectedRows() const;
+    /// The row that Enter acts on: the current one when it is selected, else the first selected; -1 without
+    /// one.
+    int SelectedRow() const;
+
+    /// Text shown in the middle while there are no rows; empty for none.
+    void SetEmptyText(const QString& text);
+
+  signals:
+    /// A double-click on a row, or Enter.
+    void OpenPressed();
+    void FocusReceived();
+    void RefreshPressed();
+    void RenamePressed();
+    void CopyPressed();
+    void PastePressed();
+    /// The right mouse button was released at this place on the screen, or the menu key pressed.
+    void MenuWanted(const QPoint& place);
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+
+  private:
+    QString emptyText_;
+};
+
+} // namespace explorer

@@ -1,0 +1,57 @@
+#include "explorer/VSplitter.h"
+
+#include "app/core/Twips.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+#include <QStyle>
+#include <QStyleOption>
+
+#include <algorithm>
+
+namespace explorer {
+
+VSplitter::VSplitter(QWidget* parent) : QWidget(parent) {
+    setObjectName(QStringLiteral("VSplitter"));
+    setCursor(Qt::SplitHCursor);
+    resize(app::PixelsFromTwips(kWidthTwips), height());
+}
+
+void VSplitter::SetLeft(int twips) {
+    left_ = twips;
+    emit Moved();
+}
+
+namespace {
+
+/// Place of the mouse in the parent, from the edge where lines begin.
+int PlaceFromStart(const QWidget* splitter, const QMouseEvent* event) {
+    const QWidget* parent = splitter->parentWidget();
+    const int place = splitter->mapToParent(event->position().toPoint()).x();
+    return splitter->layoutDirection() == Qt::RightToLeft ? parent->width() - place : place;
+}
+
+} // namespace
+
+void VSplitter::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton)
+        grip_ = PlaceFromStart(this, event) - app::PixelsFromTwips(left_);
+}
+
+void VSplitter::mouseMoveEvent(QMouseEvent* event) {
+    if (!event->buttons().testFlag(Qt::LeftButton))
+        return;
+    const int furthest = parentWidget()->width() - app::PixelsFromTwips(kWidthTwips);
+    const int wanted = std::min(PlaceFromStart(this, event) - grip_, furthest);
+    SetLeft(app::TwipsFromPixels(wanted));
+}
+
+void VSplitter::paintEvent(QPaintEvent*) {
+    QStyleOption option;
+    option.initFrom(this);
+    option.state |= QStyle::State_Horizontal;
+    QPainter painter(this);
+    style()->drawControl(QStyle::CE_Splitter, &option, &painter, this);
+}
+
+} // namespace explorer

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QSize>
+
+class QWidget;
+
+namespace explorer {
+
+/// The main window's size and place: as saved, in the middle of the screen, whenever the window comes back.
+class WindowGeometry {
+  public:
+    explicit WindowGeometry(QWidget* window) : window_(window) {}
+
+    /// Gives the window its saved outer size and centres it. A length that is not saved as a number is left
+    /// alone, as is a window that fills the screen. A screen that is too small bounds size and place.
+    void Apply();
+
+    /// Saves the window's outer size. A size that nobody has changed is saved as it was read.
+    void Save() const;
+
+  private:
+    QSize FrameSize() const;
+
+    QWidget* window_;
+    QSize applied_;      ///< inner size that Apply gave, in pixels
+    QSize appliedTwips_; ///< the outer size that it stood for
+    QSize appliedFrame_; ///< what the desktop's frame added then
+};
+
+} // namespace explorer

@@ -1,0 +1,169 @@
+#include "explorer/frmtarget.h"
+
+#include "app/core/ApplicationState.h"
+#include "app/windows/BusyCursor.h"
+#include "app/windows/WindowTexts.h"
+#include "explorer/Commands.h"
+#include "explorer/ExplorerPanes.h"
+#include "explorer/FileListModel.h"
+#include "explorer/FolderTreeModel.h"
+#include "explorer/ListView.h"
+#include "explorer/Navigator.h"
+#include "explorer/StatusStrip.h"
+#include "explorer/TreeView.h"
+#include "explorer/VSplitter.h"
+#include "platform/Process.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QMenu>
+#include <QMenuBar>
+#include <QToolBar>
+#include <QWindow>
+
+namespace explorer {
+
+frmtarget::frmtarget() : geometry_(this) {
+    setObjectName(QStringLiteral("frmtarget"));
+    panes_ = new ExplorerPanes(this);
+    setCentralWidget(panes_);
+    nodes_ = new FolderTreeModel(this);
+    files_ = new FileListModel(kinds_, this);
+    panes_->Tree()->setModel(nodes_);
+    panes_->List()->SetFileModel(files_);
+    commands_ = new Commands(this);
+    commands_->FillMenus(menuBar());
+    commands_->FillToolBars(panes_->FolderTools(), panes_->FileTools());
+    navigator_ = new Navigator({panes_->Tree(), nodes_, panes_->List(), files_, &kinds_},
+                               FolderMarks(platform::ProgramFolder()), this);
+    ConnectCommands();
+    ConnectPanes();
+    connect(qApp, &QGuiApplication::focusWindowChanged, this, &frmtarget::FocusWindowChanged);
+    ApplyGeometry();
+}
+
+void frmtarget::ConnectCommands() {
+    connect(commands_->up, &QAction::triggered, navigator_, &Navigator::GoUp);
+    connect(commands_->mnuFileOpen, &QAction::triggered, this, &frmtarget::OpenSelected);
+    connect(commands_->mnuFileRefresh, &QAction::triggered, navigator_, &Navigator::Refresh);
+    connect(commands_->mnuClose1, &QAction::triggered, this, &QWidget::close);
+    connect(commands_->mnuClose2, &QAction::triggered, this, &QWidget::close);
+}
+
+void frmtarget::ConnectPanes() {
+    const ListView* list = panes_->List();
+    connect(panes_->Tree(), &TreeView::FocusReceived, this, [this] { ShowPane(false); });
+    connect(list, &ListView::FocusReceived, this, [this] { ShowPane(true); });
+    connect(list, &ListView::OpenPressed, this, [this] { OpenRow(panes_->List()->SelectedRow()); });
+    connect(list, &ListView::RefreshPressed, navigator_, &Navigator::RefreshNode);
+    connect(list, &ListView::RenamePressed, commands_->nmuFileRename, &QAction::trigger);
+    connect(list, &ListView::CopyPressed, commands_->mnuFileCopy, &QAction::trigger);
+    connect(list, &ListView::PastePressed, commands_->mnuFilePaste, &QAction::trigger);
+    connect(list, &ListView::MenuWanted, this, &frmtarget::ShowFileMenuAt);
+    connect(navigator_, &Navigator::LocationChanged, panes_->Strip(), &StatusStrip::SetLocation);
+    connect(navigator_, &Navigator::LayoutWanted, panes_, &ExplorerPanes::LayoutPanes);
+    connect(navigator_, &Navigator::SpaceWanted, this,
+            [this](bool show) { show ? ShowDriveSpace() : RefreshDriveSpace(); });
+    connect(
+        navigator_, &Navigator::BecameIdle, this,
+        [this] {
+            if (closeWaits_)
+                close();
+        },
+        Qt::QueuedConnection);
+}
+
+void frmtarget::ShowPane(bool list) {
+    if (panes_->FileTools()->isHidden() != list)
+        return;
+    panes_->ShowFileTools(list);
+    commands_->ShowFileMenu(list);
+    panes_->LayoutPanes();
+}
+
+void frmtarget::OpenSelected() {
+    for (const int row : panes_->List()->SelectedRows()) {
+        if (files_->Row(row).isFolder) {
+            OpenRow(row);
+            return;
+        }
+    }
+}
+
+void frmtarget::OpenRow(int row) {
+    if (row < 0 || navigator_->IsBusy())
+        return;
+    const app::BusyCursor busy;
+    if (files_->Row(row).isFolder)
+        navigator_->OpenFolder(files_->FullPath(row));
+}
+
+void frmtarget::ShowFileMenuAt(const QPoint& place) {
+    commands_->FileMenu()->popup(place);
+}
+
+std::vector<std::string> frmtarget::SelectedPaths() const {
+    std::vector<std::string> paths;
+    for (const int row : panes_->List()->SelectedRows())
+        paths.push_back(files_->FullPath(row));
+    return paths;
+}
+
+void frmtarget::ShowFolder(const std::string& path, const std::string& key) {
+    navigator_->ShowFolder(path, key);
+}
+
+void frmtarget::ShowCurrentFolder() {
+    navigator_->ShowCurrentFolder();
+}
+
+void frmtarget::ClearSelection() {
+    panes_->List()->clearSelection();
+}
+
+bool frmtarget::SelectRow(std::string_view name) {
+    const int row = files_->FindRow(name);
+    if (row < 0)
+        return false;
+    const QModelIndex index = files_->index(row, FileListModel::kName);
+    panes_->List()->selectionModel()->setCurrentIndex(index, QItemSelectionModel::Select |
+                                                                 QItemSelectionModel::Rows);
+    panes_->List()->scrollTo(index);
+    return true;
+}
+
+bool frmtarget::IsProgramWindow(const QWindow* window) const {
+    for (const QWidget* widget : QApplication::topLevelWidgets()) {
+        if (widget->windowHandle() == window)
+            return widget->objectName().startsWith(QLatin1String("frm"));
+    }
+    return false;
+}
+
+void frmtarget::FocusWindowChanged(QWindow* window) {
+    if (window == nullptr || !IsProgramWindow(window))
+        return; // another program, a message box or a menu: nothing of ours came between
+    if (window != windowHandle()) {
+        otherWindowWasActive_ = true;
+    } else if (otherWindowWasActive_) {
+        otherWindowWasActive_ = false;
+        ApplyGeometry();
+    }
+}
+
+void frmtarget::closeEvent(QCloseEvent* event) {
+    if (navigator_->IsBusy()) {
+        // The listing on the stack below ends first; closing comes back when it has.
+        closeWaits_ = true;
+        navigator_->CutShort();
+        event->ignore();
+        return;
+    }
+    closeWaits_ = false;
+    if (!unloaded_)
+        Unload();
+    event->accept();
+    emit Unloaded();
+}
+
+} // namespace explorer
