@@ -2,9 +2,11 @@
 #include "app/core/Messages.h"
 #include "app/core/Startup.h"
 #include "app/windows/Appearance.h"
+#include "app/windows/Icons.h"
 #include "app/windows/MessageBoxes.h"
 #include "app/windows/frmprogress.h"
 #include "explorer/frmtarget.h"
+#include "platform/desktop/ShellInfo.h"
 
 #include <QApplication>
 
@@ -39,6 +41,8 @@ int main(int argc, char** argv) {
     QApplication::setQuitOnLastWindowClosed(
         false); // a message may come and go before the main window is shown
     app::SetUpAppearance();
+    QApplication::setWindowIcon(app::Icon("pellarion"));
+    platform::SetIconSource(app::Icon);
     app::MessageBoxes messages;
     app::SetMessages(&messages);
     int result = 0;

@@ -1,7 +1,7 @@
 #include "explorer/Commands.h"
 
-#include "CommandIcon.h"
 #include "app/core/Texts.h"
+#include "app/windows/Icons.h"
 #include "app/windows/WindowTexts.h"
 
 #include <QMenu>
@@ -21,12 +21,12 @@ QMenu* AddMenu(QMenuBar* bar, const char* name) {
 } // namespace
 
 Commands::Commands(QObject* parent) : QObject(parent) {
-    mnuFolderNew = Add("mnuFolderNew", "new", "new-folder");
+    mnuFolderNew = Add("mnuFolderNew", "new", "folder-new");
     mnuFolderDel = Add("mnuFolderDel", "delete", "delete");
     nmuFolderRename = Add("nmuFolderRename", "rename", "rename");
     mnuFolderProperties = Add("mnuFolderProperties", "properties", "properties");
     mnuClose1 = Add("mnuClose1", "close", "close");
-    mnuNewFolder = Add("mnuNewFolder", "new", "new-folder");
+    mnuNewFolder = Add("mnuNewFolder", "new", "folder-new");
     mnuFileOpen = Add("mnuFileOpen", "open", "open");
     mnuFileCompress = Add("mnuFileCompress", "compress", "compress");
     mnuFileExtract = Add("mnuFileExtract", "extract", "extract");
@@ -35,12 +35,12 @@ Commands::Commands(QObject* parent) : QObject(parent) {
     mnuFileCopy = Add("mnuFileCopy", "copy", "copy");
     mnuFilePaste = Add("mnuFilePaste", "paste", "paste");
     mnuFileProperties = Add("mnuFileProperties", "properties", "properties");
-    mnuFileRefresh = Add("mnuFileRefresh", "refresh", "refresh");
+    mnuFileRefresh = Add("mnuFileRefresh", "refresh");
     mnuClose2 = Add("mnuClose2", "close", "close");
-    mnuHelpWhat = Add("mnuHelpWhat", "what", "help");
-    mnuHelpOnline = Add("mnuHelpOnline", "online", "online");
-    mnuHelpUpdates = Add("mnuHelpUpdates", "updates", "refresh");
-    mnuHelpAbout = Add("mnuHelpAbout", "about", "about");
+    mnuHelpWhat = Add("mnuHelpWhat", "what");
+    mnuHelpOnline = Add("mnuHelpOnline", "online");
+    mnuHelpUpdates = Add("mnuHelpUpdates", "updates");
+    mnuHelpAbout = Add("mnuHelpAbout", "about");
     up = Add("up", "up", "up");
 
     mnuHelpUpdates->setVisible(false);
@@ -52,7 +52,9 @@ Commands::Commands(QObject* parent) : QObject(parent) {
 }
 
 QAction* Commands::Add(const char* name, const char* key, const char* icon) {
-    auto* action = new QAction(CommandIcon(icon), QString(), this);
+    auto* action = new QAction(this);
+    if (icon != nullptr)
+        action->setIcon(app::Icon(icon));
     action->setObjectName(QString::fromLatin1(name));
     action->setProperty("key", QString::fromLatin1(key));
     return action;

@@ -55,7 +55,7 @@ class Commands : public QObject {
     QAction* up; ///< on both toolbars and in no menu
 
   private:
-    QAction* Add(const char* name, const char* key, const char* icon);
+    QAction* Add(const char* name, const char* key, const char* icon = nullptr);
     static void SetCaption(QAction* action, std::uint32_t textId, const QKeySequence& key = {});
 
     QMenu* folderMenu_ = nullptr;

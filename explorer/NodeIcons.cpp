@@ -1,25 +1,22 @@
 #include "explorer/NodeIcons.h"
 
-#include "CommandIcon.h"
+#include "app/windows/Icons.h"
 
 namespace explorer {
 
 QIcon RootIcon() {
-    return CommandIcon("computer");
+    return app::Icon("computer");
 }
 
 QIcon DriveIcon() {
-    return CommandIcon("drive");
+    return app::Icon("drive-removable");
 }
 
 QIcon FolderIcon() {
-    QIcon icon;
-    const QIcon closed = CommandIcon("folder");
-    const QIcon open = CommandIcon("folder-open");
-    for (const int size : {16, 20, 24, 32, 48, 64}) {
-        icon.addPixmap(closed.pixmap(size, size), QIcon::Normal);
-        icon.addPixmap(open.pixmap(size, size), QIcon::Selected);
-    }
+    QIcon icon = app::Icon("folder");
+    const QIcon open = app::Icon("folder-open");
+    for (const QSize size : open.availableSizes())
+        icon.addPixmap(open.pixmap(size), QIcon::Selected);
     return icon;
 }
 
