@@ -13,6 +13,7 @@
 namespace {
 
 namespace fs = std::filesystem;
+using std::string_literals::operator""s;
 using tests::ProbeResult;
 using tests::ProgramFolder;
 
@@ -60,7 +61,7 @@ TEST(Startup, StopsWithOneOfItsThreeMessages) {
         {"[Setting]\r\nLanguage=\r\nCharset=0\r\n", kNoLanguage},
         {"[Setting]\r\nLanguage=\r\nCharset=\r\n", kNoLanguage},
         {"[Other]\r\nLanguage=0409\r\n", kNoLanguage},
-        {std::string("\0\xff\xfe\x80 garbage [Setting Language", 32), kNoLanguage},
+        {"\0\xff\xfe\x80 garbage [Setting Language"s, kNoLanguage},
         {"[Setting]\r\nLanguage=0411\r\nCharset=0\r\n", kNoLanguageFile},
         {"[Setting]\r\nLanguage=0411\r\nCharset=\r\n", kNoLanguageFile},
         {"[Setting]\r\nLanguage=0409\r\nCharset=\r\n", kNoCharset},
