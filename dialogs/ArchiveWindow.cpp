@@ -1,12 +1,12 @@
 #include "ArchiveWindow.h"
 
 #include "ArchiveListView.h"
-#include "PathLabel.h"
 #include "ProgressStrip.h"
 #include "app/core/ApplicationState.h"
 #include "app/core/Messages.h"
 #include "app/core/Numbers.h"
 #include "app/core/Texts.h"
+#include "app/windows/PathLabel.h"
 #include "app/windows/WindowTexts.h"
 #include "app/windows/Yield.h"
 

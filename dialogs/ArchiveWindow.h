@@ -13,11 +13,14 @@ class QFrame;
 class QLabel;
 class QPushButton;
 
+namespace app {
+class PathLabel;
+}
+
 namespace dialogs {
 
 class ArchiveListModel;
 class ArchiveListView;
-class PathLabel;
 class ProgressStrip;
 
 /// What the windows of all archive formats share: the list of entries, the destination and progress lines,
@@ -90,7 +93,7 @@ class ArchiveWindow : public QDialog {
     // Named as their object names, by which the rest of the world knows them.
     ArchiveListView* ListView;
     QLabel* lblDest;
-    PathLabel* lblDestFile;
+    app::PathLabel* lblDestFile;
     ProgressStrip* PicProBar;
     QLabel* lblProBar;
     QFrame* fraCommand;

@@ -2,11 +2,11 @@
 
 #include "ArchiveListView.h"
 #include "ArchiveWindow.h"
-#include "PathLabel.h"
 #include "ProgressStrip.h"
 #include "app/core/ApplicationState.h"
 #include "app/windows/Fonts.h"
 #include "app/windows/Icons.h"
+#include "app/windows/PathLabel.h"
 #include "app/windows/WindowTexts.h"
 
 #include <QCheckBox>
@@ -50,7 +50,7 @@ void ArchiveWindow::Build() {
     keepsPlace.setRetainSizeWhenHidden(true);
     lblDest->setSizePolicy(keepsPlace);
     lblDest->hide();
-    lblDestFile = Named(new PathLabel(this), "lblDestFile");
+    lblDestFile = Named(new app::PathLabel(this), "lblDestFile");
     PicProBar = Named(new ProgressStrip(this), "PicProBar");
     lblProBar = Named(new QLabel(this), "lblProBar");
     lblProBar->setAlignment(Qt::AlignTrailing | Qt::AlignVCenter);

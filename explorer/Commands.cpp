@@ -44,10 +44,9 @@ Commands::Commands(QObject* parent) : QObject(parent) {
     up = Add("up", "up", "up");
 
     mnuHelpUpdates->setVisible(false);
-    for (QAction* missing :
-         {mnuFolderNew, mnuFolderDel, nmuFolderRename, mnuFolderProperties, mnuNewFolder, mnuFileCompress,
-          mnuFileExtract, mnuFileDel, nmuFileRename, mnuFileCopy, mnuFilePaste, mnuFileProperties,
-          mnuHelpWhat, mnuHelpOnline, mnuHelpUpdates, mnuHelpAbout})
+    for (QAction* missing : {mnuFolderNew, mnuFolderDel, nmuFolderRename, mnuFolderProperties, mnuNewFolder,
+                             mnuFileCompress, mnuFileDel, nmuFileRename, mnuFileCopy, mnuFilePaste,
+                             mnuFileProperties, mnuHelpWhat, mnuHelpOnline, mnuHelpUpdates, mnuHelpAbout})
         missing->setEnabled(false);
 }
 

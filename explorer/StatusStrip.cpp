@@ -1,9 +1,9 @@
 #include "explorer/StatusStrip.h"
 
 #include "app/core/Twips.h"
+#include "app/windows/PathLabel.h"
 #include "app/windows/WindowTexts.h"
 #include "explorer/DriveSpaceFigures.h"
-#include "explorer/ElidedLabel.h"
 #include "explorer/PaneLayout.h"
 
 #include <QProgressBar>
@@ -39,7 +39,7 @@ QLabel* Named(QLabel* label, const char* name) {
 StatusStrip::StatusStrip(QWidget* parent) : QWidget(parent) {
     setObjectName(QStringLiteral("picBar"));
     locationCaption_ = Named(new QLabel(this), "lbcurrent");
-    location_ = Named(new ElidedLabel(this), "lblocation");
+    location_ = Named(new app::PathLabel(this), "lblocation");
     spaceCaption_ = Named(new QLabel(this), "lblsize");
     percent_ = Named(new QLabel(this), "lblPercent");
     bar_ = new QProgressBar(this);

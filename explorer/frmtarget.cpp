@@ -12,7 +12,9 @@
 #include "explorer/StatusStrip.h"
 #include "explorer/TreeView.h"
 #include "explorer/VSplitter.h"
+#include "platform/Letters.h"
 #include "platform/Process.h"
+#include "platform/desktop/DocumentOpener.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -23,7 +25,17 @@
 
 namespace explorer {
 
-frmtarget::frmtarget() : geometry_(this) {
+namespace {
+
+constexpr std::string_view kCabinetExtension = ".cab";
+
+/// Ends each path in what an archive window is handed.
+constexpr const char* kPathEnd = "\r\n";
+
+} // namespace
+
+frmtarget::frmtarget(ArchiveDialogs* dialogs)
+    : dialogs_(dialogs != nullptr ? *dialogs : ownDialogs_), extract_(*this, dialogs_), geometry_(this) {
     setObjectName(QStringLiteral("frmtarget"));
     panes_ = new ExplorerPanes(this);
     setCentralWidget(panes_);
@@ -45,6 +57,7 @@ frmtarget::frmtarget() : geometry_(this) {
 void frmtarget::ConnectCommands() {
     connect(commands_->up, &QAction::triggered, navigator_, &Navigator::GoUp);
     connect(commands_->mnuFileOpen, &QAction::triggered, this, &frmtarget::OpenSelected);
+    connect(commands_->mnuFileExtract, &QAction::triggered, this, &frmtarget::Extract);
     connect(commands_->mnuFileRefresh, &QAction::triggered, navigator_, &Navigator::Refresh);
     connect(commands_->mnuClose1, &QAction::triggered, this, &QWidget::close);
     connect(commands_->mnuClose2, &QAction::triggered, this, &QWidget::close);
@@ -82,20 +95,44 @@ void frmtarget::ShowPane(bool list) {
 }
 
 void frmtarget::OpenSelected() {
-    for (const int row : panes_->List()->SelectedRows()) {
-        if (files_->Row(row).isFolder) {
-            OpenRow(row);
-            return;
-        }
+    const QList<int> rows = panes_->List()->SelectedRows();
+    if (rows.size() == 1) {
+        OpenRow(rows.first());
+        return;
     }
+    std::string cabinets;
+    for (const std::string& path : SelectedPaths()) {
+        if (platform::EndsWithNoCase(path, kCabinetExtension))
+            cabinets += path + kPathEnd;
+        else
+            platform::OpenDocument(path);
+    }
+    if (!cabinets.empty())
+        OpenCabinets(cabinets);
 }
 
 void frmtarget::OpenRow(int row) {
     if (row < 0 || navigator_->IsBusy())
         return;
-    const app::BusyCursor busy;
-    if (files_->Row(row).isFolder)
-        navigator_->OpenFolder(files_->FullPath(row));
+    const std::string path = files_->FullPath(row);
+    if (files_->Row(row).isFolder) {
+        navigator_->OpenFolder(path);
+    } else if (files_->Row(row).isCabinet) {
+        OpenCabinets(path + kPathEnd);
+    } else {
+        const app::BusyCursor busy;
+        platform::OpenDocument(path);
+    }
+}
+
+void frmtarget::OpenCabinets(const std::string& archives) {
+    dialogs_.ShowCab(archives, this);
+    ShowCurrentFolder();
+}
+
+void frmtarget::Extract() {
+    if (!navigator_->IsBusy())
+        extract_.Run();
 }
 
 void frmtarget::ShowFileMenuAt(const QPoint& place) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "explorer/ArchiveDialogs.h"
+#include "explorer/ExtractCommand.h"
 #include "explorer/FileKinds.h"
 #include "explorer/FileListAccess.h"
 #include "explorer/WindowGeometry.h"
@@ -23,7 +25,8 @@ class frmtarget : public QMainWindow, public FileListAccess {
     Q_OBJECT
 
   public:
-    frmtarget();
+    /// `dialogs` opens the archive windows and outlives the window; null: the program's own.
+    explicit frmtarget(ArchiveDialogs* dialogs = nullptr);
 
     /// Loads the window: texts, layout, drives, column widths, first current folder, the administrator
     /// warning. To be called once, before the window is shown.
@@ -61,10 +64,15 @@ class frmtarget : public QMainWindow, public FileListAccess {
     void ShowPane(bool list);
     void OpenSelected();
     void OpenRow(int row);
+    void OpenCabinets(const std::string& archives);
+    void Extract();
     void ShowFileMenuAt(const QPoint& place);
     void FocusWindowChanged(QWindow* window);
     bool IsProgramWindow(const QWindow* window) const;
 
+    ArchiveDialogs ownDialogs_;
+    ArchiveDialogs& dialogs_;
+    ExtractCommand extract_;
     FileKinds kinds_;
     ExplorerPanes* panes_;
     FolderTreeModel* nodes_;

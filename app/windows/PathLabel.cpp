@@ -1,9 +1,9 @@
-#include "PathLabel.h"
+#include "app/windows/PathLabel.h"
 
 #include <QPainter>
 #include <QStyle>
 
-namespace dialogs {
+namespace app {
 
 PathLabel::PathLabel(QWidget* parent) : QLabel(parent) {
     setTextFormat(Qt::PlainText);
@@ -23,4 +23,4 @@ void PathLabel::paintEvent(QPaintEvent*) {
                           palette(), isEnabled(), shown, foregroundRole());
 }
 
-} // namespace dialogs
+} // namespace app
