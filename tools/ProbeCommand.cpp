@@ -1,0 +1,87 @@
+#include "ProbeCommand.h"
+
+#include "platform/Letters.h"
+
+#include <charconv>
+#include <cstdint>
+#include <string_view>
+
+namespace tools {
+
+namespace {
+
+std::optional<std::vector<std::int32_t>> ParseEntries(std::string_view text) {
+    std::vector<std::int32_t> entries;
+    for (;;) {
+        const std::size_t end = text.find(',');
+        const std::string_view item = text.substr(0, end);
+        std::int32_t number = 0;
+        const auto [rest, error] = std::from_chars(item.data(), item.data() + item.size(), number);
+        if (error != std::errc() || rest != item.data() + item.size() || number < 1)
+            return std::nullopt;
+        entries.push_back(number);
+        if (end == text.npos)
+            return entries;
+        text.remove_prefix(end + 1);
+    }
+}
+
+std::string FormatOfName(std::string_view archive) {
+    if (platform::EndsWithNoCase(archive, ".cab"))
+        return "cab";
+    return platform::EndsWithNoCase(archive, ".rar") ? "rar" : "zip";
+}
+
+/// Takes one option with its value into `command`; false when it is not a good one.
+bool TakeOption(ProbeCommand& command, std::string_view option, const std::string& value) {
+    if (option == "--format") {
+        command.format = value;
+        return value == "zip" || value == "cab" || value == "rar";
+    }
+    if (command.verb == ProbeVerb::kExtract && option == "--password") {
+        command.password = value;
+        return true;
+    }
+    if (command.verb == ProbeVerb::kExtract && option == "--entries") {
+        command.entries = ParseEntries(value);
+        return command.entries.has_value();
+    }
+    return false;
+}
+
+} // namespace
+
+std::optional<ProbeCommand> ParseProbeCommand(const std::vector<std::string>& arguments, std::string& fault) {
+    ProbeCommand command;
+    if (arguments.empty() || (arguments[0] != "list" && arguments[0] != "extract")) {
+        fault = "the first word is list or extract";
+        return std::nullopt;
+    }
+    if (arguments[0] == "extract")
+        command.verb = ProbeVerb::kExtract;
+    std::vector<std::string> paths;
+    for (std::size_t at = 1; at < arguments.size(); ++at) {
+        if (!arguments[at].starts_with("--")) {
+            paths.push_back(arguments[at]);
+            continue;
+        }
+        const std::string& option = arguments[at];
+        if (++at == arguments.size() || !TakeOption(command, option, arguments[at])) {
+            fault = "not understood: " + option;
+            return std::nullopt;
+        }
+    }
+    if (paths.size() != (command.verb == ProbeVerb::kList ? 1u : 2u)) {
+        fault = command.verb == ProbeVerb::kList ? "list takes one archive"
+                                                 : "extract takes an archive and a folder";
+        return std::nullopt;
+    }
+    command.archive = paths[0];
+    if (paths.size() == 2)
+        command.folder = paths[1];
+    if (command.format.empty())
+        command.format = FormatOfName(command.archive);
+    return command;
+}
+
+} // namespace tools

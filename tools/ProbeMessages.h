@@ -1,0 +1,31 @@
+#pragma once
+
+#include "app/core/Messages.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tools {
+
+/// Keeps the ids of the messages of one run and answers OK; a prompt is answered with the given password, or
+/// cancelled. After a thousand reports it takes the rest of a kind at once, so that it cannot grow without
+/// end.
+class ProbeMessages final : public app::MessageDoor {
+  public:
+    explicit ProbeMessages(std::optional<std::string> password) : password_(std::move(password)) {}
+
+    const std::vector<std::uint32_t>& Ids() const { return ids_; }
+
+    int Show(const app::Message& message) override;
+    bool ShowOfferingRest(const app::Message& message) override;
+    std::optional<std::string> Ask(const std::string& prompt, const std::string& caption,
+                                   bool hidden) override;
+
+  private:
+    std::optional<std::string> password_;
+    std::vector<std::uint32_t> ids_;
+};
+
+} // namespace tools

@@ -1,0 +1,139 @@
+// The engine without windows: lists or extracts one archive through the classes that the dialogs use and
+// prints, as JSON, what they answer.
+
+#include "JsonWriter.h"
+#include "ProbeCommand.h"
+#include "ProbeMessages.h"
+#include "app/core/Messages.h"
+#include "archive/Cls_GetFileType.h"
+#include "platform/Files.h"
+#include "platform/HostPath.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr int kWrongUsage = 2;
+
+std::string DateText(const platform::SystemTime& when) {
+    char text[40];
+    std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", when.year, when.month, when.day,
+                  when.hour, when.minute, when.second);
+    return text;
+}
+
+std::string CrcText(std::int32_t crc) {
+    char text[16];
+    std::snprintf(text, sizeof text, "%08x", static_cast<unsigned>(crc));
+    return text;
+}
+
+void WriteEntry(tools::JsonWriter& json, const archive::Cls_GetFileType& front, std::int32_t entry) {
+    json.OpenObject()
+        .Key("index")
+        .Value(entry)
+        .Key("name")
+        .Value(front.FileName(entry))
+        .Key("folder")
+        .Value("")
+        .Key("dir")
+        .Flag(front.IsDir(entry))
+        .Key("size")
+        .Value(front.UnCompressed_Size(entry))
+        .Key("packed")
+        .Value(front.Compressed_Size(entry))
+        .Key("crc")
+        .Value(CrcText(front.CRC32(entry)))
+        .Key("method")
+        .Value(front.Method(entry))
+        .Key("encrypted")
+        .Flag(front.Encrypted(entry))
+        .Key("modified")
+        .Value(DateText(front.FileDateTime(entry)))
+        .CloseObject();
+}
+
+void WriteMessages(tools::JsonWriter& json, const tools::ProbeMessages& messages) {
+    json.Key("messages").OpenArray();
+    for (const std::uint32_t id : messages.Ids())
+        json.Value(id);
+    json.CloseArray();
+}
+
+/// The entries that the command names, or all of them.
+archive::EntrySelection Selection(const tools::ProbeCommand& command, std::int32_t count) {
+    archive::EntrySelection selection(static_cast<std::size_t>(count) + 1, !command.entries);
+    if (command.entries)
+        for (const std::int32_t entry : *command.entries)
+            if (entry <= count)
+                selection[static_cast<std::size_t>(entry)] = true;
+    return selection;
+}
+
+void List(const tools::ProbeCommand& command, const tools::ProbeMessages& messages, tools::JsonWriter& json) {
+    archive::Cls_GetFileType front;
+    json.OpenObject().Key("status").Value(front.Get_Contents(platform::PathFromHost(command.archive)));
+    json.Key("comment").Value(front.CommentsPack()).Key("entries").OpenArray();
+    for (std::int32_t entry = 1; entry <= front.FileCount(); ++entry)
+        WriteEntry(json, front, entry);
+    json.CloseArray();
+    WriteMessages(json, messages);
+    json.CloseObject();
+}
+
+/// Makes a folder of the host with its missing parents, in the letter case given.
+void MakeFolder(const std::string& path) {
+    if (platform::FolderExists(path))
+        return;
+    if (const std::size_t end = path.find_last_of('\\'); end != path.npos)
+        MakeFolder(path.substr(0, end));
+    platform::CreateFolder(path);
+}
+
+void Extract(const tools::ProbeCommand& command, const tools::ProbeMessages& messages,
+             tools::JsonWriter& json) {
+    archive::Cls_GetFileType front;
+    std::int16_t status = front.Get_Contents(platform::PathFromHost(command.archive));
+    const std::string folder = platform::PathFromHost(command.folder);
+    MakeFolder(folder);
+    if (status == archive::kStatusDone)
+        status = front.UnPack(Selection(command, front.FileCount()), folder);
+    json.OpenObject().Key("status").Value(status);
+    WriteMessages(json, messages);
+    json.CloseObject();
+}
+
+int Fail(const std::string& fault) {
+    std::fprintf(
+        stderr,
+        "probe: %s\n"
+        "usage: probe list ARCHIVE [--format zip|cab|rar]\n"
+        "       probe extract ARCHIVE FOLDER [--password P] [--entries 1,3] [--format zip|cab|rar]\n",
+        fault.c_str());
+    return kWrongUsage;
+}
+
+} // namespace
+
+int main(int count, char** values) {
+    std::string fault;
+    const auto command =
+        tools::ParseProbeCommand(std::vector<std::string>(values + 1, values + count), fault);
+    if (!command)
+        return Fail(fault);
+    if (command->format != "zip")
+        return Fail("the format " + command->format + " is not read yet");
+    tools::ProbeMessages messages(command->password);
+    app::SetMessages(&messages);
+    tools::JsonWriter json;
+    if (command->verb == tools::ProbeVerb::kList)
+        List(*command, messages, json);
+    else
+        Extract(*command, messages, json);
+    app::SetMessages(nullptr);
+    std::puts(json.Text().c_str());
+    return 0;
+}
