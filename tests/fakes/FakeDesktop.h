@@ -1,0 +1,66 @@
+#pragma once
+
+#include "platform/desktop/DocumentOpener.h"
+#include "platform/desktop/FolderPicker.h"
+
+#include <deque>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace fakes {
+
+/// A folder picker that answers by itself: the folders lined up, then "cancelled".
+class FakeFolderPicker : public platform::FolderPicker {
+  public:
+    FakeFolderPicker() : before_(platform::SetFolderPicker(this)) {}
+
+    ~FakeFolderPicker() override { platform::SetFolderPicker(before_); }
+
+    FakeFolderPicker(const FakeFolderPicker&) = delete;
+    FakeFolderPicker& operator=(const FakeFolderPicker&) = delete;
+
+    std::deque<std::string> folders;
+    std::vector<std::string> prompts;
+
+    std::string Pick(const std::string& prompt, const std::string&, QWidget*) override {
+        prompts.push_back(prompt);
+        if (folders.empty())
+            return {};
+        std::string folder = std::move(folders.front());
+        folders.pop_front();
+        return folder;
+    }
+
+  private:
+    platform::FolderPicker* before_;
+};
+
+/// An opener that only keeps what it is asked to open.
+class FakeDocumentOpener : public platform::DocumentOpener {
+  public:
+    FakeDocumentOpener() : before_(platform::SetDocumentOpener(this)) {}
+
+    ~FakeDocumentOpener() override { platform::SetDocumentOpener(before_); }
+
+    FakeDocumentOpener(const FakeDocumentOpener&) = delete;
+    FakeDocumentOpener& operator=(const FakeDocumentOpener&) = delete;
+
+    std::vector<std::string> opened;
+    std::vector<std::string> verbs;
+    std::function<void()> onOpen; ///< runs while a document is being opened
+
+    int Open(const std::string& file, const std::string&, const std::string& verb) override {
+        opened.push_back(file);
+        verbs.push_back(verb);
+        if (onOpen)
+            onOpen();
+        return 42;
+    }
+
+  private:
+    platform::DocumentOpener* before_;
+};
+
+} // namespace fakes
