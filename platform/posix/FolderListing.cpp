@@ -11,7 +11,8 @@
 namespace platform {
 
 bool FolderListing::LessNoCase::operator()(const Entry& left, const Entry& right) const {
-    return CompareNoCase(left.text, right.text) < 0;
+    const int order = CompareNoCase(left.text, right.text);
+    return order != 0 ? order < 0 : left.hostName < right.hostName;
 }
 
 bool FolderListing::LessNoCase::operator()(const Entry& left, std::string_view right) const {
@@ -33,13 +34,18 @@ std::string FolderListing::Find(const HostFile& folder, std::string_view name) {
         while (const dirent* entry = listing == nullptr ? nullptr : ::readdir(listing.get()))
             Add(entry->d_name);
     }
-    const auto found = entries_.find(name);
-    return found == entries_.end() ? "" : found->hostName;
+    const auto found = entries_.lower_bound(name);
+    return found == entries_.end() || !EqualsNoCase(found->text, name) ? "" : found->hostName;
 }
 
 void FolderListing::Add(const std::string& hostName) {
     if (isListed_)
         entries_.insert({TextOfHostName(hostName), hostName});
+}
+
+void FolderListing::Remove(const std::string& hostName) {
+    if (isListed_)
+        entries_.erase({TextOfHostName(hostName), hostName});
 }
 
 } // namespace platform

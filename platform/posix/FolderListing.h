@@ -9,14 +9,17 @@
 namespace platform {
 
 /// The names in one open folder, for finding one without regard to case. The folder is listed at the first
-/// question; after that Add() keeps the list up to date.
+/// question; after that Add() and Remove() keep the list up to date.
 class FolderListing {
   public:
     /// The host name that equals `name` without regard to case; empty when there is none.
     std::string Find(const HostFile& folder, std::string_view name);
 
-    /// Tells of a name that has come into the folder.
+    /// Tells of a name that has come into the folder, or gone from it.
     void Add(const std::string& hostName);
+    void Remove(const std::string& hostName);
+
+    bool IsListed() const { return isListed_; }
 
   private:
     struct Entry {
@@ -24,6 +27,7 @@ class FolderListing {
         std::string hostName;
     };
 
+    /// Names that differ only by case stand side by side.
     struct LessNoCase {
         using is_transparent = void;
         bool operator()(const Entry& left, const Entry& right) const;
@@ -32,7 +36,7 @@ class FolderListing {
     };
 
     bool isListed_ = false;
-    std::set<Entry, LessNoCase> entries_;
+    std::set<Entry, LessNoCase> entries_; ///< in order of text, then of host name
 };
 
 } // namespace platform

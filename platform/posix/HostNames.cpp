@@ -3,11 +3,8 @@
 #include "CodePageText.h"
 #include "LocaleCodePage.h"
 #include "Utf8.h"
-#include "platform/Letters.h"
 
 #include <algorithm>
-#include <dirent.h>
-#include <memory>
 
 namespace platform {
 namespace {
@@ -73,18 +70,6 @@ std::string HostNameOf(std::string_view text) {
     if (AsciiPrefix(text) == text.size() || LocaleCodePage() == kUtf8CodePage)
         return std::string(text);
     return Utf8ToLegacy(LocaleCodePage(), text);
-}
-
-std::string FindNoCase(const std::string& folder, const std::string& name) {
-    const std::unique_ptr<DIR, int (*)(DIR*)> listing(opendir(folder.c_str()), closedir);
-    if (listing == nullptr)
-        return name;
-    const std::string wanted = TextOfHostName(name);
-    while (const dirent* entry = readdir(listing.get())) {
-        if (EqualsNoCase(TextOfHostName(entry->d_name), wanted))
-            return entry->d_name;
-    }
-    return name;
 }
 
 } // namespace platform

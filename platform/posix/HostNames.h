@@ -22,8 +22,4 @@ std::string TextOfHostName(std::string_view name);
 /// The host's bytes for one component of a path.
 std::string HostNameOf(std::string_view text);
 
-/// The name in the host folder `folder` that equals `name` (host bytes) without regard to case; `name` itself
-/// when there is none.
-std::string FindNoCase(const std::string& folder, const std::string& name);
-
 } // namespace platform

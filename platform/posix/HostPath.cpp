@@ -1,6 +1,7 @@
 #include "platform/HostPath.h"
 
 #include "DriveTable.h"
+#include "FolderCache.h"
 #include "HostNames.h"
 #include "WorkingFolder.h"
 #include "platform/Files.h"
@@ -39,7 +40,7 @@ std::string MatchComponents(const std::string& root, std::vector<std::string> co
         std::string& name = components[known];
         if (Exists(folder + "/" + name))
             continue;
-        std::string found = FindNoCase(folder, name);
+        std::string found = FindInFolder(folder, name);
         if (found == name)
             break;
         name = std::move(found);

@@ -37,6 +37,45 @@ TEST(HostPath, NamesThatComeAndGoAreSeen) {
     }
 }
 
+TEST(HostPath, OneOfTwoCasesGoes) {
+    const TestDir dir;
+    dir.MakeFile("name");
+    dir.MakeFile("NAME");
+    EXPECT_TRUE(FileExists("E:\\Name"));
+    std::filesystem::remove(dir.Host("NAME"));
+    EXPECT_EQ(HostPathOf("E:\\Name"), dir.Host("name"));
+    std::filesystem::remove(dir.Host("name"));
+    EXPECT_FALSE(FileExists("E:\\Name"));
+}
+
+TEST(HostPath, FolderThatIsAnotherNow) {
+    const TestDir dir;
+    dir.MakeFile("a/one");
+    dir.MakeFile("b/two");
+    EXPECT_TRUE(FileExists("E:\\a\\ONE"));
+    std::filesystem::rename(dir.Host("a"), dir.Host("c"));
+    std::filesystem::rename(dir.Host("b"), dir.Host("a"));
+    EXPECT_FALSE(FileExists("E:\\a\\ONE"));
+    EXPECT_TRUE(FileExists("E:\\a\\TWO"));
+    EXPECT_TRUE(FileExists("E:\\C\\ONE"));
+    std::filesystem::remove_all(dir.Host("a"));
+    dir.MakeFile("a/three");
+    EXPECT_TRUE(FileExists("E:\\a\\THREE"));
+    EXPECT_FALSE(FileExists("E:\\a\\TWO"));
+}
+
+TEST(HostPath, MoreFoldersThanAreRemembered) {
+    const TestDir dir;
+    for (int round = 0; round < 2; ++round) {
+        for (int i = 0; i < 20; ++i) {
+            const std::string folder = "f" + std::to_string(i) + "/";
+            dir.MakeFile(folder + "file" + std::to_string(round));
+            EXPECT_TRUE(FileExists(TestDir::Path(folder + "FILE" + std::to_string(round))));
+            EXPECT_FALSE(FileExists(TestDir::Path(folder + "FILE2")));
+        }
+    }
+}
+
 TEST(HostPath, ComponentsAreResolvedInsideTheDrive) {
     const TestDir dir;
     const std::string root = dir.Host().string();
