@@ -6,7 +6,6 @@
 #include "app/windows/MessageBoxes.h"
 #include "app/windows/frmprogress.h"
 #include "explorer/frmtarget.h"
-#include "platform/desktop/ShellInfo.h"
 
 #include <QApplication>
 
@@ -42,7 +41,6 @@ int main(int argc, char** argv) {
         false); // a message may come and go before the main window is shown
     app::SetUpAppearance();
     QApplication::setWindowIcon(app::Icon("pellarion"));
-    platform::SetIconSource(app::Icon);
     app::MessageBoxes messages;
     app::SetMessages(&messages);
     int result = 0;

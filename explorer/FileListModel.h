@@ -28,6 +28,9 @@ class FileListModel : public QAbstractTableModel {
 
     void Clear() { SetRows({}, {}); }
 
+    /// Whether the rows are those of a folder, even if it holds none.
+    bool ShowsFolder() const { return !folder_.empty(); }
+
     void SetHeader(Column column, const QString& text);
 
     const FileRow& Row(int row) const { return rows_[static_cast<std::size_t>(row)]; }
@@ -45,6 +48,7 @@ class FileListModel : public QAbstractTableModel {
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
+    /// A cell's whole text is its tooltip too, since columns may be too narrow for it.
     QVariant data(const QModelIndex& index, int role) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     /// Sorts as a click on the header of `column` does and keeps that order for later rows. Rows with equal

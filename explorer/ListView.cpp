@@ -6,10 +6,17 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 
 namespace explorer {
+
+namespace {
+
+constexpr int kLastColumn = FileListModel::kVisibleColumns - 1;
+
+} // namespace
 
 ListView::ListView(QWidget* parent) : QTreeView(parent) {
     setObjectName(QStringLiteral("ListView"));
@@ -24,15 +31,45 @@ ListView::ListView(QWidget* parent) : QTreeView(parent) {
     header()->setStretchLastSection(false);
     header()->setSectionsMovable(false);
     header()->setHighlightSections(false);
+    connect(header(), &QHeaderView::sectionResized, this,
+            [this](int column, int, int width) { ColumnResized(column, width); });
     connect(this, &QAbstractItemView::doubleClicked, this, &ListView::OpenPressed);
 }
 
 void ListView::SetFileModel(FileListModel* model) {
+    files_ = model;
     setModel(model);
     for (int column = FileListModel::kVisibleColumns; column < FileListModel::kColumnCount; ++column)
         setColumnHidden(column, true);
     header()->setSortIndicator(-1, Qt::AscendingOrder);
     setSortingEnabled(true);
+}
+
+int ListView::ColumnWidth(int column) const {
+    return column == kLastColumn ? lastColumnWidth_ : columnWidth(column);
+}
+
+void ListView::SetColumnWidth(int column, int width) {
+    setColumnWidth(column, width);
+}
+
+void ListView::ColumnResized(int column, int width) {
+    if (stretching_)
+        return;
+    if (column == kLastColumn)
+        lastColumnWidth_ = width;
+    StretchLastColumn();
+}
+
+void ListView::StretchLastColumn() {
+    const QScopedValueRollback<bool> stretching(stretching_, true);
+    const int others = header()->length() - columnWidth(kLastColumn);
+    setColumnWidth(kLastColumn, qMax(lastColumnWidth_, viewport()->width() - others));
+}
+
+void ListView::resizeEvent(QResizeEvent* event) {
+    QTreeView::resizeEvent(event);
+    StretchLastColumn();
 }
 
 QList<int> ListView::SelectedRows() const {
@@ -82,7 +119,7 @@ void ListView::focusInEvent(QFocusEvent* event) {
 
 void ListView::paintEvent(QPaintEvent* event) {
     QTreeView::paintEvent(event);
-    if (emptyText_.isEmpty() || model() == nullptr || model()->rowCount() > 0)
+    if (files_ == nullptr || !files_->ShowsFolder() || files_->rowCount() > 0)
         return;
     QPainter painter(viewport());
     painter.setPen(palette().color(QPalette::Disabled, QPalette::Text));

@@ -16,13 +16,18 @@ class ListView : public QTreeView {
     /// Puts the model in place, hides its last four columns and sorts by clicks on the headers.
     void SetFileModel(FileListModel* model);
 
+    /// Width of a visible column, in pixels. The last one takes the room that is left as well, on top of its
+    /// width.
+    int ColumnWidth(int column) const;
+    void SetColumnWidth(int column, int width);
+
     /// The selected rows, in the order in which the list shows them.
     QList<int> SelectedRows() const;
     /// The row that Enter acts on: the current one when it is selected, else the first selected; -1 without
     /// one.
     int SelectedRow() const;
 
-    /// Text shown in the middle while there are no rows; empty for none.
+    /// Text shown in the middle of the list of a folder that holds nothing.
     void SetEmptyText(const QString& text);
 
   signals:
@@ -41,8 +46,15 @@ class ListView : public QTreeView {
     void focusInEvent(QFocusEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
+    void ColumnResized(int column, int width);
+    void StretchLastColumn();
+
+    FileListModel* files_ = nullptr;
+    int lastColumnWidth_ = 0;
+    bool stretching_ = false;
     QString emptyText_;
 };
 

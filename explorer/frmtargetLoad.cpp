@@ -100,14 +100,14 @@ void frmtarget::ApplyColumnWidths() {
     for (int column = 0; column < kSavedColumns; ++column) {
         if (const auto twips = SavedColumnWidth(column)) {
             columnTwips_[static_cast<std::size_t>(column)] = *twips;
-            panes_->List()->setColumnWidth(column, app::PixelsFromTwips(*twips));
+            panes_->List()->SetColumnWidth(column, app::PixelsFromTwips(*twips));
         }
     }
 }
 
 void frmtarget::SaveColumnWidths() const {
     for (int column = 0; column < kSavedColumns; ++column) {
-        const int width = panes_->List()->columnWidth(column);
+        const int width = panes_->List()->ColumnWidth(column);
         const int read = columnTwips_[static_cast<std::size_t>(column)];
         SaveColumnWidth(column, app::PixelsFromTwips(read) == width ? read : app::TwipsFromPixels(width));
     }

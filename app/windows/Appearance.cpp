@@ -1,11 +1,11 @@
 #include "app/windows/Appearance.h"
 
 #include "app/windows/Icons.h"
+#include "app/windows/RoomyStyle.h"
 #include "platform/desktop/ShellInfo.h"
 
 #include <QApplication>
 #include <QPalette>
-#include <QStyleFactory>
 
 #include <algorithm>
 #include <array>
@@ -42,15 +42,26 @@ QPalette LightPalette() {
     return palette;
 }
 
+/// Selected rows of lists and trees are tinted rather than filled, so that icons and text keep their colours.
+QPalette ListPalette(QPalette palette, bool dark) {
+    const QColor active = dark ? QColor(0x2b, 0x4f, 0x75) : QColor(0xcf, 0xe3, 0xf8);
+    const QColor inactive = dark ? QColor(0x3b, 0x3f, 0x45) : QColor(0xe3, 0xe6, 0xea);
+    palette.setColor(QPalette::Active, QPalette::Highlight, active);
+    palette.setColor(QPalette::Inactive, QPalette::Highlight, inactive);
+    palette.setColor(QPalette::Disabled, QPalette::Highlight, inactive);
+    palette.setColor(QPalette::HighlightedText, palette.color(QPalette::Text));
+    return palette;
+}
+
 } // namespace
 
 void SetUpAppearance() {
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(new RoomyStyle);
     const QByteArray wanted = qgetenv("PELLARION_PALETTE");
-    if (wanted == "dark" || (wanted.isEmpty() && IsDark(QApplication::palette())))
-        QApplication::setPalette(DarkPalette());
-    else
-        QApplication::setPalette(LightPalette());
+    const bool dark = wanted == "dark" || (wanted.isEmpty() && IsDark(QApplication::palette()));
+    const QPalette palette = dark ? DarkPalette() : LightPalette();
+    QApplication::setPalette(palette);
+    QApplication::setPalette(ListPalette(palette, dark), "QAbstractItemView");
     platform::SetIconSource(&Icon);
 }
 
