@@ -19,8 +19,11 @@ QIcon MakeIcon(const QString& name) {
     QIcon icon;
     for (const int size : kSizes) {
         const QString file = QStringLiteral(":/icons/%1-%2.png").arg(name).arg(size);
-        if (QFile::exists(file))
-            icon.addFile(file, QSize(size, size));
+        if (!QFile::exists(file))
+            continue;
+        icon.addFile(file, QSize(size, size));
+        // As drawn: the tint that a selected row would give it hides it in the row's own colour.
+        icon.addFile(file, QSize(size, size), QIcon::Selected);
     }
     if (icon.isNull())
         qWarning("there is no icon named %s", qUtf8Printable(name));
