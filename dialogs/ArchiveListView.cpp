@@ -42,6 +42,9 @@ ArchiveListView::ArchiveListView(QWidget* parent) : QTreeView(parent) {
     for (int column = kVisibleArchiveColumns; column < kArchiveColumns; ++column)
         setColumnHidden(column, true);
     connect(header(), &QHeaderView::sectionClicked, this, &ArchiveListView::OnHeaderClicked);
+    // The view itself repaints the columns of a row, not what lies beyond them.
+    connect(selectionModel(), &QItemSelectionModel::selectionChanged, viewport(),
+            qOverload<>(&QWidget::update));
     connect(header(), &QHeaderView::sectionResized, this, &ArchiveListView::OnSectionResized);
 }
 

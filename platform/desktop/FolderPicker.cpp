@@ -1,9 +1,7 @@
 #include "platform/desktop/FolderPicker.h"
 
 #include "platform/Files.h"
-#include "platform/HostPath.h"
-
-#include <QFileDialog>
+#include "platform/desktop/FolderPickerDialog.h"
 
 #include <utility>
 
@@ -13,10 +11,8 @@ namespace {
 class DesktopPicker : public FolderPicker {
   public:
     std::string Pick(const std::string& prompt, const std::string& start, QWidget* parent) override {
-        const QString folder = QFileDialog::getExistingDirectory(
-            parent, QString::fromStdString(prompt), QString::fromStdString(HostPathOf(start)),
-            QFileDialog::ShowDirsOnly | QFileDialog::DontUseNativeDialog);
-        return folder.isEmpty() ? std::string() : PathFromHost(folder.toStdString());
+        FolderPickerDialog dialog(prompt, start, parent);
+        return dialog.exec() == QDialog::Accepted ? dialog.Folder() : std::string();
     }
 };
 

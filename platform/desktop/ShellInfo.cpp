@@ -31,8 +31,16 @@ std::string ExtensionOf(std::string_view path) {
     return ToLower(path.substr(dot + 1));
 }
 
-bool IsDriveRoot(std::string_view path) {
-    return path.size() <= 3 && path.size() >= 2 && path[1] == ':';
+// Keys of the icons that do not go by extension; no extension holds such a character.
+constexpr char kComputerKey[] = "\\:C";
+constexpr char kDriveKey[] = "\\:";
+constexpr char kFolderKey[] = "\\";
+
+/// C: is the computer itself, any other root a drive.
+std::string FolderKey(std::string_view path) {
+    if (path.size() < 2 || path.size() > 3 || path[1] != ':')
+        return kFolderKey;
+    return path[0] == 'C' || path[0] == 'c' ? kComputerKey : kDriveKey;
 }
 
 QIcon Drawn(const char* name, QStyle::StandardPixmap standIn) {
@@ -84,15 +92,16 @@ QIcon IconOfExtension(const std::string& extension) {
 } // namespace
 
 QIcon FileIcon(const std::string& path, bool isFolder) {
-    // Neither of the two keys can be an extension.
-    std::string key = !isFolder ? ExtensionOf(path) : IsDriveRoot(path) ? ":" : "\\";
+    std::string key = isFolder ? FolderKey(path) : ExtensionOf(path);
     const auto known = FileIcons().find(key);
     if (known != FileIcons().end())
         return known->second;
     QIcon icon;
-    if (key == ":")
+    if (key == kComputerKey)
+        icon = Drawn("computer", QStyle::SP_ComputerIcon);
+    else if (key == kDriveKey)
         icon = Drawn("drive-removable", QStyle::SP_DriveHDIcon);
-    else if (key == "\\")
+    else if (key == kFolderKey)
         icon = Drawn("folder", QStyle::SP_DirIcon);
     else
         icon = IconOfExtension(key);
