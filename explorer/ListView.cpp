@@ -1,5 +1,6 @@
 #include "explorer/ListView.h"
 
+#include "app/windows/ColouredRows.h"
 #include "explorer/FileListModel.h"
 
 #include <QContextMenuEvent>
@@ -23,6 +24,7 @@ ListView::ListView(QWidget* parent) : QTreeView(parent) {
     setRootIsDecorated(false);
     setItemsExpandable(false);
     setUniformRowHeights(true);
+    setItemDelegate(new app::ColouredRows(this));
     setAllColumnsShowFocus(true);
     setAlternatingRowColors(true);
     setSelectionMode(QAbstractItemView::ExtendedSelection);

@@ -1,5 +1,7 @@
 #include "explorer/TreeView.h"
 
+#include "app/windows/ColouredRows.h"
+
 #include <QKeyEvent>
 #include <QMouseEvent>
 
@@ -9,6 +11,7 @@ TreeView::TreeView(QWidget* parent) : QTreeView(parent) {
     setObjectName(QStringLiteral("TreeView"));
     setHeaderHidden(true);
     setUniformRowHeights(true);
+    setItemDelegate(new app::ColouredRows(this));
     setSelectionMode(QAbstractItemView::SingleSelection);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setExpandsOnDoubleClick(false);

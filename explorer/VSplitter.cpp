@@ -3,9 +3,6 @@
 #include "app/core/Twips.h"
 
 #include <QMouseEvent>
-#include <QPainter>
-#include <QStyle>
-#include <QStyleOption>
 
 #include <algorithm>
 
@@ -44,14 +41,6 @@ void VSplitter::mouseMoveEvent(QMouseEvent* event) {
     const int furthest = parentWidget()->width() - app::PixelsFromTwips(kWidthTwips);
     const int wanted = std::min(PlaceFromStart(this, event) - grip_, furthest);
     SetLeft(app::TwipsFromPixels(wanted));
-}
-
-void VSplitter::paintEvent(QPaintEvent*) {
-    QStyleOption option;
-    option.initFrom(this);
-    option.state |= QStyle::State_Horizontal;
-    QPainter painter(this);
-    style()->drawControl(QStyle::CE_Splitter, &option, &painter, this);
 }
 
 } // namespace explorer

@@ -26,7 +26,6 @@ class VSplitter : public QWidget {
   protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;
 
   private:
     int left_ = 0;

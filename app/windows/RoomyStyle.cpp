@@ -1,5 +1,10 @@
 #include "app/windows/RoomyStyle.h"
 
+#include "app/windows/Appearance.h"
+
+#include <QPainter>
+#include <QStyleOption>
+
 namespace app {
 
 namespace {
@@ -7,6 +12,7 @@ namespace {
 constexpr int kHeaderMargin = 5;
 constexpr int kTextMargin = 3;
 constexpr int kRowPadding = 5;
+constexpr float kOutlineStrength = 0.45F;
 
 } // namespace
 
@@ -29,6 +35,28 @@ QSize RoomyStyle::sizeFromContents(ContentsType type, const QStyleOption* option
     if (type == CT_ItemViewItem)
         result.rheight() += kRowPadding;
     return result;
+}
+
+int RoomyStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                          QStyleHintReturn* returned) const {
+    if (hint == SH_EtchDisabledText)
+        return 0;
+    return QProxyStyle::styleHint(hint, option, widget, returned);
+}
+
+void RoomyStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                               const QWidget* widget) const {
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    const bool isBox = element == PE_IndicatorCheckBox || element == PE_IndicatorItemViewItemCheck;
+    if (!isBox || !IsDark(option->palette))
+        return;
+    QColor outline = option->palette.color(QPalette::Text);
+    outline.setAlphaF(kOutlineStrength);
+    painter->save();
+    painter->setPen(outline);
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+    painter->restore();
 }
 
 QPixmap RoomyStyle::generatedIconPixmap(QIcon::Mode mode, const QPixmap& pixmap,
