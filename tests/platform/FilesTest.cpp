@@ -1,6 +1,9 @@
 #include "platform/Files.h"
 
 #include "platform/FileReader.h"
+#include "platform/OutputFolder.h"
+#include "platform/ProfileStrings.h"
+#include "support/SmallDisk.h"
 #include "support/TestDir.h"
 
 #include <array>
@@ -139,6 +142,46 @@ TEST(Files, CopyOntoItselfLeavesItWhole) {
     EXPECT_TRUE(CopyFile("E:\\a", "E:\\same"));
     EXPECT_EQ(dir.Read("a"), "content");
     EXPECT_EQ(dir.Count(), 2U);
+}
+
+TEST(Files, FullDiskKeepsTheOldFile) {
+    const TestDir dir;
+    dir.MakeFolder("disk");
+    const tests::SmallDisk disk(dir.Host("disk"));
+    if (!disk.IsMounted())
+        GTEST_SKIP() << "mounting is not permitted here";
+    dir.MakeFile("big", std::string(100'000, 'x'));
+    dir.MakeFile("disk/old", "old");
+    EXPECT_EQ(CopyFile("E:\\big", "E:\\disk\\old").code, kErrorDiskFull);
+    EXPECT_EQ(WriteWholeFile("E:\\disk\\old", std::string(100'000, 'x')).code, kErrorDiskFull);
+    EXPECT_EQ(CreateNewFile("E:\\disk\\new", std::string(100'000, 'x')).code, kErrorDiskFull);
+    EXPECT_EQ(dir.Read("disk/old"), "old");
+    EXPECT_EQ(dir.Count("disk"), 1U);
+}
+
+TEST(Files, WriteProtectedMediumSaysSo) {
+    const TestDir dir;
+    dir.MakeFolder("disk");
+    const tests::SmallDisk disk(dir.Host("disk"));
+    if (!disk.IsMounted())
+        GTEST_SKIP() << "mounting is not permitted here";
+    dir.MakeFile("disk/old", "[A]\nK=1\n");
+    ASSERT_TRUE(disk.Protect());
+    EXPECT_EQ(WriteWholeFile("E:\\disk\\old", std::string("new")).code, kErrorWriteProtect);
+    EXPECT_EQ(CreateNewFile("E:\\disk\\new", std::string("new")).code, kErrorWriteProtect);
+    EXPECT_EQ(CreateFolder("E:\\disk\\folder").code, kErrorWriteProtect);
+    EXPECT_EQ(DeleteFile("E:\\disk\\old").code, kErrorWriteProtect);
+    EXPECT_EQ(CopyFile("E:\\disk\\old", "E:\\disk\\new").code, kErrorWriteProtect);
+    EXPECT_EQ(WriteProfileString("A", "K", "2", "E:\\disk\\old").code, kErrorWriteProtect);
+    SystemError error;
+    const auto folder = OutputFolder::Open("E:\\disk", error);
+    ASSERT_NE(folder, nullptr);
+    EXPECT_EQ(folder->WriteFile("old", {}, std::nullopt).code, kErrorWriteProtect);
+    EXPECT_EQ(folder->WriteFile("new", {}, std::nullopt).code, kErrorWriteProtect);
+    EXPECT_EQ(folder->OpenOrCreate("folder", "folder", error), nullptr);
+    EXPECT_EQ(error.code, kErrorWriteProtect);
+    EXPECT_EQ(dir.Read("disk/old"), "[A]\nK=1\n");
+    EXPECT_FALSE(CopyFile("E:\\disk\\old", "E:\\copy")) << "and can still be read";
 }
 
 TEST(Files, WholeFileHasALimit) {

@@ -1,13 +1,14 @@
 #include "platform/OutputFolder.h"
 
+#include "support/SmallDisk.h"
 #include "support/TestDir.h"
 
 #include <gtest/gtest.h>
-#include <sys/mount.h>
 
 namespace {
 
 using namespace platform;
+using tests::SmallDisk;
 using tests::TestDir;
 using namespace std::string_literals;
 namespace fs = std::filesystem;
@@ -171,28 +172,6 @@ TEST(OutputFolder, WorkingFolderIsReachedFromTheRoot) {
     EXPECT_FALSE(Write(*working, "f", "x"));
     EXPECT_TRUE(fs::exists(dir.Host("cache/pellarion/f")));
 }
-
-/// A file system of 64 KB; not there where mounting is not permitted.
-class SmallDisk {
-  public:
-    explicit SmallDisk(fs::path folder) : folder_(std::move(folder)) {
-        isMounted_ = ::mount("none", folder_.c_str(), "tmpfs", 0, "size=65536") == 0;
-    }
-
-    ~SmallDisk() {
-        if (isMounted_)
-            ::umount(folder_.c_str());
-    }
-
-    SmallDisk(const SmallDisk&) = delete;
-    SmallDisk& operator=(const SmallDisk&) = delete;
-
-    bool IsMounted() const { return isMounted_; }
-
-  private:
-    fs::path folder_;
-    bool isMounted_ = false;
-};
 
 TEST(OutputFolder, FullDiskLeavesNothingBehind) {
     const TestDir dir;
