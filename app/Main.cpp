@@ -19,7 +19,9 @@ int Run(QApplication& application) {
         app::StartupShutdown();
         return 0;
     }
-    QApplication::setLayoutDirection(app::DirectionOf(app::Application().LanguageId));
+    // Otherwise the direction stays that of the command line's -reverse, or left to right.
+    if (app::DirectionOf(app::Application().LanguageId) == Qt::RightToLeft)
+        QApplication::setLayoutDirection(Qt::RightToLeft);
     {
         app::PrepareSkin();
         app::frmprogress splash;

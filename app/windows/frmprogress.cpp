@@ -7,10 +7,15 @@
 #include "app/windows/Yield.h"
 
 #include <QApplication>
+#include <QDeadlineTimer>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QScreen>
+#include <QThread>
 #include <QVBoxLayout>
+#include <QWindow>
+
+#include <chrono>
 
 namespace app {
 
@@ -23,6 +28,7 @@ constexpr int kMargin = 28;
 constexpr int kGap = 20;
 constexpr int kTextWidth = 300;
 constexpr int kTitlePoints = 18;
+constexpr std::chrono::milliseconds kMapPatience{500};
 
 } // namespace
 
@@ -78,7 +84,11 @@ void frmprogress::ShowNow() {
     const QRect screenArea = screen()->availableGeometry();
     move(screenArea.center() - rect().center());
     show();
-    YieldNow();
+    // A window manager maps the window only after a moment; what is painted before that is lost.
+    for (QDeadlineTimer patience(kMapPatience); !windowHandle()->isExposed() && !patience.hasExpired();) {
+        YieldNow();
+        QThread::msleep(1);
+    }
     repaint();
     YieldNow();
 }

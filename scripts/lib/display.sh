@@ -17,6 +17,11 @@ start_display() {
     unset WAYLAND_DISPLAY XAUTHORITY
     openbox --sm-disable >"$folder/manager.log" 2>&1 &
     DISPLAY_pids+=($!)
+    for _ in $(seq 300); do
+        xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id' && return
+        sleep 0.1
+    done
+    die "the window manager did not start: $(cat "$folder/manager.log")"
 }
 
 stop_display() {

@@ -250,7 +250,7 @@ def screenshot(path, windows):
         right = max(r[0] + r[2] for r in rectangles) + 8
         bottom = max(r[1] + r[3] for r in rectangles) + 8
         crop = ["-crop", f"{right - left}x{bottom - top}+{left}+{top}", "+repage"]
-    subprocess.run(["import", "-silent", "-window", "root", *crop, str(path)], check=True)
+    subprocess.run(["import", "-silent", "-window", "root", *crop, path], check=True)
 
 
 class Report:
@@ -278,9 +278,12 @@ class Report:
         if not self.check(got == wanted, what):
             print(f"          wanted {wanted!r}\n          got    {got!r}", flush=True)
 
-    def picture(self, program, name, windows=None):
+    def next_picture(self, name):
         self.pictures += 1
-        path = self.folder / f"{self.pictures:02}-{name}.png"
+        return self.folder / f"{self.pictures:02}-{name}.png"
+
+    def picture(self, program, name, windows=None):
+        path = self.next_picture(name)
         screenshot(path, windows or program.windows())
         print(f"  picture {path.name}", flush=True)
         return path
