@@ -3,10 +3,12 @@
 #include "HostFile.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <fcntl.h>
+#include <filesystem>
 #include <poll.h>
 #include <sstream>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <unistd.h>
 
 namespace platform {
@@ -34,6 +36,34 @@ std::string Unescaped(const std::string& text) {
 
 bool SaysRemovable(const std::string& sysFolder) {
     return ReadHostText(sysFolder + "/removable").substr(0, 1) == "1";
+}
+
+bool IsRemovable(const std::string& sysFolder, int depth) {
+    std::error_code error;
+    const std::filesystem::path folder = std::filesystem::canonical(sysFolder, error);
+    if (error)
+        return false;
+    // A partition has no mark of its own: its disk is the folder above.
+    if (folder.string().find("/usb") != std::string::npos || SaysRemovable(folder.string()) ||
+        SaysRemovable(folder.parent_path().string()))
+        return true;
+    for (std::filesystem::directory_iterator below(folder / "slaves", error), end;
+         !error && depth > 0 && below != end; below.increment(error)) {
+        if (IsRemovable(below->path().string(), depth - 1))
+            return true;
+    }
+    return false;
+}
+
+/// The number of the block device that is mounted. A file system that runs in a process of its own reports
+/// none; there the source says it.
+std::string BlockDeviceOf(const Mount& mount) {
+    struct stat status {};
+
+    if (!mount.device.starts_with("0:") || !mount.source.starts_with("/dev/") ||
+        ::stat(mount.source.c_str(), &status) != 0 || !S_ISBLK(status.st_mode))
+        return mount.device;
+    return std::to_string(major(status.st_rdev)) + ":" + std::to_string(minor(status.st_rdev));
 }
 
 } // namespace
@@ -66,20 +96,20 @@ std::vector<Mount> ParseMounts(const std::string& table) {
             continue;
         mount.root = Unescaped(mount.root);
         mount.folder = Unescaped(mount.folder);
+        // Optional fields, a single hyphen, the type and the source.
+        std::string field;
+        while (fields >> field && field != "-") {
+        }
+        fields >> field >> mount.source;
+        mount.source = Unescaped(mount.source);
         mounts.push_back(mount);
     }
     return mounts;
 }
 
 bool IsRemovableDevice(const std::string& sysFolder) {
-    char* resolved = ::realpath(sysFolder.c_str(), nullptr);
-    if (resolved == nullptr)
-        return false;
-    const std::string folder = resolved;
-    std::free(resolved);
-    // A partition has no mark of its own: its disk is the folder above.
-    return folder.find("/usb") != std::string::npos || SaysRemovable(folder) ||
-           SaysRemovable(folder.substr(0, folder.find_last_of('/')));
+    constexpr int kMostLayers = 4; // of devices on devices
+    return IsRemovable(sysFolder, kMostLayers);
 }
 
 std::vector<std::string> RemovableMounts() {
@@ -87,12 +117,13 @@ std::vector<std::string> RemovableMounts() {
     std::vector<std::string> devices;
     for (const Mount& mount : ParseMounts(ReadHostText(kMountTable))) {
         // A part of a file system (a bind mount) and a second mount of one device are no media of their own.
+        const std::string device = BlockDeviceOf(mount);
         if (mount.root != "/" || mount.folder == "/" ||
-            std::find(devices.begin(), devices.end(), mount.device) != devices.end())
+            std::find(devices.begin(), devices.end(), device) != devices.end())
             continue;
-        if (!IsRemovableDevice("/sys/dev/block/" + mount.device))
+        if (!IsRemovableDevice("/sys/dev/block/" + device))
             continue;
-        devices.push_back(mount.device);
+        devices.push_back(device);
         folders.push_back(mount.folder);
     }
     return folders;

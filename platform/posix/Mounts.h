@@ -26,15 +26,17 @@ std::vector<std::string> RemovableMounts();
 
 /// One line of a mount table.
 struct Mount {
-    std::string device; ///< "major:minor"
+    std::string device; ///< "major:minor"; major 0 where a file system has no block device of its own
     std::string root;   ///< the part of the file system that is mounted
     std::string folder;
+    std::string source; ///< what was mounted, such as "/dev/sdb1"
 };
 
 /// Reads a mount table in the form of proc(5), mountinfo, with its octal escapes resolved.
 std::vector<Mount> ParseMounts(const std::string& table);
 
-/// Whether the block device whose sysfs folder is `sysFolder` is, or is a part of, a removable or a USB disk.
+/// Whether the block device whose sysfs folder is `sysFolder` is a removable or a USB disk, a part of one,
+/// or lies, as an unlocked encrypted medium does, on one.
 bool IsRemovableDevice(const std::string& sysFolder);
 
 } // namespace platform

@@ -5,8 +5,8 @@
 
 #include <atomic>
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -26,7 +26,12 @@ std::string LinkTarget(const std::string& hostPath) {
 
 std::string TemporaryName() {
     static std::atomic<unsigned> counter{0};
-    return ".pellarion-" + std::to_string(::getpid()) + "-" + std::to_string(counter++) + ".tmp";
+    // The moment tells this name from one that a process of the same number left behind when the power
+    // failed.
+    timespec now{};
+    ::clock_gettime(CLOCK_REALTIME, &now);
+    return ".pellarion-" + std::to_string(::getpid()) + "-" + std::to_string(now.tv_sec) + "-" +
+           std::to_string(now.tv_nsec) + "-" + std::to_string(counter++) + ".tmp";
 }
 
 std::string ParentOf(const std::string& hostPath) {

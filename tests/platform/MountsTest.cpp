@@ -19,6 +19,8 @@ TEST(Mounts, ReadsTheMountTable) {
     ASSERT_EQ(mounts.size(), 3U);
     EXPECT_EQ(mounts[1].device, "8:17");
     EXPECT_EQ(mounts[1].folder, "/media/ann/MY STICK\\\\0");
+    EXPECT_EQ(mounts[0].source, "/dev/sda2") << "behind an optional field";
+    EXPECT_EQ(mounts[1].source, "/dev/sdb1");
     EXPECT_EQ(mounts[2].root, "/srv");
 }
 
@@ -31,6 +33,11 @@ TEST(Mounts, DeviceIsRemovableByItsDiskOrItsBus) {
     dir.MakeFile("sys/devices/pci0/usb2/2-1/block/sdb/removable", "0\n");
     dir.MakeFile("sys/devices/pci0/usb2/2-1/block/sdb/sdb1/partition", "1\n");
     dir.MakeFolder("sys/dev/block");
+    dir.MakeFolder("sys/devices/virtual/block/dm-0/slaves");
+    std::filesystem::create_symlink("../../../../pci0/usb2/2-1/block/sdb/sdb1",
+                                    dir.Host("sys/devices/virtual/block/dm-0/slaves/sdb1"));
+    dir.MakeFolder("sys/devices/virtual/block/dm-1/slaves");
+    std::filesystem::create_symlink("../../dm-1", dir.Host("sys/devices/virtual/block/dm-1/slaves/dm-1"));
     const auto link = [&](const char* name, const char* target) {
         std::filesystem::create_symlink(target, dir.Host(std::string("sys/dev/block/") + name));
         return IsRemovableDevice(dir.Host(std::string("sys/dev/block/") + name).string());
@@ -41,6 +48,8 @@ TEST(Mounts, DeviceIsRemovableByItsDiskOrItsBus) {
     EXPECT_TRUE(link("179:1", "../../devices/mmc0/block/mmcblk0/mmcblk0p1"));
     EXPECT_TRUE(link("8:17", "../../devices/pci0/usb2/2-1/block/sdb/sdb1"))
         << "a USB disk that says it is fixed";
+    EXPECT_TRUE(link("253:0", "../../devices/virtual/block/dm-0")) << "unlocked from an encrypted USB disk";
+    EXPECT_FALSE(link("253:1", "../../devices/virtual/block/dm-1")) << "a loop ends";
     EXPECT_FALSE(link("0:5", "../../devices/none")) << "no block device at all";
 }
 
