@@ -27,8 +27,11 @@ std::size_t LoadLittle16(const std::uint8_t* bytes) {
 } // namespace
 
 InflateDecoder::InflateDecoder(std::span<const std::uint8_t> input, InflateOutput& output, std::size_t limit,
-                               bool deflate64, const InflateKernel& kernel)
-    : bits_(input), output_(output), limit_(limit), deflate64_(deflate64), kernel_(kernel) {}
+                               bool deflate64, const InflateKernel& kernel, std::size_t start)
+    : bits_(input), output_(output), at_(start), limit_(limit), deflate64_(deflate64), kernel_(kernel) {
+    if (start > 0)
+        space_ = output_.Grow(start, start);
+}
 
 InflateResult InflateDecoder::Decode() {
     // Every round takes at least three bits, and a header made of missing bits is a stored block that does

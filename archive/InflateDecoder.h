@@ -31,9 +31,11 @@ struct InflateResult {
 /// of the arrays).
 class InflateDecoder {
   public:
-    /// Never produces more than `limit` bytes. `input` and `output` must outlive the decoder.
+    /// Never produces more than `limit` bytes. `input` and `output` must outlive the decoder. With `start`,
+    /// the first bytes of the output are there already and count as produced: matches may reach back into
+    /// them.
     InflateDecoder(std::span<const std::uint8_t> input, InflateOutput& output, std::size_t limit,
-                   bool deflate64, const InflateKernel& kernel);
+                   bool deflate64, const InflateKernel& kernel, std::size_t start = 0);
 
     InflateResult Decode();
 

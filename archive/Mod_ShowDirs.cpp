@@ -30,8 +30,8 @@ platform::OutputFolder* OpenFolders::CreateFolderPath(std::string_view path, std
     last_ = Walk(path, madeAs);
     if (last_)
         lastPath_ = path;
-    else
-        messages_.Report(kTextNoFolder, kTitleNoFolder);
+    else if (messages_)
+        messages_->Report(kTextNoFolder, kTitleNoFolder);
     return last_;
 }
 

@@ -15,8 +15,9 @@ namespace archive {
 /// entries that stand together are written without walking their path again.
 class OpenFolders {
   public:
-    /// `target` is a path with a drive letter and a last separator; `messages` outlives this.
-    OpenFolders(std::string target, RepeatedMessages& messages)
+    /// `target` is a path with a drive letter and a last separator; `messages` outlives this. Without them no
+    /// failure is shown.
+    explicit OpenFolders(std::string target, RepeatedMessages* messages = nullptr)
         : target_(std::move(target)), messages_(messages) {}
 
     /// The folder that the last CreateFolderPath opened, when `path` is that one; else null.
@@ -25,7 +26,7 @@ class OpenFolders {
     /// Opens the folder at `path`, which is the target or lies below it and ends in a separator, with all
     /// missing parents. What exists is found exactly, then without regard to letter case; what does not is
     /// made with its name in `madeAs`, the same path in the letter case for new folders. Links below the
-    /// target are not followed. Null after a failure; message 542 (title 305) was shown then.
+    /// target are not followed. Null after a failure; message 542 (title 305) was reported then.
     platform::OutputFolder* CreateFolderPath(std::string_view path, std::string_view madeAs);
 
   private:
@@ -40,7 +41,7 @@ class OpenFolders {
     bool Push(std::size_t level, std::string_view name, std::string_view nameWhenMade);
 
     std::string target_;
-    RepeatedMessages& messages_;
+    RepeatedMessages* messages_;
     std::vector<Level> levels_; // the target first
     std::string lastPath_;
     platform::OutputFolder* last_ = nullptr;

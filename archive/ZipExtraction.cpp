@@ -72,7 +72,7 @@ bool IsFolderEntry(const ArchiveEntry& entry) {
 ZipExtraction::ZipExtraction(platform::FileReader& archive, const std::vector<ArchiveEntry>& entries,
                              std::string folder)
     : archive_(archive), entries_(entries), folder_(AsTarget(std::move(folder))),
-      folders_(folder_, messages_) {}
+      folders_(folder_, &messages_) {}
 
 std::int16_t ZipExtraction::Run(const EntrySelection& selection) {
     const auto count = static_cast<std::int32_t>(entries_.size());

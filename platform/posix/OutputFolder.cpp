@@ -6,6 +6,7 @@
 #include "HostFile.h"
 #include "HostNames.h"
 #include "HostTimes.h"
+#include "NewFile.h"
 #include "Replacement.h"
 #include "WorkingFolder.h"
 #include "platform/Files.h"
@@ -36,6 +37,7 @@ class HostFolder final : public OutputFolder {
 
     SystemError WriteFile(std::string_view name, std::span<const std::uint8_t> data,
                           const std::optional<FileTimes>& times) override;
+    std::unique_ptr<OutputFile> CreateFile(std::string_view name, SystemError& error) override;
     std::unique_ptr<OutputFolder> OpenOrCreate(std::string_view name, std::string_view nameWhenMade,
                                                SystemError& error) override;
 
@@ -99,6 +101,16 @@ SystemError HostFolder::Replace(const std::string& hostName, std::span<const std
     const SystemError error = ErrorFromErrno(errno, Access::kWrite);
     ::unlinkat(folder_.Descriptor(), temporary.c_str(), 0);
     return error;
+}
+
+std::unique_ptr<OutputFile> HostFolder::CreateFile(std::string_view name, SystemError& error) {
+    if (!IsPlainName(name)) {
+        error = {kErrorInvalidName};
+        return nullptr;
+    }
+    std::string hostName = HostNameOf(name);
+    listing_.Add(hostName);
+    return NewFile::Start(folder_.Descriptor(), std::move(hostName), error);
 }
 
 HostFile HostFolder::OpenBelow(const std::string& hostName) const {

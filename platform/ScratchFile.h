@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/SystemError.h"
+
+#include <cstdint>
+#include <memory>
+#include <span>
+
+namespace platform {
+
+/// A file without a name for what does not fit into memory; it is gone with its owner, however the program
+/// ends.
+class ScratchFile {
+  public:
+    virtual ~ScratchFile() = default;
+
+    /// Writes all of `data` at `offset`.
+    virtual SystemError WriteAt(std::uint64_t offset, std::span<const std::uint8_t> data) = 0;
+
+    /// Fills all of `buffer` from `offset`.
+    virtual SystemError ReadAt(std::uint64_t offset, std::span<std::uint8_t> buffer) = 0;
+
+    /// Makes one on a fixed drive. Returns null when there is no place for it.
+    static std::unique_ptr<ScratchFile> Create();
+};
+
+} // namespace platform

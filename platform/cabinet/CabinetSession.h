@@ -1,0 +1,59 @@
+#pragma once
+
+#include "BufferedInput.h"
+#include "CabinetDirectory.h"
+#include "FileIdentity.h"
+#include "FolderReader.h"
+#include "platform/CabinetIterator.h"
+#include "platform/FileReader.h"
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace platform::cabinet {
+
+/// An open cabinet: its directory and how far its folders are decoded.
+class CabinetSession {
+  public:
+    /// Opens the cabinet at `path`. Returns null and sets `error` on failure.
+    static std::unique_ptr<CabinetSession> Open(const std::string& path, const FileIdentity& identity,
+                                                MszipBlockDecoder mszip, SystemError& error);
+
+    const std::string& Path() const { return path_; }
+
+    const FileIdentity& Identity() const { return identity_; }
+
+    const CabinetDirectory& Directory() const { return directory_; }
+
+    /// Hands the decoded bytes of an entry to `sink`, which must not throw.
+    SystemError ReadEntry(const Entry& entry, const ByteSink& sink);
+
+    /// Bytes of memory, roughly.
+    std::size_t Memory() const { return directory_.Memory() + decoderMemory_; }
+
+    /// When this was last used, on the owner's clock.
+    std::uint64_t lastUse = 0;
+
+  private:
+    CabinetSession(std::string path, const FileIdentity& identity, std::unique_ptr<FileReader> file,
+                   MszipBlockDecoder mszip);
+
+    FolderReader& Reader(std::uint16_t folder);
+    void DropDecoders(const FolderReader& inUse);
+
+    std::string path_;
+    FileIdentity identity_;
+    std::unique_ptr<FileReader> file_;
+    BufferedInput input_;
+    MszipBlockDecoder mszip_;
+    CabinetDirectory directory_;
+    SharedScratch scratch_;
+    std::map<std::uint16_t, FolderReader> readers_;
+    std::vector<bool> started_; // by folder
+    std::size_t decoderMemory_ = 0;
+    std::uint64_t clock_ = 0;
+};
+
+} // namespace platform::cabinet

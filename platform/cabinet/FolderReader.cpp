@@ -1,0 +1,136 @@
+#include "FolderReader.h"
+
+#include "CabinetFormat.h"
+#include "MspackFolderDecoder.h"
+#include "MszipFolderDecoder.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace platform::cabinet {
+namespace {
+
+constexpr std::size_t kCopyStep = 65536;
+const ByteSink kNowhere;
+
+} // namespace
+
+SystemError FolderReader::Read(std::uint64_t offset, std::uint64_t size, const ByteSink& sink) {
+    if (size == 0)
+        return {};
+    if (offset + size > folder_.Capacity())
+        return {kErrorInvalidData};
+    if (offset >= keptFrom_ && offset < keptTo_) {
+        const std::uint64_t kept = std::min(size, keptTo_ - offset);
+        if (const SystemError error = ReadKept(offset, kept, sink))
+            return error;
+        offset += kept;
+        size -= kept;
+        if (size == 0)
+            return {};
+    }
+    if (offset + size > deadEnd_)
+        return deadEndError_;
+    if (!decoder_ || offset < decoder_->Position())
+        Restart();
+    if (const std::uint64_t passed = offset - decoder_->Position(); passed > 0) {
+        if (!keeping_)
+            StartKeeping(decoder_->Position());
+        if (const SystemError error = Decode(passed, kNowhere))
+            return error;
+    }
+    return Decode(size, sink);
+}
+
+void FolderReader::DropDecoder() {
+    if (decoder_ && wasRestarted_ && keeping_) {
+        // The last block may be a short one, so the end is where decoding stops.
+        while (decoder_ && keeping_ && decoder_->Position() < folder_.Capacity()) {
+            if (Decode(std::min<std::uint64_t>(kBlockSize, folder_.Capacity() - decoder_->Position()),
+                       kNowhere))
+                break;
+        }
+    }
+    decoder_.reset();
+    keeping_ = false;
+}
+
+void FolderReader::Restart() {
+    decoder_.reset();
+    wasRestarted_ = wasStarted_;
+    wasStarted_ = true;
+    if (source_.mszip && !libraryOnly_ && (folder_.method & kMethodMask) == kMszip)
+        decoder_ =
+            std::make_unique<MszipFolderDecoder>(source_.input, folder_, source_.dataReserve, source_.mszip);
+    else
+        decoder_ = std::make_unique<MspackFolderDecoder>(source_.file, folder_, source_.dataReserve);
+    keeping_ = false;
+    if (wasRestarted_)
+        StartKeeping(0);
+}
+
+void FolderReader::StartKeeping(std::uint64_t from) {
+    SharedScratch& scratch = source_.scratch;
+    if (!scratch.file)
+        scratch.file = ScratchFile::Create();
+    if (scratch.file && !hasPart_) {
+        scratchBase_ = scratch.used;
+        scratch.used += folder_.Capacity();
+        hasPart_ = true;
+    }
+    keeping_ = hasPart_;
+    keptFrom_ = keptTo_ = from;
+}
+
+SystemError FolderReader::Decode(std::uint64_t count, const ByteSink& sink) {
+    const std::uint64_t start = decoder_->Position();
+    SystemError error = DecodeKeeping(count, sink);
+    if (error.code == kErrorInvalidData && dynamic_cast<MszipFolderDecoder*>(decoder_.get())) {
+        // The library has the last word on what a block is.
+        const std::uint64_t reached = decoder_->Position();
+        libraryOnly_ = true;
+        decoder_ = std::make_unique<MspackFolderDecoder>(source_.file, folder_, source_.dataReserve);
+        error = decoder_->Decode(reached, kNowhere);
+        if (!error)
+            error = DecodeKeeping(count - (reached - start), sink);
+    }
+    if (error.code == kErrorInvalidData || error.code == kErrorCrc) {
+        deadEnd_ = decoder_->Position();
+        deadEndError_ = error;
+    }
+    if (error)
+        decoder_.reset();
+    return error;
+}
+
+SystemError FolderReader::DecodeKeeping(std::uint64_t count, const ByteSink& sink) {
+    if (!keeping_)
+        return decoder_->Decode(count, sink);
+    // Nothing here throws: what is called lies behind a library written in C.
+    return decoder_->Decode(count, [&](std::span<const std::uint8_t> data) {
+        if (keeping_ && !source_.scratch.file->WriteAt(scratchBase_ + keptTo_, data)) {
+            keptTo_ += data.size();
+        } else {
+            keeping_ = false; // no room: what is not kept is decoded again when it is wanted
+            keptTo_ = keptFrom_;
+        }
+        return sink ? sink(data) : SystemError{};
+    });
+}
+
+SystemError FolderReader::ReadKept(std::uint64_t offset, std::uint64_t size, const ByteSink& sink) {
+    std::vector<std::uint8_t> buffer(static_cast<std::size_t>(std::min<std::uint64_t>(size, kCopyStep)));
+    while (size > 0) {
+        const auto piece =
+            std::span(buffer).first(static_cast<std::size_t>(std::min<std::uint64_t>(size, buffer.size())));
+        if (const SystemError error = source_.scratch.file->ReadAt(scratchBase_ + offset, piece))
+            return error;
+        if (const SystemError error = sink(piece))
+            return error;
+        offset += piece.size();
+        size -= piece.size();
+    }
+    return {};
+}
+
+} // namespace platform::cabinet

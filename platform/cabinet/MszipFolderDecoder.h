@@ -1,0 +1,44 @@
+#pragma once
+
+#include "BufferedInput.h"
+#include "CabinetDirectory.h"
+#include "CabinetFormat.h"
+#include "FolderDecoder.h"
+#include "platform/CabinetIterator.h"
+
+#include <vector>
+
+namespace platform::cabinet {
+
+/// Decodes an MSZIP folder, block by block, with a given decoder of Deflate streams. It takes sound blocks
+/// only: at the first that is anything else it fails, with Position() at the block's start, and another
+/// decoder is to say what the block is.
+class MszipFolderDecoder final : public FolderDecoder {
+  public:
+    /// `input` is shared with other decoders of the cabinet and outlives this one.
+    MszipFolderDecoder(BufferedInput& input, const Folder& folder, std::size_t dataReserve,
+                       MszipBlockDecoder decodeBlock);
+
+    SystemError Decode(std::uint64_t count, const ByteSink& sink) override;
+
+    std::uint64_t Position() const override { return position_; }
+
+    std::size_t Memory() const override { return window_.size() + sizeof *this; }
+
+  private:
+    bool DecodeBlock();
+
+    BufferedInput& input_;
+    MszipBlockDecoder decodeBlock_;
+    std::size_t dataReserve_;
+    std::uint64_t nextBlock_; // where it is stored
+    std::uint32_t blocksLeft_;
+    std::vector<std::uint8_t>
+        window_;              // the block before, the block, and room that the decoder may write over
+    std::size_t history_ = 0; // bytes of the block before, at the end of its half
+    std::size_t blockSize_ = 0;
+    std::size_t taken_ = 0; // of the block
+    std::uint64_t position_ = 0;
+};
+
+} // namespace platform::cabinet

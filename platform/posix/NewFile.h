@@ -1,0 +1,35 @@
+#pragma once
+
+#include "HostFile.h"
+#include "platform/OutputFolder.h"
+
+#include <memory>
+#include <string>
+
+namespace platform {
+
+/// A file written under a temporary name inside an open folder.
+class NewFile final : public OutputFile {
+  public:
+    /// `folder` must stay open for the file's life.
+    static std::unique_ptr<NewFile> Start(int folder, std::string hostName, SystemError& error);
+
+    ~NewFile() override;
+    NewFile(const NewFile&) = delete;
+    NewFile& operator=(const NewFile&) = delete;
+
+    SystemError Write(std::span<const std::uint8_t> data) override;
+    SystemError Commit(const FileTraits& traits) override;
+
+  private:
+    NewFile(int folder, std::string hostName) : folder_(folder), hostName_(std::move(hostName)) {}
+
+    void ApplyTraits(const FileTraits& traits) const;
+
+    int folder_;
+    std::string hostName_;
+    std::string temporary_;
+    HostFile file_;
+};
+
+} // namespace platform

@@ -1,0 +1,71 @@
+#include "ScratchFile.h"
+
+#include "HostError.h"
+#include "HostFile.h"
+#include "WorkingFolder.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <unistd.h>
+
+namespace platform {
+namespace {
+
+class HostScratchFile final : public ScratchFile {
+  public:
+    explicit HostScratchFile(HostFile file) : file_(std::move(file)) {}
+
+    SystemError WriteAt(std::uint64_t offset, std::span<const std::uint8_t> data) override {
+        while (!data.empty()) {
+            const ssize_t done =
+                ::pwrite(file_.Descriptor(), data.data(), data.size(), static_cast<off_t>(offset));
+            if (done < 0 && errno == EINTR)
+                continue;
+            if (done <= 0)
+                return done < 0 ? ErrorFromErrno(errno, Access::kWrite) : SystemError{kErrorWriteFault};
+            offset += static_cast<std::uint64_t>(done);
+            data = data.subspan(static_cast<std::size_t>(done));
+        }
+        return {};
+    }
+
+    SystemError ReadAt(std::uint64_t offset, std::span<std::uint8_t> buffer) override {
+        std::size_t count = 0;
+        const SystemError error = ReadFullyAt(file_, offset, buffer, count);
+        return !error && count < buffer.size() ? SystemError{kErrorReadFault} : error;
+    }
+
+  private:
+    HostFile file_;
+};
+
+HostFile OpenUnnamed(const std::string& folder) {
+    HostFile file(::open(folder.c_str(), O_RDWR | O_TMPFILE | O_CLOEXEC, 0600));
+    if (file.IsOpen())
+        return file;
+    std::string name = folder + "/pellarion-XXXXXX"; // for file systems without nameless files
+    file = HostFile(::mkostemp(name.data(), O_CLOEXEC));
+    if (file.IsOpen())
+        ::unlink(name.c_str());
+    return file;
+}
+
+} // namespace
+
+std::unique_ptr<ScratchFile> ScratchFile::Create() {
+    std::error_code ignored;
+    // The general temporary folder is often held in memory, so it comes last.
+    for (const std::string& folder : {WorkingFolderRoot(), std::string("/var/tmp"),
+                                      std::filesystem::temp_directory_path(ignored).string()}) {
+        if (folder.empty())
+            continue;
+        HostFile file = OpenUnnamed(folder);
+        if (file.IsOpen())
+            return std::make_unique<HostScratchFile>(std::move(file));
+    }
+    return nullptr;
+}
+
+} // namespace platform
