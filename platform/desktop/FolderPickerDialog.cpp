@@ -44,6 +44,11 @@ std::string Typed(const QString& text) {
     return path;
 }
 
+/// Whether `name` is one component of a path, as every system allows it.
+bool IsOneName(const std::string& name) {
+    return name != "." && name != ".." && name.find_first_of("\\/:*?\"<>|") == std::string::npos;
+}
+
 } // namespace
 
 FolderPickerDialog::FolderPickerDialog(const std::string& prompt, const std::string& start, QWidget* parent)
@@ -109,6 +114,10 @@ void FolderPickerDialog::MakeFolder() {
                                           caption.remove(QLatin1Char('&')).toStdString(), false);
     if (!name || name->empty())
         return;
+    if (!IsOneName(*name)) {
+        app::ShowError(SystemError{kErrorInvalidName}.Description());
+        return;
+    }
     const std::string made = (parent.ends_with('\\') ? parent : parent + '\\') + *name;
     if (const SystemError error = CreateFolder(made)) {
         app::ShowError(error.Description());

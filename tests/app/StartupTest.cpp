@@ -232,7 +232,7 @@ TEST(Startup, SecondCopyEndsSilentlyAndTouchesNothing) {
     ASSERT_NE(first, nullptr);
     std::string output;
     for (int tries = 0; tries < 1000 && output.find("outcome=") == std::string::npos; ++tries) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        std::this_thread::sleep_for(std::chrono::milliseconds(10)); // polling
         std::ifstream file(told);
         output.assign(std::istreambuf_iterator<char>(file), {});
     }

@@ -18,8 +18,8 @@ struct ZipItem {
 };
 
 /// Runs a program in `folder` with `input`, and throws when it does not end well.
-inline void RunProgram(const QString& program, const QStringList& arguments,
-                       const std::filesystem::path& folder, const QByteArray& input = {}) {
+inline void RunTool(const QString& program, const QStringList& arguments, const std::filesystem::path& folder,
+                    const QByteArray& input = {}) {
     QProcess process;
     process.setWorkingDirectory(QString::fromStdString(folder.string()));
     process.setProcessChannelMode(QProcess::MergedChannels);
@@ -47,9 +47,9 @@ with zipfile.ZipFile(sys.argv[1], 'w', zipfile.ZIP_DEFLATED) as archive:
     for (const ZipItem& item : items)
         input += QByteArray::fromStdString(item.name + '\t' + item.time + '\t') +
                  QByteArray::fromStdString(item.content).toHex() + '\n';
-    RunProgram(QStringLiteral("python3"),
-               {QStringLiteral("-c"), QString::fromUtf8(kScript), QString::fromStdString(file.string())},
-               file.parent_path(), input);
+    RunTool(QStringLiteral("python3"),
+            {QStringLiteral("-c"), QString::fromUtf8(kScript), QString::fromStdString(file.string())},
+            file.parent_path(), input);
 }
 
 /// Adds an entry with the traditional encryption to a ZIP file, made when missing, with 7-Zip: its header can
@@ -59,11 +59,11 @@ inline void AddEncrypted(const std::filesystem::path& file, const std::string& n
     const std::filesystem::path folder = file.parent_path() / "encrypted";
     std::filesystem::create_directories(folder);
     std::ofstream(folder / name, std::ios::binary) << content;
-    RunProgram(QStringLiteral("7zz"),
-               {QStringLiteral("a"), QStringLiteral("-tzip"), QStringLiteral("-mem=ZipCrypto"),
-                QStringLiteral("-p") + QString::fromStdString(password),
-                QString::fromStdString(file.string()), QString::fromStdString(name)},
-               folder);
+    RunTool(QStringLiteral("7zz"),
+            {QStringLiteral("a"), QStringLiteral("-tzip"), QStringLiteral("-mem=ZipCrypto"),
+             QStringLiteral("-p") + QString::fromStdString(password), QString::fromStdString(file.string()),
+             QString::fromStdString(name)},
+            folder);
     std::filesystem::remove_all(folder);
 }
 

@@ -20,12 +20,12 @@ class ZipWindowExtract : public ZipWindow {
     /// Puts the entries of one archive behind those of another.
     void AppendEntries(const std::string& archive, const std::string& more) {
         std::filesystem::create_directory(dir_.Host("unpacked"));
-        tests::RunProgram(QStringLiteral("7zz"),
-                          {QStringLiteral("x"), QStringLiteral("-ounpacked"), Name(more)}, dir_.Host());
-        tests::RunProgram(QStringLiteral("zip"),
-                          {QStringLiteral("-q"), QStringLiteral("-r"), QStringLiteral("../") + Name(archive),
-                           QStringLiteral(".")},
-                          dir_.Host("unpacked"));
+        tests::RunTool(QStringLiteral("7zz"), {QStringLiteral("x"), QStringLiteral("-ounpacked"), Name(more)},
+                       dir_.Host());
+        tests::RunTool(QStringLiteral("zip"),
+                       {QStringLiteral("-q"), QStringLiteral("-r"), QStringLiteral("../") + Name(archive),
+                        QStringLiteral(".")},
+                       dir_.Host("unpacked"));
         std::filesystem::remove_all(dir_.Host("unpacked"));
     }
 
@@ -224,9 +224,9 @@ TEST_F(ZipWindowExtract, TheArchiveIsDeletedOnlyWhenAllOfItWasExtracted) {
 TEST_F(ZipWindowExtract, AnArchiveThatDidNotComeOutWholeIsKept) {
     // A wrong checksum and an unknown method both leave the extraction's status at "done".
     const auto damage = [&](const std::string& archive, const std::string& script) {
-        tests::RunProgram(QStringLiteral("python3"),
-                          {QStringLiteral("-c"), Name("import sys, zipfile\n" + script), Name(archive)},
-                          dir_.Host());
+        tests::RunTool(QStringLiteral("python3"),
+                       {QStringLiteral("-c"), Name("import sys, zipfile\n" + script), Name(archive)},
+                       dir_.Host());
     };
     damage("bad.zip", "z = zipfile.ZipFile(sys.argv[1], 'w'); z.writestr('x.txt', 'content'); z.close()\n"
                       "d = open(sys.argv[1], 'rb').read().replace(b'content', b'cOntent'); open(sys.argv[1], "
