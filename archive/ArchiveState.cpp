@@ -2,8 +2,11 @@
 
 namespace archive {
 
+namespace {
+ArchiveState state;
+} // namespace
+
 ArchiveState& State() {
-    static ArchiveState state;
     return state;
 }
 

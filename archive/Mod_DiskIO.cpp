@@ -30,13 +30,6 @@ std::string_view FolderPart(std::string_view path) {
     return path.substr(0, path.rfind(Separator()) + Separator().size());
 }
 
-std::optional<platform::FileTime> LocalToUtc(const platform::SystemTime& local) {
-    platform::FileTime fileTime;
-    if (!platform::SystemTimeToFileTime(local, fileTime))
-        return std::nullopt;
-    return platform::LocalFileTimeToFileTime(fileTime);
-}
-
 } // namespace
 
 std::string DetectPathSeparator() {
@@ -61,25 +54,13 @@ platform::SystemTime DosDateTimeToDate(std::uint16_t date, std::uint16_t time) {
     return platform::FileTimeToSystemTime(fileTime);
 }
 
-bool SetEntryFileTimes(platform::FileTimes& times, const platform::SystemTime& creation,
-                       const platform::SystemTime& lastWrite, const platform::SystemTime& lastAccess) {
-    const auto created = LocalToUtc(creation);
-    const auto written = LocalToUtc(lastWrite);
-    const auto accessed = LocalToUtc(lastAccess);
-    if (!created || !written || !accessed)
-        return false;
-    times = {*created, *accessed, *written};
-    return true;
-}
-
 bool SetEntryTimesFromDos(platform::FileTimes& times, std::uint16_t date, std::uint16_t time) {
-    platform::FileTime unused;
-    if (!platform::DosDateTimeToFileTime(date, time, unused))
+    platform::FileTime local;
+    if (!platform::DosDateTimeToFileTime(date, time, local))
         return false;
-    const platform::SystemTime entryTime = DosDateTimeToDate(date, time);
-    const auto now =
-        platform::FileTimeToSystemTime(platform::FileTimeToLocalFileTime(platform::CurrentFileTime()));
-    return SetEntryFileTimes(times, entryTime, entryTime, now);
+    const platform::FileTime utc = platform::LocalFileTimeToFileTime(local);
+    times = {.creation = utc, .lastAccess = platform::CurrentFileTime(), .lastWrite = utc};
+    return true;
 }
 
 std::string JoinEntryPath(std::string& folder, std::string_view name) {

@@ -21,11 +21,6 @@ std::string FolderOfPath(std::string& path);
 /// Local date and time of an entry's MS-DOS words; 1 January 1601, 00:00:00 when they are no valid date.
 platform::SystemTime DosDateTimeToDate(std::uint16_t date, std::uint16_t time);
 
-/// Puts three local dates, as UTC, into the times that a file is written with. False, with `times` as they
-/// were, when one is no date.
-bool SetEntryFileTimes(platform::FileTimes& times, const platform::SystemTime& creation,
-                       const platform::SystemTime& lastWrite, const platform::SystemTime& lastAccess);
-
 /// The times of a file made from an entry: created and written when the MS-DOS words say, accessed now. False
 /// when the words are no valid date.
 bool SetEntryTimesFromDos(platform::FileTimes& times, std::uint16_t date, std::uint16_t time);

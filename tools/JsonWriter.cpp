@@ -4,6 +4,7 @@ namespace tools {
 
 namespace {
 
+constexpr std::size_t kBlock = 64 * 1024;
 constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
 
 bool IsContinuation(char c) {
@@ -33,6 +34,11 @@ std::size_t SequenceLength(std::string_view text) {
     return isOverlong || isOutside ? 0 : length;
 }
 
+/// Whether a character stands in a JSON string as it is (RFC 8259, section 7), on its own.
+bool IsPlain(char c) {
+    return c >= 0x20 && static_cast<unsigned char>(c) < 0x80 && c != '"' && c != '\\';
+}
+
 void AppendEscaped(std::string& out, char c) {
     constexpr std::string_view kHex = "0123456789abcdef";
     const auto byte = static_cast<unsigned char>(c);
@@ -60,6 +66,13 @@ JsonWriter& JsonWriter::Value(std::string_view text) {
     Separate();
     text_ += '"';
     while (!text.empty()) {
+        std::size_t plain = 0;
+        while (plain < text.size() && IsPlain(text[plain]))
+            ++plain;
+        text_.append(text, 0, plain);
+        text.remove_prefix(plain);
+        if (text.empty())
+            break;
         const char c = text[0];
         const std::size_t length = SequenceLength(text);
         if (length == 0)
@@ -92,7 +105,18 @@ JsonWriter& JsonWriter::Open(char bracket) {
 JsonWriter& JsonWriter::Close(char bracket) {
     text_ += bracket;
     needsComma_ = true;
+    if (text_.size() >= kBlock) {
+        std::fwrite(text_.data(), 1, text_.size(), file_);
+        text_.clear();
+    }
     return *this;
+}
+
+void JsonWriter::Finish() {
+    text_ += '\n';
+    std::fwrite(text_.data(), 1, text_.size(), file_);
+    std::fflush(file_);
+    text_.clear();
 }
 
 void JsonWriter::Separate() {

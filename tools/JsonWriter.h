@@ -1,15 +1,19 @@
 #pragma once
 
 #include <cstdint>
+#include <cstdio>
 #include <string>
 #include <string_view>
 
 namespace tools {
 
-/// Writes one JSON text, value by value. Commas come by themselves; the caller opens and closes in pairs.
-/// Strings may hold any bytes: what is not UTF-8 becomes U+FFFD.
+/// Writes one JSON text to a file, value by value. Commas come by themselves; the caller opens and closes in
+/// pairs and ends with Finish. Strings may hold any bytes: what is not UTF-8 becomes U+FFFD.
 class JsonWriter {
   public:
+    /// `file` stays the caller's.
+    explicit JsonWriter(std::FILE* file) : file_(file) {}
+
     JsonWriter& OpenObject() { return Open('{'); }
 
     JsonWriter& CloseObject() { return Close('}'); }
@@ -25,14 +29,16 @@ class JsonWriter {
     JsonWriter& Value(std::string_view text);
     JsonWriter& Flag(bool value);
 
-    const std::string& Text() const { return text_; }
+    /// Writes what is left, with a line end.
+    void Finish();
 
   private:
     JsonWriter& Open(char bracket);
     JsonWriter& Close(char bracket);
     void Separate();
 
-    std::string text_;
+    std::FILE* file_;
+    std::string text_; // not yet written
     bool needsComma_ = false;
 };
 

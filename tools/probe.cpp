@@ -18,16 +18,26 @@ namespace {
 
 constexpr int kWrongUsage = 2;
 
+/// Puts `value` in decimal, filled up with zeros to `width` digits, at `at`; answers the place behind it.
+char* PutDigits(char* at, int value, int width) {
+    for (int place = width - 1; place >= 0; --place, value /= 10)
+        at[place] = static_cast<char>('0' + value % 10);
+    return at + width;
+}
+
 std::string DateText(const platform::SystemTime& when) {
-    char text[40];
-    std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", when.year, when.month, when.day,
-                  when.hour, when.minute, when.second);
+    std::string text = "yyyy-mm-dd hh:mm:ss";
+    char* at = PutDigits(text.data(), when.year, 4) + 1;
+    for (const int field : {when.month, when.day, when.hour, when.minute, when.second})
+        at = PutDigits(at, field, 2) + 1;
     return text;
 }
 
 std::string CrcText(std::int32_t crc) {
-    char text[16];
-    std::snprintf(text, sizeof text, "%08x", static_cast<unsigned>(crc));
+    std::string text(8, '0');
+    auto rest = static_cast<std::uint32_t>(crc);
+    for (std::size_t place = text.size(); place-- > 0; rest >>= 4)
+        text[place] = "0123456789abcdef"[rest & 15];
     return text;
 }
 
@@ -128,12 +138,12 @@ int main(int count, char** values) {
         return Fail("the format " + command->format + " is not read yet");
     tools::ProbeMessages messages(command->password);
     app::SetMessages(&messages);
-    tools::JsonWriter json;
+    tools::JsonWriter json(stdout);
     if (command->verb == tools::ProbeVerb::kList)
         List(*command, messages, json);
     else
         Extract(*command, messages, json);
     app::SetMessages(nullptr);
-    std::puts(json.Text().c_str());
+    json.Finish();
     return 0;
 }

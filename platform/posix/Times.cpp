@@ -19,6 +19,12 @@ FileTime FromParts(std::int64_t secondsSince1601, std::int64_t ticks) {
     return {static_cast<std::uint64_t>(seconds * kTicksPerSecond + ticks)};
 }
 
+/// How far local time is ahead of UTC at a moment; 0 where the host cannot say.
+std::int64_t SecondsEastAt(time_t utc) {
+    std::tm parts{};
+    return localtime_r(&utc, &parts) == nullptr ? 0 : parts.tm_gmtoff;
+}
+
 } // namespace
 
 FileTime FileTimeFromHost(const timespec& time) {
@@ -36,25 +42,18 @@ timespec HostTimeOf(FileTime time) {
 }
 
 FileTime LocalFileTimeToFileTime(FileTime local) {
-    const SystemTime fields = FileTimeToSystemTime(local);
-    std::tm parts{};
-    parts.tm_year = fields.year - 1900;
-    parts.tm_mon = fields.month - 1;
-    parts.tm_mday = fields.day;
-    parts.tm_hour = fields.hour;
-    parts.tm_min = fields.minute;
-    parts.tm_sec = fields.second;
-    parts.tm_isdst = -1; // whichever is in force on that date
-    const std::int64_t seconds = std::mktime(&parts);
-    return FromParts(seconds + kEpochSeconds, static_cast<std::int64_t>(local.ticks % kTicksPerSecond));
+    // Not mktime: it looks for a changed zone file at every call, which an extraction makes for every file.
+    const std::int64_t seconds = HostTimeOf(local).tv_sec;
+    const std::int64_t guess = seconds - SecondsEastAt(seconds);
+    std::int64_t utc = seconds - SecondsEastAt(guess);
+    if (SecondsEastAt(utc) != seconds - utc)
+        utc = guess; // an hour that the zone leaves out
+    return FromParts(utc + kEpochSeconds, static_cast<std::int64_t>(local.ticks % kTicksPerSecond));
 }
 
 FileTime FileTimeToLocalFileTime(FileTime utc) {
-    const time_t seconds = HostTimeOf(utc).tv_sec;
-    std::tm parts{};
-    if (localtime_r(&seconds, &parts) == nullptr)
-        return utc;
-    return FromParts(seconds + kEpochSeconds + parts.tm_gmtoff,
+    const std::int64_t seconds = HostTimeOf(utc).tv_sec;
+    return FromParts(seconds + kEpochSeconds + SecondsEastAt(seconds),
                      static_cast<std::int64_t>(utc.ticks % kTicksPerSecond));
 }
 
