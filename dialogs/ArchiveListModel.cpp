@@ -150,6 +150,24 @@ QVariant ArchiveListModel::data(const QModelIndex& index, int role) const {
     }
 }
 
+/// Typing in the list goes to the entry whose name begins so; the prefix, which nobody types, does not count.
+QModelIndexList ArchiveListModel::match(const QModelIndex& start, int role, const QVariant& value, int hits,
+                                        Qt::MatchFlags flags) const {
+    const bool isTyping = role == Qt::DisplayRole && (flags & Qt::MatchTypeMask) == Qt::MatchStartsWith;
+    if (!isTyping || !start.isValid() || start.column() != static_cast<int>(ArchiveColumn::Name))
+        return QAbstractTableModel::match(start, role, value, hits, flags);
+    const std::string wanted = value.toString().toStdString();
+    QModelIndexList found;
+    for (int step = 0; step < rowCount() && (hits < 0 || found.size() < hits); ++step) {
+        const int row = (start.row() + step) % rowCount();
+        if (row < start.row() && !flags.testFlag(Qt::MatchWrap))
+            break;
+        if (platform::StartsWithNoCase(Row(row).name, wanted))
+            found.append(index(row, start.column()));
+    }
+    return found;
+}
+
 QVariant ArchiveListModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation != Qt::Horizontal || section < 0 || section >= kArchiveColumns)
         return {};

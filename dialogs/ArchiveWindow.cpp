@@ -23,7 +23,6 @@ namespace {
 
 constexpr std::uint32_t kWarningTitle = 300;
 constexpr std::uint32_t kNothingSelected = 524;
-constexpr std::uint32_t kExtracting = 602;
 constexpr std::uint32_t kStopping = 603;
 constexpr std::uint32_t kStopped = 613;
 
@@ -91,12 +90,15 @@ void ArchiveWindow::closeEvent(QCloseEvent* event) {
     event->setAccepted(!mustWait);
 }
 
-ArchiveWindow::Work::Work(ArchiveWindow& window) : window_(window) {
+ArchiveWindow::Work::Work(ArchiveWindow& window, std::uint32_t hint) : window_(window) {
     window_.SetWorking(true);
+    window_.lblDest2->setText(app::WindowText(hint));
+    window_.ShowProgress(0);
 }
 
 ArchiveWindow::Work::~Work() {
     window_.SetWorking(false);
+    window_.lblDest2->setText(window_.stopAsked_ ? app::WindowText(kStopped) : QString());
 }
 
 void ArchiveWindow::SetWorking(bool isWorking) {
@@ -104,17 +106,11 @@ void ArchiveWindow::SetWorking(bool isWorking) {
     // everything.
     if (isWorking)
         ListView->setFocus();
-    isWorking_ = isWorking;
     for (QWidget* control :
          {static_cast<QWidget*>(cmdExtract), static_cast<QWidget*>(cmdExtractSame),
           static_cast<QWidget*>(cmdOpen), static_cast<QWidget*>(chkAll), static_cast<QWidget*>(chkDelete)})
         control->setEnabled(!isWorking);
     ListView->SetLocked(isWorking);
-    lblDest2->setText(isWorking    ? app::WindowText(kExtracting)
-                      : stopAsked_ ? app::WindowText(kStopped)
-                                   : QString());
-    if (isWorking)
-        ShowProgress(0);
 }
 
 void ArchiveWindow::ShowProgress(double fraction) {

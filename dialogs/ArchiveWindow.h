@@ -51,11 +51,11 @@ class ArchiveWindow : public QDialog {
     /// Sets captions, headers and fonts. A format adds the window's caption.
     virtual void ApplyLanguageTexts();
 
-    /// While one lives the window is at work: what cannot be used meanwhile is disabled, and the strip is
-    /// empty at first.
+    /// While one lives the window is at work: what cannot be used meanwhile is disabled, the strip is empty
+    /// at first, and text `hint` says what goes on.
     class Work {
       public:
-        explicit Work(ArchiveWindow& window);
+        explicit Work(ArchiveWindow& window, std::uint32_t hint = kExtractingHint);
         ~Work();
         Work(const Work&) = delete;
         Work& operator=(const Work&) = delete;
@@ -79,6 +79,9 @@ class ArchiveWindow : public QDialog {
     ArchiveListView* List() const { return ListView; }
 
     void closeEvent(QCloseEvent* event) override;
+
+    static constexpr std::uint32_t kExtractingHint = 602;
+    static constexpr std::uint32_t kCheckingHint = 615;
 
   private:
     using Command = bool (ArchiveWindow::*)();
@@ -106,7 +109,6 @@ class ArchiveWindow : public QDialog {
     QPushButton* cmdExit;
 
     bool isRunning_ = false; // a command has begun; it may still be asking for a folder
-    bool isWorking_ = false;
     bool stopAsked_ = false;
     bool exitAsked_ = false;
 };

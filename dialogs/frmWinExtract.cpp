@@ -193,7 +193,7 @@ void frmWinExtract::DeleteSource(const std::string& folder) {
     }
     bool isSafe;
     {
-        const Work work(*this);
+        const Work work(*this, kCheckingHint);
         const app::BusyCursor busy;
         isSafe = AllEntriesReadBack(front_, folder, [this](std::int32_t entry) {
             ShowProgress(static_cast<double>(entry) / front_.FileCount());

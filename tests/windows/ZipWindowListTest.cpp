@@ -91,6 +91,13 @@ TEST_F(ZipWindowList, TheCheckBoxSelectsAndClearsAllRows) {
     EXPECT_TRUE(SelectedNames().empty());
 }
 
+TEST_F(ZipWindowList, TypingGoesToTheEntryOfThatName) {
+    MakeMixed();
+    Open("mixed.zip");
+    QTest::keyClicks(&List(), QStringLiteral("Sec"));
+    EXPECT_EQ(SelectedNames(), Texts{"secret.txt"});
+}
+
 TEST_F(ZipWindowList, AFileThatIsNoArchiveLeavesTheListEmptyAndExtractingSaysSo) {
     dir_.MakeFile("text.zip", "not an archive");
     Open("text.zip");
