@@ -21,9 +21,9 @@ bool Navigator::KeepGoing() {
 void Navigator::ListFolder(const std::string& path, const std::string& key) {
     Run([&] {
         const app::BusyCursor busy;
-        if (!KeepGoing())
-            return;
-        ListSubfolders(path, key);
+        app::YieldNow();
+        if (!cutShort_)
+            ListSubfolders(path, key);
         if (!cutShort_)
             ListFiles(path);
     });

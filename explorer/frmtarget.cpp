@@ -54,6 +54,12 @@ frmtarget::frmtarget(ArchiveDialogs* dialogs)
     ApplyGeometry();
 }
 
+frmtarget::~frmtarget() {
+    // The views draw from what this object owns and answer focus changes: they go while all of it is there.
+    hide();
+    delete panes_;
+}
+
 void frmtarget::ConnectCommands() {
     connect(commands_->up, &QAction::triggered, navigator_, &Navigator::GoUp);
     connect(commands_->mnuFileOpen, &QAction::triggered, this, &frmtarget::OpenSelected);

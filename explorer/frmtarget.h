@@ -27,6 +27,7 @@ class frmtarget : public QMainWindow, public FileListAccess {
   public:
     /// `dialogs` opens the archive windows and outlives the window; null: the program's own.
     explicit frmtarget(ArchiveDialogs* dialogs = nullptr);
+    ~frmtarget() override;
 
     /// Loads the window: texts, layout, drives, column widths, first current folder, the administrator
     /// warning. To be called once, before the window is shown.
