@@ -31,11 +31,14 @@ ArchiveListView::ArchiveListView(QWidget* parent) : QTreeView(parent) {
     setRootIsDecorated(false);
     setItemsExpandable(false);
     setUniformRowHeights(true);
+    setAlternatingRowColors(true);
+    setHorizontalScrollMode(ScrollPerPixel);
     setAllColumnsShowFocus(true);
     setTextElideMode(Qt::ElideMiddle);
     header()->setStretchLastSection(false);
     header()->setSectionsClickable(true);
     header()->setSectionsMovable(false);
+    header()->setHighlightSections(false);
     header()->setSortIndicatorShown(false);
     header()->setMinimumSectionSize(fontMetrics().averageCharWidth() * 4);
     // After the minimum size is set: setting it gives hidden columns a width again.
@@ -94,10 +97,16 @@ void ArchiveListView::resizeEvent(QResizeEvent* event) {
 
 void ArchiveListView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                               const QModelIndex& index) const {
-    // The highlight runs on beyond the last column.
-    if (selectionModel()->isRowSelected(index.row()))
-        painter->fillRect(option.rect, option.palette.brush(QPalette::Highlight));
     QTreeView::drawRow(painter, option, index);
+    // The row runs on beyond the last column.
+    const int used = header()->length() - header()->offset();
+    const QRect beyond =
+        QStyle::visualRect(layoutDirection(), option.rect, option.rect.adjusted(used, 0, 0, 0));
+    const auto group = isActiveWindow() && hasFocus() ? QPalette::Active : QPalette::Inactive;
+    if (selectionModel()->isRowSelected(index.row()))
+        painter->fillRect(beyond, palette().brush(group, QPalette::Highlight));
+    else if (index.row() % 2 != 0)
+        painter->fillRect(beyond, palette().brush(group, QPalette::AlternateBase));
 }
 
 void ArchiveListView::paintEvent(QPaintEvent* event) {
