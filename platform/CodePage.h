@@ -10,7 +10,7 @@ namespace platform {
 int AnsiCodePage();
 
 /// Chooses the legacy page that stands in for stored bytes that are not UTF-8 while the ANSI code page is
-/// UTF-8. `charset` is a font character-set number (0 = Western, 134 = simplified Chinese, 204 = Cyrillic, ...).
+/// UTF-8. `charset` is a font character-set number (0 = Western, 134 = simplified Chinese, 204 = Cyrillic).
 void SetLegacyCharset(int charset);
 
 /// Stored ANSI bytes as UTF-8. Every byte sequence gives a text: bytes without a meaning become "?" (U+003F).

@@ -7,7 +7,15 @@
 namespace platform {
 
 /// The drive types of the system's drive-type query, with its numbers.
-enum class DriveType { kUnknown = 0, kNoRoot = 1, kRemovable = 2, kFixed = 3, kRemote = 4, kCdRom = 5, kRamDisk = 6 };
+enum class DriveType {
+    kUnknown = 0,
+    kNoRoot = 1,
+    kRemovable = 2,
+    kFixed = 3,
+    kRemote = 4,
+    kCdRom = 5,
+    kRamDisk = 6
+};
 
 /// Type of the drive whose root is `root`, such as "E:\". Asked anew at every call.
 DriveType GetDriveType(const std::string& root);
@@ -16,7 +24,7 @@ DriveType GetDriveType(const std::string& root);
 struct DriveSpace {
     std::uint32_t sectorsPerCluster = 0;
     std::uint32_t bytesPerSector = 0;
-    std::uint64_t freeClusters = 0;  ///< that this user may use
+    std::uint64_t freeClusters = 0; ///< that this user may use
     std::uint64_t totalClusters = 0;
 };
 

@@ -18,8 +18,8 @@ class FileReader {
     /// Length in bytes when the file was opened.
     virtual std::uint64_t Size() const = 0;
 
-    /// Reads up to buffer.size() bytes from `offset`; returns how many were read, fewer only at the end of the
-    /// file or after a read error.
+    /// Reads up to buffer.size() bytes from `offset`; returns how many were read, fewer only at the end of
+    /// the file or after a read error.
     virtual std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> buffer) = 0;
 
     /// Opens a file. Returns null and sets `error` on failure; a folder is refused with kErrorAccessDenied.

@@ -16,8 +16,8 @@ inline constexpr std::uint32_t kAttributeDirectory = 0x10;
 inline constexpr std::uint32_t kAttributeArchive = 0x20;
 inline constexpr std::uint32_t kAttributeNormal = 0x80;
 
-// All paths are this program's: a drive letter, a colon, backslashes, UTF-8. Names are found first exactly, then
-// without regard to case.
+// All paths are this program's: a drive letter, a colon, backslashes, UTF-8. Names are found first exactly,
+// then without regard to case.
 
 /// Attributes of the file or folder at `path`, links followed; nothing when it cannot be read.
 std::optional<std::uint32_t> GetFileAttributes(const std::string& path);
@@ -40,7 +40,7 @@ SystemError CopyFile(const std::string& from, const std::string& to);
 /// Whole content of a file of at most `maxBytes`; nothing on failure, with `error` set.
 std::optional<std::string> ReadWholeFile(const std::string& path, std::uint64_t maxBytes, SystemError& error);
 
-/// Puts `content` at `path`; a file that is there is replaced only once the new one is complete and on the medium.
+/// Puts `content` at `path`; a file there is replaced only once the new one is complete and on the medium.
 SystemError WriteWholeFile(const std::string& path, std::span<const char> content);
 
 /// Creates `path` with `content`; fails with kErrorFileExists, changing nothing, when it is there already.

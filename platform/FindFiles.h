@@ -11,15 +11,16 @@ namespace platform {
 
 /// One entry met while a folder is enumerated.
 struct FindData {
-    std::string name;              ///< as UTF-8; "?" stands for what the ANSI code page cannot hold
-    std::uint32_t attributes = 0;  ///< kAttribute... bits (Files.h)
+    std::string name;             ///< as UTF-8; "?" stands for what the ANSI code page cannot hold
+    std::uint32_t attributes = 0; ///< kAttribute... bits (Files.h)
     std::uint32_t sizeHigh = 0;
     std::uint32_t sizeLow = 0;
-    FileTime lastWrite;            ///< UTC
+    FileTime lastWrite; ///< UTC
 };
 
-/// Enumeration of the entries of a folder, in the order in which the file system returns them; "." and ".." are
-/// among them, as are hidden and system entries. A link is described by what it points at, a broken one by itself.
+/// Enumeration of the entries of a folder, in the order in which the file system returns them; "." and ".."
+/// are among them, as are hidden and system entries. A link is described by what it points at, a broken one
+/// by itself.
 class FindFiles {
   public:
     virtual ~FindFiles() = default;
@@ -27,8 +28,8 @@ class FindFiles {
     /// Puts the next entry into `data`; false when there are no more.
     virtual bool Next(FindData& data) = 0;
 
-    /// Starts an enumeration of `folder` (with or without its last backslash). Returns null and sets `error` when
-    /// it cannot be searched.
+    /// Starts an enumeration of `folder` (with or without its last backslash). Returns null and sets `error`
+    /// when it cannot be searched.
     static std::unique_ptr<FindFiles> Start(const std::string& folder, SystemError& error);
 };
 

@@ -21,9 +21,10 @@ struct FileTimes {
 
 /// What a file is given besides its content when it is complete.
 struct FileTraits {
-    std::optional<FileTimes>
-        times;               ///< none: it keeps the time of writing; times that cannot be set are no failure
-    bool executable = false; ///< whoever may read it may run it, where the system has such a mark
+    /// None: it keeps the time of writing. Times that cannot be set are no failure.
+    std::optional<FileTimes> times;
+    /// Whoever may read it may run it, where the system has such a mark.
+    bool executable = false;
 };
 
 /// A file being written under a temporary name. Destroyed without a successful Commit() it leaves nothing

@@ -5,8 +5,8 @@
 
 namespace platform {
 
-/// Whether another copy of this program, of the same user, runs already. The first call claims the place of the
-/// running copy for this process until it ends, however it ends.
+/// Whether another copy of this program, of the same user, runs already. The first call claims the place of
+/// the running copy for this process until it ends, however it ends.
 bool PreviousInstanceRuns();
 
 /// The platform's administrator test.
@@ -16,7 +16,7 @@ bool IsNTAdmin();
 struct VersionRecord {
     std::uint32_t major = 0;
     std::uint32_t minor = 0;
-    std::uint32_t platformId = 0;  ///< 2 = the NT family, 0 = another system
+    std::uint32_t platformId = 0; ///< 2 = the NT family, 0 = another system
 };
 
 VersionRecord GetVersionRecord();
@@ -24,8 +24,8 @@ VersionRecord GetVersionRecord();
 /// The folder that holds the program file, without a last backslash, in this program's form of a path.
 std::string ProgramFolder();
 
-/// A string of the program's own string table: 998 the product's display name, 1000 the address of the support
-/// page; empty for any other id.
+/// A string of the program's own string table: 998 the product's display name, 1000 the address of the
+/// support page; empty for any other id.
 std::string ProgramString(std::uint32_t id);
 
 } // namespace platform

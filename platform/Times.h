@@ -14,9 +14,9 @@ struct FileTime {
 /// A calendar date and time of day.
 struct SystemTime {
     int year = 1601;
-    int month = 1;  ///< 1 to 12
-    int day = 1;    ///< 1 to 31
-    int hour = 0;   ///< 0 to 23
+    int month = 1; ///< 1 to 12
+    int day = 1;   ///< 1 to 31
+    int hour = 0;  ///< 0 to 23
     int minute = 0;
     int second = 0;
     friend bool operator==(const SystemTime&, const SystemTime&) = default;
@@ -29,7 +29,7 @@ bool DosDateTimeToFileTime(std::uint16_t date, std::uint16_t time, FileTime& fil
 /// Splits a file time into calendar fields, without a time-zone shift.
 SystemTime FileTimeToSystemTime(FileTime fileTime);
 
-/// Joins calendar fields, without a time-zone shift; returns false when they are not a date from 1601 to 30827.
+/// Joins calendar fields, without a time-zone shift; false when they are not a date from 1601 to 30827.
 bool SystemTimeToFileTime(const SystemTime& systemTime, FileTime& fileTime);
 
 /// Local time to UTC by the rules in force on that local date.

@@ -11,8 +11,8 @@ struct ApplicationState {
     std::string OwnerName;   ///< the drive owner's name, put for "%username" in texts
     bool SkinAllowed = false;
     std::string SkinFilePath; ///< empty: no skin
-    std::string
-        CurrentPath; ///< folder shown in the file list, with a last backslash; empty at the tree's root
+    /// Folder shown in the file list, with a last backslash; empty at the tree's root.
+    std::string CurrentPath;
     std::string CurrentNodeKey;  ///< key of its tree node
     bool ExtractionDone = false; ///< set by an archive dialog that has extracted, read by the extract command
 };
