@@ -9,20 +9,6 @@ namespace {
 
 int legacyCodePage = 1252;
 
-/// UTF-8 text with "?" for every byte that is not part of a well-formed sequence.
-std::string Cleaned(std::string_view text) {
-    std::string result;
-    result.reserve(text.size());
-    for (std::size_t position = 0; position < text.size();) {
-        const std::size_t start = position;
-        if (NextCodePoint(text, position) == kNotUtf8)
-            result.push_back('?');
-        else
-            result.append(text, start, position - start);
-    }
-    return result;
-}
-
 } // namespace
 
 void SetLegacyCharset(int charset) {
@@ -42,16 +28,7 @@ std::string Utf8ToAnsi(std::string_view text) {
     if (AsciiPrefix(text) == text.size())
         return std::string(text);
     const int codePage = AnsiCodePage();
-    return codePage == kUtf8CodePage ? Cleaned(text) : Utf8ToLegacy(codePage, text);
-}
-
-bool IsAnsiRepresentable(std::string_view text) {
-    if (AsciiPrefix(text) == text.size())
-        return true;
-    if (!IsUtf8(text))
-        return false;
-    const int codePage = AnsiCodePage();
-    return codePage == kUtf8CodePage || LegacyToUtf8(codePage, Utf8ToLegacy(codePage, text)) == text;
+    return codePage == kUtf8CodePage ? CleanedUtf8(text) : Utf8ToLegacy(codePage, text);
 }
 
 std::string CutToAnsiBytes(std::string_view text, std::size_t maxAnsiBytes) {

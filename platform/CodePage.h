@@ -20,9 +20,6 @@ std::string AnsiToUtf8(std::string_view bytes);
 /// Text as ANSI bytes; a character that the code page lacks becomes "?".
 std::string Utf8ToAnsi(std::string_view text);
 
-/// Whether `text` is valid UTF-8 and survives the way to the ANSI code page and back.
-bool IsAnsiRepresentable(std::string_view text);
-
 /// `text` without what follows its first `maxAnsiBytes` ANSI bytes; no character is split.
 std::string CutToAnsiBytes(std::string_view text, std::size_t maxAnsiBytes);
 

@@ -18,8 +18,6 @@ std::string SystemError::Description() const {
         return "There is not enough memory to process this command.";
     case kErrorInvalidData:
         return "The data is invalid.";
-    case kErrorInvalidDrive:
-        return "The system cannot find the drive specified.";
     case kErrorNotSameDevice:
         return "The system cannot move the file to a different disk drive.";
     case kErrorWriteProtect:

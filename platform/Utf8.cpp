@@ -88,4 +88,17 @@ bool IsUtf8(std::string_view text) {
     return true;
 }
 
+std::string CleanedUtf8(std::string_view text) {
+    std::string result;
+    result.reserve(text.size());
+    for (std::size_t position = 0; position < text.size();) {
+        const std::size_t start = position;
+        if (NextCodePoint(text, position) == kNotUtf8)
+            result.push_back('?');
+        else
+            result.append(text, start, position - start);
+    }
+    return result;
+}
+
 } // namespace platform

@@ -23,4 +23,7 @@ void AppendUtf8(std::string& text, char32_t codePoint);
 /// Whether all of `text` is well-formed UTF-8.
 bool IsUtf8(std::string_view text);
 
+/// `text` with "?" for every byte that is not part of a well-formed sequence.
+std::string CleanedUtf8(std::string_view text);
+
 } // namespace platform

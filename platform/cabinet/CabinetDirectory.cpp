@@ -21,13 +21,7 @@ std::size_t HashOf(std::string_view name) {
 
 /// Flagged names are UTF-8; where one is not, and for all others, the code page decides.
 std::string NameOf(const std::string& stored, std::uint16_t attributes) {
-    const bool ascii =
-        std::ranges::all_of(stored, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-    if (ascii)
-        return stored;
-    if ((attributes & kAttributeUtf8Name) != 0 && IsUtf8(stored))
-        return stored;
-    return AnsiToUtf8(stored);
+    return (attributes & kAttributeUtf8Name) != 0 && IsUtf8(stored) ? stored : AnsiToUtf8(stored);
 }
 
 } // namespace

@@ -39,15 +39,13 @@ SystemError CopyFile(const std::string& from, const std::string& to) {
     const std::string target = HostPathOf(to);
     if (source.empty() || target.empty())
         return {kErrorPathNotFound};
-    SystemError error;
-    const HostFile file = OpenForReading(source, error);
 
     struct stat status {};
 
+    SystemError error;
+    const HostFile file = OpenForReading(source, status, error);
     if (error)
         return error;
-    if (::fstat(file.Descriptor(), &status) != 0)
-        return ErrorFromErrno(errno);
     if (IsSameFile(status, target))
         return {kErrorSharingViolation};
     Replacement replacement(target);

@@ -3,8 +3,6 @@
 #include "HostFile.h"
 #include "platform/HostPath.h"
 
-#include <sys/stat.h>
-
 namespace platform {
 namespace {
 
@@ -33,11 +31,11 @@ std::unique_ptr<FileReader> FileReader::Open(const std::string& path, SystemErro
         error = {kErrorPathNotFound};
         return nullptr;
     }
-    HostFile file = OpenForReading(host, error);
 
     struct stat status {};
 
-    if (!file.IsOpen() || ::fstat(file.Descriptor(), &status) != 0)
+    HostFile file = OpenForReading(host, status, error);
+    if (error)
         return nullptr;
     return std::make_unique<HostFileReader>(std::move(file), static_cast<std::uint64_t>(status.st_size));
 }

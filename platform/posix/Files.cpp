@@ -4,6 +4,7 @@
 #include "HostAttributes.h"
 #include "HostError.h"
 #include "HostFile.h"
+#include "HostNames.h"
 #include "Replacement.h"
 #include "WorkingFolder.h"
 #include "platform/HostPath.h"
@@ -79,7 +80,7 @@ SystemError DeleteFile(const std::string& path) {
 
     if (::lstat(host.c_str(), &status) != 0)
         return ErrorForPath(errno, host, Access::kWrite);
-    if (S_ISDIR(status.st_mode) || IsReadOnlyFile(status))
+    if (IsProtected(status))
         return {kErrorAccessDenied};
     return ::unlink(host.c_str()) == 0 ? SystemError{} : ErrorForPath(errno, host, Access::kWrite);
 }
@@ -90,11 +91,11 @@ std::optional<std::string> ReadWholeFile(const std::string& path, std::uint64_t 
     error = kNoSuchPath;
     if (host.empty())
         return std::nullopt;
-    const HostFile file = OpenForReading(host, error);
 
     struct stat status {};
 
-    if (!file.IsOpen() || ::fstat(file.Descriptor(), &status) != 0)
+    const HostFile file = OpenForReading(host, status, error);
+    if (error)
         return std::nullopt;
     if (static_cast<std::uint64_t>(status.st_size) > maxBytes) {
         error = {kErrorInvalidData};

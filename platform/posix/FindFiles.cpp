@@ -18,8 +18,7 @@ namespace {
 
 /// The host name as the ANSI services show it: "?" for each character that the code page lacks.
 std::string AnsiName(const char* hostName) {
-    const std::string text = TextOfHostName(hostName);
-    return IsAnsiRepresentable(text) ? text : AnsiToUtf8(Utf8ToAnsi(text));
+    return AnsiToUtf8(Utf8ToAnsi(TextOfHostName(hostName)));
 }
 
 class HostFindFiles final : public FindFiles {

@@ -20,8 +20,8 @@ std::uint32_t AttributesOf(const struct stat& status, std::string_view name) {
     return attributes;
 }
 
-bool IsReadOnlyFile(const struct stat& status) {
-    return S_ISREG(status.st_mode) && NobodyMayWrite(status);
+bool IsProtected(const struct stat& status) {
+    return S_ISDIR(status.st_mode) || (S_ISREG(status.st_mode) && NobodyMayWrite(status));
 }
 
 } // namespace platform

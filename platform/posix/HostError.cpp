@@ -1,5 +1,7 @@
 #include "HostError.h"
 
+#include "HostNames.h"
+
 #include <cerrno>
 #include <sys/stat.h>
 
@@ -58,12 +60,9 @@ SystemError ErrorFromErrno(int number, Access access) {
 
 SystemError ErrorForPath(int number, const std::string& hostPath, Access access) {
     if (number == ENOENT) {
-        const std::size_t slash = hostPath.find_last_of('/');
-        const std::string folder = slash == 0 || slash == std::string::npos ? "/" : hostPath.substr(0, slash);
-
         struct stat status {};
 
-        if (::stat(folder.c_str(), &status) != 0)
+        if (::stat(ParentOf(hostPath).c_str(), &status) != 0)
             return {kErrorPathNotFound};
     }
     return ErrorFromErrno(number, access);

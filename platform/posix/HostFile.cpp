@@ -7,7 +7,6 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <limits>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace platform {
@@ -32,6 +31,13 @@ SystemError TransferAll(std::size_t size, Access access, std::size_t& count, Tra
     return {};
 }
 
+template <typename Transfer>
+SystemError WriteAll(std::size_t size, Transfer transfer) {
+    std::size_t count = 0;
+    const SystemError error = TransferAll(size, Access::kWrite, count, transfer);
+    return !error && count < size ? SystemError{kErrorWriteFault} : error;
+}
+
 } // namespace
 
 SystemError HostFile::Close() {
@@ -41,16 +47,13 @@ SystemError HostFile::Close() {
     return result == 0 || errno == EINTR ? SystemError{} : ErrorFromErrno(errno, Access::kWrite);
 }
 
-HostFile OpenForReading(const std::string& hostPath, SystemError& error) {
+HostFile OpenForReading(const std::string& hostPath, struct stat& status, SystemError& error) {
     // Not blocking, so that a pipe without a writer is refused instead of waited for.
     HostFile file(::open(hostPath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (!file.IsOpen()) {
         error = ErrorForPath(errno, hostPath);
         return {};
     }
-
-    struct stat status {};
-
     if (::fstat(file.Descriptor(), &status) != 0 || !S_ISREG(status.st_mode)) {
         error = {kErrorAccessDenied};
         return {};
@@ -77,14 +80,16 @@ SystemError ReadFullyAt(const HostFile& file, std::uint64_t offset, std::span<st
 }
 
 SystemError WriteFully(const HostFile& file, std::span<const std::uint8_t> data) {
-    std::size_t count = 0;
-    const SystemError error =
-        TransferAll(data.size(), Access::kWrite, count, [&](std::size_t position, std::size_t size) {
-            return ::write(file.Descriptor(), data.data() + position, size);
-        });
-    if (!error && count < data.size())
-        return {kErrorWriteFault};
-    return error;
+    return WriteAll(data.size(), [&](std::size_t position, std::size_t size) {
+        return ::write(file.Descriptor(), data.data() + position, size);
+    });
+}
+
+SystemError WriteFullyAt(const HostFile& file, std::uint64_t offset, std::span<const std::uint8_t> data) {
+    return WriteAll(data.size(), [&](std::size_t position, std::size_t size) {
+        return ::pwrite(file.Descriptor(), data.data() + position, size,
+                        static_cast<off_t>(offset + position));
+    });
 }
 
 std::string ReadHostText(const std::string& hostPath) {

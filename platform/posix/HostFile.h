@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <sys/stat.h>
 #include <utility>
 
 namespace platform {
@@ -37,8 +38,9 @@ class HostFile {
     int descriptor_ = -1;
 };
 
-/// Opens a regular file for reading. `error` is set, and the result not open, for anything else.
-HostFile OpenForReading(const std::string& hostPath, SystemError& error);
+/// Opens a regular file for reading and answers its status. `error` is set, and the result not open, for
+/// anything else.
+HostFile OpenForReading(const std::string& hostPath, struct stat& status, SystemError& error);
 
 /// Reads from the current position, or from `offset` where one is given, until `buffer` is full or the file
 /// ends. `count` answers how many bytes came, also after a failure.
@@ -46,8 +48,9 @@ SystemError ReadFully(const HostFile& file, std::span<std::uint8_t> buffer, std:
 SystemError ReadFullyAt(const HostFile& file, std::uint64_t offset, std::span<std::uint8_t> buffer,
                         std::size_t& count);
 
-/// Writes all of `data` at the current position.
+/// Writes all of `data` at the current position, or at `offset` where one is given.
 SystemError WriteFully(const HostFile& file, std::span<const std::uint8_t> data);
+SystemError WriteFullyAt(const HostFile& file, std::uint64_t offset, std::span<const std::uint8_t> data);
 
 /// Content of a small file of the system's own; empty when it cannot be read.
 std::string ReadHostText(const std::string& hostPath);

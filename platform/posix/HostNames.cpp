@@ -7,23 +7,6 @@
 #include <algorithm>
 
 namespace platform {
-namespace {
-
-std::string CleanedUtf8(std::string_view name) {
-    std::string text;
-    text.reserve(name.size());
-    for (std::size_t position = 0; position < name.size();) {
-        const std::size_t start = position;
-        if (NextCodePoint(name, position) == kNotUtf8)
-            text.push_back('?');
-        else
-            text.append(name, start, position - start);
-    }
-    return text;
-}
-
-} // namespace
-
 bool IsDriveLetter(char c) {
     return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
 }
@@ -56,6 +39,11 @@ std::string JoinHostPath(const std::string& root, const std::vector<std::string>
         path += name;
     }
     return path;
+}
+
+std::string ParentOf(const std::string& hostPath) {
+    const std::size_t slash = hostPath.find_last_of('/');
+    return slash == 0 || slash == std::string::npos ? "/" : hostPath.substr(0, slash);
 }
 
 std::string TextOfHostName(std::string_view name) {

@@ -16,6 +16,9 @@ std::vector<std::string> SplitComponents(std::string_view path, std::string_view
 /// `root` and `components` as one host path.
 std::string JoinHostPath(const std::string& root, const std::vector<std::string>& components);
 
+/// The folder that holds `hostPath`.
+std::string ParentOf(const std::string& hostPath);
+
 /// A host name as text: "?" stands for a backslash and for bytes that are not text in the locale's code page.
 std::string TextOfHostName(std::string_view name);
 

@@ -6,11 +6,9 @@
 #include "WorkingFolder.h"
 #include "platform/Files.h"
 
-#include <cstdlib>
 #include <filesystem>
 #include <optional>
 #include <sys/stat.h>
-#include <unistd.h>
 #include <vector>
 
 namespace platform {
@@ -101,10 +99,9 @@ std::string Resolved(const std::string& hostPath) {
 }
 
 std::string HostCurrentFolder() {
-    char* folder = ::getcwd(nullptr, 0);
-    const std::string result = folder == nullptr ? "/" : folder;
-    std::free(folder);
-    return result;
+    std::error_code error;
+    const std::string folder = std::filesystem::current_path(error).string();
+    return error ? "/" : folder;
 }
 
 } // namespace

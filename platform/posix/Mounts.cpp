@@ -1,7 +1,5 @@
 #include "Mounts.h"
 
-#include "HostFile.h"
-
 #include <algorithm>
 #include <fcntl.h>
 #include <filesystem>
@@ -9,7 +7,6 @@
 #include <sstream>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
-#include <unistd.h>
 
 namespace platform {
 namespace {
@@ -70,17 +67,12 @@ std::string BlockDeviceOf(const Mount& mount) {
 
 MountWatch::MountWatch() : file_(::open(kMountTable, O_RDONLY | O_CLOEXEC)) {}
 
-MountWatch::~MountWatch() {
-    if (file_ >= 0)
-        ::close(file_);
-}
-
 bool MountWatch::HasChanged() {
     const bool first = !asked_;
     asked_ = true;
-    pollfd request{file_, POLLPRI, 0};
+    pollfd request{file_.Descriptor(), POLLPRI, 0};
     // The kernel raises this once after each change of the mounts (proc(5)).
-    const bool raised = file_ < 0 || ::poll(&request, 1, 0) != 0;
+    const bool raised = !file_.IsOpen() || ::poll(&request, 1, 0) != 0;
     return raised || first;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "HostFile.h"
+
 #include <string>
 #include <vector>
 
@@ -9,15 +11,12 @@ namespace platform {
 class MountWatch {
   public:
     MountWatch();
-    ~MountWatch();
-    MountWatch(const MountWatch&) = delete;
-    MountWatch& operator=(const MountWatch&) = delete;
 
     /// True at the first call, and always where the host offers no notice.
     bool HasChanged();
 
   private:
-    int file_;
+    HostFile file_;
     bool asked_ = false;
 };
 

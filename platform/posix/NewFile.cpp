@@ -63,8 +63,7 @@ SystemError NewFile::Commit(const FileTraits& traits) {
 
     struct stat status {};
 
-    if (::fstatat(folder_, hostName_.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 &&
-        (S_ISDIR(status.st_mode) || IsReadOnlyFile(status)))
+    if (::fstatat(folder_, hostName_.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 && IsProtected(status))
         return {kErrorAccessDenied};
     if (::renameat(folder_, temporary_.c_str(), folder_, hostName_.c_str()) != 0)
         return ErrorFromErrno(errno, Access::kWrite);

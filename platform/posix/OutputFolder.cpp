@@ -7,7 +7,6 @@
 #include "HostNames.h"
 #include "HostTimes.h"
 #include "NewFile.h"
-#include "Replacement.h"
 #include "WorkingFolder.h"
 #include "platform/Files.h"
 #include "platform/HostPath.h"
@@ -88,19 +87,12 @@ SystemError HostFolder::WriteNew(const std::string& hostName, std::span<const st
 
 SystemError HostFolder::Replace(const std::string& hostName, std::span<const std::uint8_t> data,
                                 const std::optional<FileTimes>& times) const {
-    struct stat status {};
-
-    if (::fstatat(folder_.Descriptor(), hostName.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 &&
-        (S_ISDIR(status.st_mode) || IsReadOnlyFile(status)))
-        return {kErrorAccessDenied};
-    const std::string temporary = TemporaryName();
-    if (const SystemError error = WriteNew(temporary, data, times))
+    SystemError error;
+    const std::unique_ptr<NewFile> file = NewFile::Start(folder_.Descriptor(), hostName, error);
+    if (file == nullptr)
         return error;
-    if (::renameat(folder_.Descriptor(), temporary.c_str(), folder_.Descriptor(), hostName.c_str()) == 0)
-        return {};
-    const SystemError error = ErrorFromErrno(errno, Access::kWrite);
-    ::unlinkat(folder_.Descriptor(), temporary.c_str(), 0);
-    return error;
+    error = file->Write(data);
+    return error ? error : file->Commit({.times = times});
 }
 
 std::unique_ptr<OutputFile> HostFolder::CreateFile(std::string_view name, SystemError& error) {

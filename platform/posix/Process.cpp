@@ -1,6 +1,7 @@
 #include "platform/Process.h"
 
 #include "HostFile.h"
+#include "HostNames.h"
 #include "UserFolders.h"
 #include "platform/HostPath.h"
 
@@ -56,9 +57,7 @@ std::string ProgramFolder() {
     const ssize_t length = ::readlink("/proc/self/exe", target.data(), target.size());
     if (length <= 0 || static_cast<std::size_t>(length) == target.size())
         return "";
-    const std::string_view program(target.data(), static_cast<std::size_t>(length));
-    const std::size_t slash = program.find_last_of('/');
-    std::string folder = PathFromHost(slash == 0 ? "/" : program.substr(0, slash));
+    std::string folder = PathFromHost(ParentOf({target.data(), static_cast<std::size_t>(length)}));
     if (folder.ends_with('\\'))
         folder.pop_back();
     return folder;

@@ -2,6 +2,7 @@
 
 #include "HostAttributes.h"
 #include "HostError.h"
+#include "HostNames.h"
 
 #include <atomic>
 #include <cerrno>
@@ -34,11 +35,6 @@ std::string TemporaryName() {
            std::to_string(now.tv_nsec) + "-" + std::to_string(counter++) + ".tmp";
 }
 
-std::string ParentOf(const std::string& hostPath) {
-    const std::size_t slash = hostPath.find_last_of('/');
-    return slash == 0 || slash == std::string::npos ? "/" : hostPath.substr(0, slash);
-}
-
 void SyncFolder(const std::string& hostFolder) {
     const HostFile folder(::open(hostFolder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (folder.IsOpen())
@@ -49,7 +45,7 @@ Replacement::Replacement(std::string hostPath) : target_(LinkTarget(std::move(ho
     struct stat status {};
 
     const bool exists = ::lstat(target_.c_str(), &status) == 0;
-    if (exists && (S_ISDIR(status.st_mode) || IsReadOnlyFile(status))) {
+    if (exists && IsProtected(status)) {
         error_ = {kErrorAccessDenied};
         return;
     }

@@ -41,7 +41,4 @@ std::string TemporaryName();
 /// Brings a folder's entries onto the medium; no failure is reported, since the files themselves are safe.
 void SyncFolder(const std::string& hostFolder);
 
-/// The folder that holds `hostPath`.
-std::string ParentOf(const std::string& hostPath);
-
 } // namespace platform

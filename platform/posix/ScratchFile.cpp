@@ -1,10 +1,8 @@
 #include "ScratchFile.h"
 
-#include "HostError.h"
 #include "HostFile.h"
 #include "WorkingFolder.h"
 
-#include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
@@ -18,17 +16,7 @@ class HostScratchFile final : public ScratchFile {
     explicit HostScratchFile(HostFile file) : file_(std::move(file)) {}
 
     SystemError WriteAt(std::uint64_t offset, std::span<const std::uint8_t> data) override {
-        while (!data.empty()) {
-            const ssize_t done =
-                ::pwrite(file_.Descriptor(), data.data(), data.size(), static_cast<off_t>(offset));
-            if (done < 0 && errno == EINTR)
-                continue;
-            if (done <= 0)
-                return done < 0 ? ErrorFromErrno(errno, Access::kWrite) : SystemError{kErrorWriteFault};
-            offset += static_cast<std::uint64_t>(done);
-            data = data.subspan(static_cast<std::size_t>(done));
-        }
-        return {};
+        return WriteFullyAt(file_, offset, data);
     }
 
     SystemError ReadAt(std::uint64_t offset, std::span<std::uint8_t> buffer) override {

@@ -4,16 +4,15 @@
 #include "UserFolders.h"
 #include "platform/HostPath.h"
 
+#include <filesystem>
 #include <sstream>
-#include <sys/stat.h>
 
 namespace platform {
 namespace {
 
 bool IsFolder(const std::string& hostPath) {
-    struct stat status {};
-
-    return ::stat(hostPath.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+    std::error_code ignored;
+    return std::filesystem::is_directory(hostPath, ignored);
 }
 
 /// The value of one line of user-dirs.dirs, `NAME="$HOME/Folder"` or `NAME="/folder"`; empty when it has
