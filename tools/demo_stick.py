@@ -3,7 +3,7 @@
 
     demo_stick.py STICK [--program FOLDER]
 
-The same files with the same bytes and times every time; so are the archives, but for the random start that zip gives
+The same files with the same bytes and times every time; so are the archives, but for the random start of
 an encrypted entry. They are made by zip, 7zz and gcab, as other people's archives would be. With --program, the folder's content (the program with its text libraries) becomes
 the program folder; a settings file that the program has written there stays.
 """
@@ -126,8 +126,9 @@ def archives(stick):
     zip_deflate = ("zip", "-q", "-X", "-9", "-@")
     make("Letters.zip", zip_deflate, documents, text=tree(documents, "Letters"))
     make("Pictures stored.zip", ("zip", "-q", "-X", "-0", "-@"), stick, text=tree(stick, "Pictures"))
-    make("Sundial Deflate64.zip", ("7zz", "a", "-bd", "-tzip", "-mm=Deflate64", "-mx=9", "-mtc=off"), projects, "Sundial")
-    make("Private.zip", ("zip", "-q", "-X", "-9", "-P", PASSWORD), documents, "Garden plan.txt", "Packing list.txt")
+    seven_zip = ("7zz", "a", "-bd", "-tzip", "-mx=9", "-mtc=off")
+    make("Sundial Deflate64.zip", (*seven_zip, "-mm=Deflate64"), projects, "Sundial")
+    make("Private.zip", (*seven_zip, "-mem=ZipCrypto", f"-p{PASSWORD}"), documents, "Garden plan.txt", "Packing list.txt")
     make("Letters with comment.zip", ("zip", "-q", "-X", "-9", "-z"), documents, *tree(documents, "Letters").split("\n")[:-1], text=COMMENT)
     make("One note.zip", ("zip", "-q", "-X", "-9"), documents, "Garden plan.txt")
     make("Diary.zip", zip_deflate, documents, text=tree(documents, "Diary"))

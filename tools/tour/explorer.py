@@ -135,16 +135,16 @@ class ArchiveDialog:
         self.check(515)
         self.press(514)
 
-    def pick(self, folder):
+    def pick(self, folder, look=None):
         """Answers the folder picker that "Extract to another folder" opens."""
-        picker = wait_for("the folder picker", lambda: self.explorer.program.window(self.text(520)))
-        field = picker.get("text")
+        field = self.explorer.program.window(self.text(520)).get("text")
         field.click()
         press("ctrl+a")
-        write(str(folder))
-        wait_for("the typed folder", lambda: field.text == str(folder))
+        write(folder)
+        wait_for("the typed folder", lambda: field.text == folder)
+        if look:
+            look()
         press("Return")
-        return picker
 
     @property
     def is_open(self):

@@ -10,6 +10,7 @@ import shutil
 import sys
 import traceback
 from pathlib import Path
+from urllib.parse import unquote
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[1]))
 
@@ -72,7 +73,9 @@ class Setting:
             self.explorer = None
 
     def documents_opened(self):
-        return self.opened.read_text().split("\n")[:-1] if self.opened.exists() else []
+        """Paths that were handed to a document's program."""
+        lines = self.opened.read_text().splitlines() if self.opened.exists() else []
+        return [unquote(line).removeprefix("file://") for line in lines]
 
 
 def main():
