@@ -17,6 +17,9 @@ constexpr std::size_t kMostDistanceCodes = 1 + 31;
 static_assert(kMostLitLenCodes == kLitLenSymbols && kMostDistanceCodes == kDistanceSymbols,
               "every count that five bits can give has its symbols");
 
+/// Input bytes from which on the pair table pays for itself.
+constexpr std::size_t kWorthPairs = 256;
+
 constexpr std::int16_t kDamaged = -1;
 constexpr std::int16_t kBadStoredLength = -2;
 
@@ -104,7 +107,8 @@ bool InflateDecoder::ReadDynamicTables() {
     std::array<std::uint8_t, kMostLitLenCodes + kMostDistanceCodes> storage;
     const std::span<std::uint8_t> lengths = std::span(storage).first(litLenCodes + distanceCodes);
     return ReadCodeLengths(lengths, table, rootBits) &&
-           BuildInflateTables(tables_, lengths.first(litLenCodes), lengths.subspan(litLenCodes), deflate64_);
+           BuildInflateTables(tables_, lengths.first(litLenCodes), lengths.subspan(litLenCodes), deflate64_,
+                              static_cast<std::size_t>(bits_.end - bits_.next) >= kWorthPairs);
 }
 
 bool InflateDecoder::ReadCodeLengths(std::span<std::uint8_t> lengths, std::span<const std::uint32_t> table,

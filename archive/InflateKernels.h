@@ -11,7 +11,7 @@ namespace archive {
 
 /// Input bytes and output space that a fast loop leaves to the careful loop.
 inline constexpr std::size_t kFastInput = 32;
-inline constexpr std::size_t kFastSpace = 384;
+inline constexpr std::size_t kFastSpace = 640;
 
 /// How a fast loop ended.
 enum class FastLoopEnd {

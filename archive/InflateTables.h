@@ -1,5 +1,8 @@
 #pragma once
 
+#include "HuffmanCode.h"
+#include "PairTable.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -26,7 +29,6 @@ inline constexpr std::uint32_t kEntryExceptional = 1u << 15;
 inline constexpr std::uint32_t kEntryLink = 1u << 14;
 inline constexpr std::uint32_t kEntryEndOfBlock = 1u << 13;
 
-inline constexpr unsigned kMostCodeBits = 15;
 inline constexpr std::size_t kLitLenSymbols = 288;
 inline constexpr std::size_t kDistanceSymbols = 32;
 inline constexpr std::size_t kCodeLengthSymbols = 19;
@@ -41,28 +43,32 @@ constexpr std::size_t MostEntries(std::size_t symbols, unsigned rootBits) {
     return (std::size_t{1} << rootBits) + (symbols / 2) * (std::size_t{1} << (kMostCodeBits - rootBits));
 }
 
-/// The tables of one block.
+/// The tables of one block. Those of the careful loop hold every code; the pair table (PairTable.h) serves
+/// the fast loops and is built when a block is long enough to be worth it.
 struct InflateTables {
     unsigned litLenRootBits = 0;
     unsigned distanceRootBits = 0;
     std::array<std::uint32_t, MostEntries(kLitLenSymbols, kLitLenRootBits)> litLen;
     std::array<std::uint32_t, MostEntries(kDistanceSymbols, kDistanceRootBits)> distance;
+    bool hasPairs = false;
+    PairTable pairs;
 };
 
-/// Builds one table from code lengths. `symbols[n]` is the entry of symbol n without its bit counts but with
-/// the number of its extra bits in bits 0..7. Answers the root bits used (at most `rootBits`), or 0 when the
-/// code is incomplete or over-subscribed; the table is then not to be used.
-unsigned BuildHuffmanTable(std::span<std::uint32_t> table, std::span<const std::uint8_t> lengths,
-                           std::span<const std::uint32_t> symbols, unsigned rootBits);
+/// Builds the table of a complete code. `entries[n]` is the entry of symbol n without its code bits, but with
+/// the number of its extra bits in bits 0..7. Answers the root bits used, `rootBits` or less.
+unsigned BuildHuffmanTable(std::span<std::uint32_t> table, const HuffmanCode& code,
+                           std::span<const std::uint32_t> entries, unsigned rootBits);
 
-/// Literal/length and distance tables from the two parts of `lengths`; false when either code is refused.
+/// The tables of a block from its code lengths; false when one of the codes is refused. `withPairs` has the
+/// pair table built, too.
 bool BuildInflateTables(InflateTables& tables, std::span<const std::uint8_t> litLenLengths,
-                        std::span<const std::uint8_t> distanceLengths, bool deflate64);
+                        std::span<const std::uint8_t> distanceLengths, bool deflate64, bool withPairs);
 
 /// The tables of the fixed codes (RFC 1951, section 3.2.6), with all 288 and all 32 symbols. Built once.
 const InflateTables& FixedTables(bool deflate64);
 
-/// The table of the code lengths' own code: entries hold the symbol in bits 16..31.
+/// The table of the code lengths' own code, its entries with the symbol in bits 16..31. Answers its root
+/// bits, or 0 when the code is refused.
 unsigned BuildCodeLengthTable(std::span<std::uint32_t> table, std::span<const std::uint8_t> lengths);
 
 } // namespace archive

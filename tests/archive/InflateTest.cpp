@@ -278,6 +278,39 @@ TEST(Inflate, LongestCodesNeedBothTables) {
         ExpectData(RunInflate(writer.Stream(), expected.size(), deflate64), 0, expected);
 }
 
+TEST(Inflate, LongestSymbolsOfDeflate64) {
+    // A length of 15 + 16 bits, then a distance of 15 + 14, over and over: sixty bits for each match.
+    Bytes litLen(286);
+    Bytes distance(32);
+    for (std::uint8_t i = 0; i < 14; i++) {
+        litLen[i] = static_cast<std::uint8_t>(i + 1);
+        distance[i] = static_cast<std::uint8_t>(i + 1);
+    }
+    litLen[256] = 15;
+    litLen[285] = 15;
+    distance[30] = 15;
+    distance[31] = 15;
+    support::Random random(64);
+    const Bytes noise = support::RandomContent(random, support::Content::kNoise, 65535);
+    DeflateWriter writer;
+    writer.Stored(false, noise).Dynamic(true, litLen, distance);
+    Bytes expected = noise;
+    for (std::uint32_t i = 0; i < 300; i++) {
+        const std::uint32_t extra = i % 7 == 0 ? 0x3FFF : i * 3;
+        writer.LitLen(285, extra, 16).Distance(30 + i % 2, i, 14);
+        const std::size_t back = (i % 2 == 0 ? 32769u : 49153u) + i;
+        for (std::size_t n = 0; n < 3 + extra; n++)
+            expected.push_back(expected[expected.size() - back]);
+    }
+    writer.EndOfBlock();
+    // Bytes behind the end, so that the fast loop sees all of it.
+    Bytes stream = writer.Stream();
+    stream.insert(stream.end(), 64, 0xFF);
+    ExpectData(RunInflate(stream, expected.size(), true), 0, expected);
+    ExpectData(RunInflate(stream, expected.size() - 1, true), -1,
+               Bytes(expected.begin(), expected.end() - 3 - 299 * 3));
+}
+
 TEST(Inflate, BitsMissingAtTheEndReadAsZeroAndEnd) {
     // Literal 'z' has the code 0, so missing bits are as many of it as fit.
     const Bytes endless = Lengths(257, {{'z', 1}, {256, 1}});
