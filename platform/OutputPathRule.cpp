@@ -1,9 +1,9 @@
-#include "archive/OutputPathRule.h"
+#include "platform/OutputPathRule.h"
 
 #include <algorithm>
 #include <array>
 
-namespace archive {
+namespace platform {
 
 namespace {
 
@@ -64,4 +64,4 @@ bool StaysInTarget(std::string_view name) {
     }
 }
 
-} // namespace archive
+} // namespace platform

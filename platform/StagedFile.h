@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/FileReader.h"
+#include "platform/SystemError.h"
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+
+namespace platform {
+
+/// A new file under a temporary name, which takes its own name only when its content has been checked.
+/// Destroyed before that, or with the whole program, it leaves nothing under its own name.
+class StagedFile : public FileReader {
+  public:
+    virtual SystemError WriteAt(std::uint64_t offset, std::span<const std::uint8_t> data) = 0;
+
+    /// Brings all that was written onto the medium, so that what is read afterwards comes from there where
+    /// the system allows it.
+    virtual SystemError Flush() = 0;
+
+    /// Gives the file its name, in place of another file of that name.
+    virtual SystemError Commit() = 0;
+
+    /// Starts the file `name` in `folder`. Returns null and sets `error` on failure.
+    static std::unique_ptr<StagedFile> Create(const std::string& folder, const std::string& name,
+                                              SystemError& error);
+};
+
+} // namespace platform

@@ -1,0 +1,74 @@
+#include "BlockCompressor.h"
+
+#include "CabinetFormat.h"
+
+#include <algorithm>
+#include <new>
+#include <zlib.h>
+
+namespace platform::cabinet {
+namespace {
+
+constexpr int kLevel = 5; // one step quicker than the usual: history gains more than it costs
+constexpr int kRawDeflate = -15;
+constexpr int kMemoryLevel = 8;
+
+constexpr std::size_t kMarkSize = 2; // "CK"
+constexpr std::size_t kStoredHeader = 5;
+/// The format allows no more than this beyond the raw size, mark included.
+constexpr std::size_t kMostGrowth = 12;
+static_assert(kMarkSize + kStoredHeader <= kMostGrowth, "a block that cannot be compressed can be stored");
+
+/// RFC 1951, 3.2.4: one final stored block.
+std::size_t Store(std::span<const std::uint8_t> raw, std::uint8_t* out) {
+    const auto size = static_cast<std::uint16_t>(raw.size());
+    out[0] = 1;
+    Store16(out + 1, size);
+    Store16(out + 3, static_cast<std::uint16_t>(~size));
+    std::ranges::copy(raw, out + kStoredHeader);
+    return kStoredHeader + raw.size();
+}
+
+} // namespace
+
+struct BlockCompressor::Stream : z_stream {};
+
+BlockCompressor::BlockCompressor() : stream_(std::make_unique<Stream>()) {
+    if (deflateInit2(stream_.get(), kLevel, Z_DEFLATED, kRawDeflate, kMemoryLevel, Z_DEFAULT_STRATEGY) !=
+        Z_OK)
+        throw std::bad_alloc();
+}
+
+BlockCompressor::~BlockCompressor() {
+    deflateEnd(stream_.get());
+}
+
+std::size_t BlockCompressor::LargestResult() {
+    return kDataSize + kBlockSize + kMostGrowth;
+}
+
+std::size_t BlockCompressor::Compress(std::span<const std::uint8_t> raw,
+                                      std::span<const std::uint8_t> history, std::uint8_t* out) {
+    std::uint8_t* const data = out + kDataSize;
+    data[0] = 'C';
+    data[1] = 'K';
+    std::uint8_t* const packed = data + kMarkSize;
+    deflateReset(stream_.get());
+    if (!history.empty())
+        deflateSetDictionary(stream_.get(), history.data(), static_cast<uInt>(history.size()));
+    stream_->next_in = const_cast<Bytef*>(raw.data()); // zlib does not write there
+    stream_->avail_in = static_cast<uInt>(raw.size());
+    stream_->next_out = packed;
+    stream_->avail_out = static_cast<uInt>(raw.size() + kStoredHeader);
+    const bool fits = deflate(stream_.get(), Z_FINISH) == Z_STREAM_END;
+    const std::size_t packedSize =
+        fits ? static_cast<std::size_t>(stream_->next_out - packed) : Store(raw, packed);
+
+    const std::size_t storedSize = kMarkSize + packedSize;
+    Store16(out + 4, static_cast<std::uint16_t>(storedSize));
+    Store16(out + 6, static_cast<std::uint16_t>(raw.size()));
+    Store32(out, BlockChecksum({data, storedSize}, out + 4));
+    return kDataSize + storedSize;
+}
+
+} // namespace platform::cabinet
