@@ -1,7 +1,9 @@
 // The engine without windows: lists or extracts one archive through the classes that the dialogs use and
 // prints, as JSON, what they answer.
 
+#include "DateText.h"
 #include "JsonWriter.h"
+#include "ProbeCab.h"
 #include "ProbeCommand.h"
 #include "ProbeMessages.h"
 #include "app/core/Messages.h"
@@ -17,21 +19,6 @@
 namespace {
 
 constexpr int kWrongUsage = 2;
-
-/// Puts `value` in decimal, filled up with zeros to `width` digits, at `at`; answers the place behind it.
-char* PutDigits(char* at, int value, int width) {
-    for (int place = width - 1; place >= 0; --place, value /= 10)
-        at[place] = static_cast<char>('0' + value % 10);
-    return at + width;
-}
-
-std::string DateText(const platform::SystemTime& when) {
-    std::string text = "yyyy-mm-dd hh:mm:ss";
-    char* at = PutDigits(text.data(), when.year, 4) + 1;
-    for (const int field : {when.month, when.day, when.hour, when.minute, when.second})
-        at = PutDigits(at, field, 2) + 1;
-    return text;
-}
 
 std::string CrcText(std::int32_t crc) {
     std::string text(8, '0');
@@ -62,7 +49,7 @@ void WriteEntry(tools::JsonWriter& json, const archive::Cls_GetFileType& front, 
         .Key("encrypted")
         .Flag(front.Encrypted(entry))
         .Key("modified")
-        .Value(DateText(front.FileDateTime(entry)))
+        .Value(tools::DateText(front.FileDateTime(entry)))
         .CloseObject();
 }
 
@@ -83,7 +70,8 @@ archive::EntrySelection Selection(const tools::ProbeCommand& command, std::int32
     return selection;
 }
 
-void List(const tools::ProbeCommand& command, const tools::ProbeMessages& messages, tools::JsonWriter& json) {
+void ListZip(const tools::ProbeCommand& command, const tools::ProbeMessages& messages,
+             tools::JsonWriter& json) {
     archive::Cls_GetFileType front;
     json.OpenObject().Key("status").Value(front.Get_Contents(platform::PathFromHost(command.archive)));
     json.Key("comment").Value(front.CommentsPack()).Key("entries").OpenArray();
@@ -103,8 +91,8 @@ void MakeFolder(const std::string& path) {
     platform::CreateFolder(path);
 }
 
-void Extract(const tools::ProbeCommand& command, const tools::ProbeMessages& messages,
-             tools::JsonWriter& json) {
+void ExtractZip(const tools::ProbeCommand& command, const tools::ProbeMessages& messages,
+                tools::JsonWriter& json) {
     archive::Cls_GetFileType front;
     std::int16_t status = front.Get_Contents(platform::PathFromHost(command.archive));
     const std::string folder = platform::PathFromHost(command.folder);
@@ -134,15 +122,17 @@ int main(int count, char** values) {
         tools::ParseProbeCommand(std::vector<std::string>(values + 1, values + count), fault);
     if (!command)
         return Fail(fault);
-    if (command->format != "zip")
+    const bool isCab = command->format == "cab";
+    if (command->format != "zip" && !isCab)
         return Fail("the format " + command->format + " is not read yet");
     tools::ProbeMessages messages(command->password);
     app::SetMessages(&messages);
     tools::JsonWriter json(stdout);
-    if (command->verb == tools::ProbeVerb::kList)
-        List(*command, messages, json);
+    const bool isList = command->verb == tools::ProbeVerb::kList;
+    if (isCab)
+        isList ? tools::ListCab(*command, json) : tools::ExtractCab(*command, json);
     else
-        Extract(*command, messages, json);
+        isList ? ListZip(*command, messages, json) : ExtractZip(*command, messages, json);
     app::SetMessages(nullptr);
     json.Finish();
     return 0;

@@ -41,17 +41,7 @@ class HostStagedFile final : public StagedFile {
     }
 
     SystemError WriteAt(std::uint64_t offset, std::span<const std::uint8_t> data) override {
-        while (!data.empty()) {
-            const ssize_t done =
-                ::pwrite(file_.Descriptor(), data.data(), data.size(), static_cast<off_t>(offset));
-            if (done < 0 && errno == EINTR)
-                continue;
-            if (done <= 0)
-                return done < 0 ? ErrorFromErrno(errno, Access::kWrite) : SystemError{kErrorWriteFault};
-            offset += static_cast<std::uint64_t>(done);
-            data = data.subspan(static_cast<std::size_t>(done));
-        }
-        return {};
+        return WriteFullyAt(file_, offset, data);
     }
 
     SystemError Flush() override {
@@ -65,7 +55,7 @@ class HostStagedFile final : public StagedFile {
     SystemError Commit() override {
         struct stat status {};
 
-        if (::lstat(target_.c_str(), &status) == 0 && (S_ISDIR(status.st_mode) || IsReadOnlyFile(status)))
+        if (::lstat(target_.c_str(), &status) == 0 && IsProtected(status))
             return {kErrorAccessDenied};
         if (::rename(temporary_.c_str(), target_.c_str()) != 0)
             return ErrorFromErrno(errno, Access::kWrite);

@@ -1,0 +1,76 @@
+#include "ProbeCab.h"
+
+#include "DateText.h"
+#include "archive/CabFile.h"
+#include "platform/HostPath.h"
+#include "platform/Letters.h"
+
+#include <algorithm>
+#include <set>
+
+namespace tools {
+
+namespace {
+
+struct CabRow {
+    std::string name;
+    std::string folder;
+    std::uint32_t size;
+    platform::SystemTime modified;
+};
+
+/// The rows that the cabinet dialog would show.
+archive::CabResult Rows(archive::CabFile& cabinet, const ProbeCommand& command, std::vector<CabRow>& rows) {
+    cabinet.CabName = platform::PathFromHost(command.archive);
+    cabinet.FileFound = [&](const std::string& name, const std::string& folder, std::uint32_t size,
+                            const platform::SystemTime& time) {
+        rows.push_back({name, folder, size, time});
+    };
+    return cabinet.GetInfo("");
+}
+
+void WriteStatus(JsonWriter& json, const archive::CabResult& result) {
+    json.Key("status").Value(result.number).Key("error").Value(result.description);
+}
+
+bool IsWanted(const ProbeCommand& command, std::size_t index) {
+    return !command.entries || std::ranges::count(*command.entries, static_cast<std::int32_t>(index)) > 0;
+}
+
+} // namespace
+
+void ListCab(const ProbeCommand& command, JsonWriter& json) {
+    archive::CabFile cabinet;
+    std::vector<CabRow> rows;
+    const archive::CabResult result = Rows(cabinet, command, rows);
+    json.OpenObject();
+    WriteStatus(json, result);
+    json.Key("entries").OpenArray();
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        json.OpenObject().Key("index").Value(static_cast<std::int64_t>(i + 1));
+        json.Key("name").Value(rows[i].name).Key("folder").Value(rows[i].folder);
+        json.Key("size").Value(rows[i].size).Key("modified").Value(DateText(rows[i].modified)).CloseObject();
+    }
+    json.CloseArray().Key("messages").OpenArray().CloseArray().CloseObject();
+}
+
+void ExtractCab(const ProbeCommand& command, JsonWriter& json) {
+    archive::CabFile cabinet;
+    std::vector<CabRow> rows;
+    archive::CabResult result = Rows(cabinet, command, rows);
+    const std::string folder = platform::PathFromHost(command.folder);
+    std::set<std::string> extracted; // one call extracts all files of a name
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const std::string name = rows[i].folder + rows[i].name;
+        if (!IsWanted(command, i + 1) || !extracted.insert(platform::ToUpper(name)).second)
+            continue;
+        const archive::CabResult one = cabinet.Extract(name, folder, cabinet.CabName);
+        if (result && !one)
+            result = one;
+    }
+    json.OpenObject();
+    WriteStatus(json, result);
+    json.Key("messages").OpenArray().CloseArray().CloseObject();
+}
+
+} // namespace tools
