@@ -25,6 +25,8 @@ ListView::ListView(QWidget* parent) : QTreeView(parent) {
     setItemsExpandable(false);
     setUniformRowHeights(true);
     setItemDelegate(new app::ColouredRows(this));
+    // A name says most at its ends: how it starts and its extension.
+    setItemDelegateForColumn(FileListModel::kName, new app::ColouredRows(this, Qt::ElideMiddle));
     setAllColumnsShowFocus(true);
     setAlternatingRowColors(true);
     setSelectionMode(QAbstractItemView::ExtendedSelection);

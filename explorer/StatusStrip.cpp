@@ -30,7 +30,6 @@ int WidthOf(const QLabel* label, int slack) {
 QLabel* Named(QLabel* label, const char* name) {
     label->setObjectName(QString::fromLatin1(name));
     label->setTextFormat(Qt::PlainText);
-    label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     return label;
 }
 
@@ -101,6 +100,10 @@ void StatusStrip::Place(QWidget* control, int left, int width) {
 }
 
 void StatusStrip::Arrange(const PaneLayout& layout) {
+    // By the window's direction and not, as labels do by themselves, by that of each text.
+    const Qt::Alignment start = QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft) | Qt::AlignAbsolute;
+    for (QLabel* label : {locationCaption_, location_, spaceCaption_, percent_})
+        label->setAlignment(start | Qt::AlignVCenter);
     const int spaceLeft = app::PixelsFromTwips(layout.sizeLabelLeft);
     const int captionWidth = WidthOf(locationCaption_, kGap);
     const int locationLeft = kStart + captionWidth;

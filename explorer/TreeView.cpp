@@ -11,11 +11,10 @@ TreeView::TreeView(QWidget* parent) : QTreeView(parent) {
     setObjectName(QStringLiteral("TreeView"));
     setHeaderHidden(true);
     setUniformRowHeights(true);
-    setItemDelegate(new app::ColouredRows(this));
+    setItemDelegate(new app::ColouredRows(this, Qt::ElideMiddle));
     setSelectionMode(QAbstractItemView::SingleSelection);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setExpandsOnDoubleClick(false);
-    setTextElideMode(Qt::ElideMiddle);
     connect(this, &QAbstractItemView::clicked, this, [this](const QModelIndex& node) {
         if (!boxWasClicked_)
             emit NodeClicked(node);

@@ -23,6 +23,7 @@
 
 #include <QApplication>
 #include <QHeaderView>
+#include <QToolBar>
 
 #include <exception>
 
@@ -57,6 +58,11 @@ void frmtarget::ApplyTexts() {
     commands_->ApplyTexts();
     panes_->Strip()->SetCaptions(app::WindowText(kLocationText), app::WindowText(kSpaceCaption));
     app::ApplyFonts(this);
+    for (QToolBar* tools : {panes_->FolderTools(), panes_->FileTools()}) {
+        QFont font = tools->font(); // as small as labels, so that long captions find room side by side
+        font.setPointSize(app::LabelPointSize(app::Application().LanguageId));
+        tools->setFont(font);
+    }
     for (std::uint32_t column = 0; column < FileListModel::kVisibleColumns; ++column)
         files_->SetHeader(static_cast<FileListModel::Column>(column), app::WindowText(kFirstHeader + column));
     kinds_.SetEncryptedTypeText(app::WindowText(kEncryptedType));

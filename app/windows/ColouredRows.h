@@ -4,15 +4,20 @@
 
 namespace app {
 
-/// Draws rows of lists and trees whose own text colour stays while they are selected.
+/// Draws rows of lists and trees whose own text colour stays while they are selected. A text that is too long
+/// loses its end or, where that tells more, its middle.
 class ColouredRows : public QStyledItemDelegate {
     Q_OBJECT
 
   public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    explicit ColouredRows(QObject* parent, Qt::TextElideMode elide = Qt::ElideRight)
+        : QStyledItemDelegate(parent), elide_(elide) {}
 
   protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
+
+  private:
+    Qt::TextElideMode elide_;
 };
 
 } // namespace app

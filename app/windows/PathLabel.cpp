@@ -1,5 +1,7 @@
 #include "app/windows/PathLabel.h"
 
+#include "app/windows/WindowTexts.h"
+
 #include <QPainter>
 #include <QStyle>
 
@@ -18,9 +20,10 @@ void PathLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, width());
     setToolTip(shown == text() ? QString() : text());
+    const QString drawn = layoutDirection() == Qt::RightToLeft ? KeptInOrder(shown) : shown;
     style()->drawItemText(&painter, rect(),
                           static_cast<int>(QStyle::visualAlignment(layoutDirection(), alignment())),
-                          palette(), isEnabled(), shown, foregroundRole());
+                          palette(), isEnabled(), drawn, foregroundRole());
 }
 
 } // namespace app

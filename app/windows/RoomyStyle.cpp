@@ -12,6 +12,7 @@ namespace {
 constexpr int kHeaderMargin = 5;
 constexpr int kTextMargin = 3;
 constexpr int kRowPadding = 5;
+constexpr int kButtonSlack = 4; ///< what captions under icons can do without; eleven stand side by side
 constexpr float kOutlineStrength = 0.45F;
 
 } // namespace
@@ -34,6 +35,8 @@ QSize RoomyStyle::sizeFromContents(ContentsType type, const QStyleOption* option
     QSize result = QProxyStyle::sizeFromContents(type, option, size, widget);
     if (type == CT_ItemViewItem)
         result.rheight() += kRowPadding;
+    if (type == CT_ToolButton)
+        result.rwidth() -= kButtonSlack;
     return result;
 }
 

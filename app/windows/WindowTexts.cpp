@@ -20,6 +20,12 @@ QString ExtraWindowText(std::uint32_t id) {
     return ToWindow(LoadExtraText(id));
 }
 
+QString KeptInOrder(const QString& text) {
+    const QChar leftToRightIsolate(0x2066);
+    const QChar popIsolate(0x2069);
+    return text.isEmpty() || text.isRightToLeft() ? text : leftToRightIsolate + text + popIsolate;
+}
+
 QString PlainCaption(QString caption) {
     const QString kept(QChar(0x1)); // stands in for a doubled ampersand, which means a single one
     return caption.replace(QLatin1String("&&"), kept)

@@ -16,6 +16,10 @@ std::string FromWindow(const QString& text);
 QString WindowText(std::uint32_t id);
 QString ExtraWindowText(std::uint32_t id);
 
+/// `text` as it reads in a window that runs from right to left: paths, dates and sizes keep their order
+/// there. A text that itself begins in a right-to-left script is left alone.
+QString KeptInOrder(const QString& text);
+
 /// A menu caption as toolbars, tooltips and screen readers show it: without the mark of its underlined
 /// letter.
 QString PlainCaption(QString caption);
