@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace platform {
@@ -18,9 +19,12 @@ struct FindData {
     FileTime lastWrite; ///< UTC
 };
 
+/// The entry at `path` itself; nothing when there is none, or only a link that leads nowhere.
+std::optional<FindData> FindEntry(const std::string& path);
+
 /// Enumeration of the entries of a folder, in the order in which the file system returns them; "." and ".."
 /// are among them, as are hidden and system entries. A link is described by what it points at, a broken one
-/// by itself.
+/// by itself; both carry kAttributeReparsePoint.
 class FindFiles {
   public:
     virtual ~FindFiles() = default;

@@ -49,19 +49,10 @@ std::optional<std::uint32_t> FirstLanguage(const Bytes& resources, const Entry& 
 }
 
 std::string FromUtf16(const Bytes& units) {
-    std::string text;
-    for (std::size_t at = 0; at + 1 < units.Size(); at += 2) {
-        const char32_t unit = units.Word(at);
-        const char32_t next = units.Word(at + 2);
-        const bool isHigh = unit >= 0xD800 && unit < 0xDC00;
-        if (isHigh && next >= 0xDC00 && next < 0xE000) {
-            AppendUtf8(text, 0x10000 + ((unit - 0xD800) << 10) + (next - 0xDC00));
-            at += 2;
-        } else {
-            AppendUtf8(text, unit >= 0xD800 && unit < 0xE000 ? 0xFFFD : unit);
-        }
-    }
-    return text;
+    std::u16string text;
+    for (std::size_t at = 0; at + 1 < units.Size(); at += 2)
+        text.push_back(static_cast<char16_t>(units.Word(at)));
+    return Utf8FromUtf16(text);
 }
 
 } // namespace

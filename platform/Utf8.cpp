@@ -79,6 +79,23 @@ void AppendUtf8(std::string& text, char32_t codePoint) {
     }
 }
 
+std::string Utf8FromUtf16(std::u16string_view units) {
+    std::string text;
+    text.reserve(units.size());
+    for (std::size_t at = 0; at < units.size(); ++at) {
+        const char32_t unit = units[at];
+        const char32_t next = at + 1 < units.size() ? units[at + 1] : 0;
+        const bool isHigh = unit >= 0xD800 && unit < 0xDC00;
+        if (isHigh && next >= 0xDC00 && next < 0xE000) {
+            AppendUtf8(text, 0x10000 + ((unit - 0xD800) << 10) + (next - 0xDC00));
+            ++at;
+        } else {
+            AppendUtf8(text, unit >= 0xD800 && unit < 0xE000 ? 0xFFFD : unit);
+        }
+    }
+    return text;
+}
+
 bool IsUtf8(std::string_view text) {
     for (std::size_t position = 0; position < text.size();) {
         position += AsciiPrefix(text.substr(position));

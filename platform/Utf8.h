@@ -20,6 +20,9 @@ char32_t NextCodePoint(std::string_view text, std::size_t& position);
 /// Appends one code point (not a surrogate, at most U+10FFFF).
 void AppendUtf8(std::string& text, char32_t codePoint);
 
+/// UTF-16 as UTF-8; a lone surrogate becomes U+FFFD.
+std::string Utf8FromUtf16(std::u16string_view units);
+
 /// Whether all of `text` is well-formed UTF-8.
 bool IsUtf8(std::string_view text);
 

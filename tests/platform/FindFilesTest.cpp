@@ -67,8 +67,10 @@ TEST(FindFiles, LinksAreWhatTheyPointAt) {
     fs::create_symlink("folder", dir.Host("to-folder"));
     fs::create_symlink("nowhere", dir.Host("broken"));
     const auto named = ByName("E:\\");
-    EXPECT_EQ(named.at("to-folder").attributes, kAttributeDirectory);
-    EXPECT_EQ(named.at("broken").attributes & kAttributeDirectory, 0U);
+    EXPECT_EQ(named.at("folder").attributes, kAttributeDirectory);
+    EXPECT_EQ(named.at("to-folder").attributes, kAttributeDirectory | platform::kAttributeReparsePoint);
+    EXPECT_EQ(named.at("broken").attributes & (kAttributeDirectory | platform::kAttributeReparsePoint),
+              platform::kAttributeReparsePoint);
 }
 
 TEST(FindFiles, NamesThatCannotBeHeldShowAQuestionMark) {

@@ -1,0 +1,253 @@
+#include "CopyContent.h"
+#include "HostError.h"
+#include "HostFile.h"
+#include "HostNames.h"
+#include "Replacement.h"
+#include "platform/FileOperations.h"
+#include "platform/HostPath.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <dirent.h>
+#include <fcntl.h>
+#include <memory>
+#include <optional>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <vector>
+
+namespace platform {
+namespace {
+
+constexpr mode_t kPermissions = 0777;
+
+/// One place, as the host and as this program write it.
+struct Place {
+    std::string host;
+    std::string path;
+
+    Place Inside(const std::string& hostName) const {
+        const std::string separator = path.ends_with('\\') ? "" : "\\";
+        return {JoinHostPath(host, {hostName}), path + separator + TextOfHostName(hostName)};
+    }
+};
+
+/// What the system knows a file or folder by, however it is reached.
+struct Identity {
+    dev_t device;
+    ino_t inode;
+
+    explicit Identity(const struct stat& status) : device(status.st_dev), inode(status.st_ino) {}
+
+    friend bool operator==(const Identity&, const Identity&) = default;
+};
+
+/// A file under a name of its own until it takes its place; left behind by nothing.
+class CopyTarget {
+  public:
+    explicit CopyTarget(const std::string& folder)
+        : name_(folder + "/" + TemporaryName()),
+          file_(::open(name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600)) {}
+
+    ~CopyTarget() {
+        if (file_.IsOpen())
+            ::unlink(name_.c_str());
+    }
+
+    CopyTarget(const CopyTarget&) = delete;
+    CopyTarget& operator=(const CopyTarget&) = delete;
+
+    const HostFile& File() const { return file_; }
+
+    /// Puts it in the place of `target`, which is replaced if it is there; `isReplacing` brings the bytes
+    /// onto the medium before they take the place of others.
+    SystemError Commit(const std::string& target, bool isReplacing) {
+        if (isReplacing && ::fsync(file_.Descriptor()) != 0)
+            return ErrorFromErrno(errno, Access::kWrite);
+        SystemError error = file_.Close();
+        if (!error && ::rename(name_.c_str(), target.c_str()) != 0)
+            error = ErrorFromErrno(errno, Access::kWrite);
+        if (error)
+            ::unlink(name_.c_str());
+        return error;
+    }
+
+  private:
+    std::string name_;
+    HostFile file_;
+};
+
+std::optional<struct stat> StatusOf(const std::string& hostPath, int flags = 0) {
+    struct stat status {};
+
+    if (::fstatat(AT_FDCWD, hostPath.c_str(), &status, flags) != 0)
+        return std::nullopt;
+    return status;
+}
+
+/// After such a failure the rest would only fail too.
+bool IsHopeless(SystemError error) {
+    return error.code == kErrorDiskFull || error.code == kErrorWriteProtect || error.code == kErrorNotReady;
+}
+
+class TreeCopy {
+  public:
+    explicit TreeCopy(FileOperationObserver& observer) : observer_(observer) {}
+
+    FileOutcome Run(const Place& from, const Place& to) {
+        CopyEntry(from, to);
+        if (isStopped_)
+            return FileOutcome::kStopped;
+        return hasFailed_ ? FileOutcome::kFailed : FileOutcome::kDone;
+    }
+
+  private:
+    bool IsOver() const { return isStopped_ || isHopeless_; }
+
+    bool Proceed(const Place& place, std::uint64_t entries, std::uint64_t bytes) {
+        if (!observer_.Proceed({place.path, entries, bytes}))
+            isStopped_ = true;
+        return !isStopped_;
+    }
+
+    void Fail(const Place& place, SystemError error) {
+        hasFailed_ = true;
+        isHopeless_ = isHopeless_ || IsHopeless(error);
+        observer_.Failed(place.path, error);
+    }
+
+    void CopyEntry(const Place& from, const Place& to) {
+        if (!Proceed(from, 0, 0))
+            return;
+        const auto status = StatusOf(from.host);
+        if (!status)
+            Fail(from, ErrorForPath(errno, from.host));
+        else if (S_ISDIR(status->st_mode))
+            CopyFolder(from, to, *status);
+        else
+            CopyFile(from, to, *status);
+        if (!IsOver())
+            Proceed(from, 1, 0);
+    }
+
+    void CopyFile(const Place& from, const Place& to, const struct stat& status) {
+        const auto before = StatusOf(to.host);
+        if (before && Identity(*before) == Identity(status))
+            return;
+        if (before && S_ISDIR(before->st_mode)) {
+            Fail(to, {kErrorAlreadyExists});
+            return;
+        }
+        SystemError error;
+
+        struct stat opened {};
+
+        const HostFile source = OpenForReading(from.host, opened, error);
+        if (error) {
+            Fail(from, error);
+            return;
+        }
+        CopyTarget target(ParentOf(to.host));
+        if (!target.File().IsOpen()) {
+            Fail(to, ErrorForPath(errno, to.host, Access::kWrite));
+            return;
+        }
+        const CopyResult result =
+            CopyContent(source, target.File(), static_cast<std::uint64_t>(opened.st_size),
+                        [&](std::uint64_t bytes) { return Proceed(from, 0, bytes); });
+        if (result.wasStopped)
+            return;
+        error = result.error;
+        if (!error) {
+            KeepAttributes(target.File(), opened);
+            error = target.Commit(to.host, before.has_value());
+        }
+        if (error)
+            Fail(from, error);
+    }
+
+    /// Media that keep neither times nor permissions are no failure.
+    static void KeepAttributes(const HostFile& file, const struct stat& status) {
+        const timespec times[] = {status.st_atim, status.st_mtim};
+        if (::futimens(file.Descriptor(), times) != 0)
+            errno = 0;
+        if (::fchmod(file.Descriptor(), status.st_mode & kPermissions) != 0)
+            errno = 0;
+    }
+
+    void CopyFolder(const Place& from, const Place& to, const struct stat& status) {
+        if (std::ranges::find(open_, Identity(status)) != open_.end()) {
+            Fail(from, {kErrorBadPathName});
+            return;
+        }
+        const auto before = StatusOf(to.host);
+        if (before && Identity(*before) == Identity(status))
+            return;
+        if (before && !S_ISDIR(before->st_mode)) {
+            Fail(to, {kErrorAlreadyExists});
+            return;
+        }
+        if (!before && ::mkdir(to.host.c_str(), S_IRWXU) != 0) {
+            Fail(to, ErrorForPath(errno, to.host, Access::kWrite));
+            return;
+        }
+        const HostFile made(::open(to.host.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+        const auto after = StatusOf(to.host);
+        const std::size_t opened = open_.size();
+        open_.push_back(Identity(status));
+        if (after)
+            open_.push_back(Identity(*after));
+        CopyEntries(from, to);
+        open_.erase(open_.begin() + static_cast<std::ptrdiff_t>(opened), open_.end());
+        if (!before && made.IsOpen())
+            KeepAttributes(made, status);
+    }
+
+    void CopyEntries(const Place& from, const Place& to) {
+        const auto names = NamesIn(from.host);
+        if (!names) {
+            Fail(from, ErrorForPath(errno, from.host));
+            return;
+        }
+        for (const std::string& name : *names) {
+            if (IsOver())
+                return;
+            CopyEntry(from.Inside(name), to.Inside(name));
+        }
+    }
+
+    static std::optional<std::vector<std::string>> NamesIn(const std::string& hostFolder) {
+        const std::unique_ptr<DIR, int (*)(DIR*)> listing(::opendir(hostFolder.c_str()), ::closedir);
+        if (!listing)
+            return std::nullopt;
+        std::vector<std::string> names;
+        while (const dirent* entry = ::readdir(listing.get())) {
+            const std::string_view name = entry->d_name;
+            if (name != "." && name != "..")
+                names.emplace_back(name);
+        }
+        return names;
+    }
+
+    FileOperationObserver& observer_;
+    std::vector<Identity> open_; ///< folders that are being copied, and those that they are copied to
+    bool isStopped_ = false;
+    bool hasFailed_ = false;
+    bool isHopeless_ = false;
+};
+
+} // namespace
+
+FileOutcome CopyTree(const std::string& from, const std::string& toFolder, FileOperationObserver& observer) {
+    const Place source{HostPathOf(from), from};
+    const Place folder{HostPathOf(toFolder), toFolder};
+    if (source.host.empty() || source.host == "/" || folder.host.empty()) {
+        observer.Failed(source.host.empty() ? from : toFolder, {kErrorPathNotFound});
+        return FileOutcome::kFailed;
+    }
+    const std::string name = source.host.substr(source.host.find_last_of('/') + 1);
+    return TreeCopy(observer).Run(source, folder.Inside(name));
+}
+
+} // namespace platform

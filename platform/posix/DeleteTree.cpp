@@ -1,0 +1,128 @@
+#include "HostError.h"
+#include "HostFile.h"
+#include "HostNames.h"
+#include "platform/FileOperations.h"
+#include "platform/HostPath.h"
+
+#include <cerrno>
+#include <dirent.h>
+#include <fcntl.h>
+#include <memory>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <vector>
+
+namespace platform {
+namespace {
+
+/// Deletes through open folders and never by path, so that nothing outside is reached even when someone puts
+/// a link in the place of a folder meanwhile.
+class TreeDeletion {
+  public:
+    explicit TreeDeletion(FileOperationObserver& observer) : observer_(observer) {}
+
+    FileOutcome Run(const HostFile& folder, const std::string& hostName, const std::string& path) {
+        DeleteEntry(folder.Descriptor(), hostName, path);
+        if (isStopped_)
+            return FileOutcome::kStopped;
+        return failures_ > 0 ? FileOutcome::kFailed : FileOutcome::kDone;
+    }
+
+  private:
+    bool Proceed(const std::string& path, std::uint64_t entries) {
+        if (!observer_.Proceed({path, entries, 0}))
+            isStopped_ = true;
+        return !isStopped_;
+    }
+
+    void Fail(const std::string& path, int number) {
+        ++failures_;
+        observer_.Failed(path, ErrorFromErrno(number, Access::kWrite));
+    }
+
+    void DeleteEntry(int folder, const std::string& name, const std::string& path) {
+        if (!Proceed(path, 0))
+            return;
+
+        struct stat status {};
+
+        if (::fstatat(folder, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
+            Fail(path, errno);
+        else if (S_ISDIR(status.st_mode))
+            DeleteFolder(folder, name, path);
+        else if (::unlinkat(folder, name.c_str(), 0) != 0)
+            Fail(path, errno);
+        if (!isStopped_)
+            Proceed(path, 1);
+    }
+
+    static bool IsMountPoint(int folder, const std::string& name) {
+        struct statx status {};
+
+        const bool isKnown =
+            ::statx(folder, name.c_str(), AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT, STATX_TYPE, &status) == 0;
+        return isKnown && (status.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0;
+    }
+
+    void DeleteFolder(int folder, const std::string& name, const std::string& path) {
+        if (IsMountPoint(folder, name)) {
+            Fail(path, EBUSY);
+            return;
+        }
+        const std::size_t failuresBefore = failures_;
+        const int inner = ::openat(folder, name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+        const int openError = errno;
+        if (inner >= 0)
+            DeleteEntries(inner, path);
+        // What could not be deleted inside has been told already.
+        if (isStopped_ || failures_ > failuresBefore)
+            return;
+        if (::unlinkat(folder, name.c_str(), AT_REMOVEDIR) != 0)
+            Fail(path, inner < 0 ? openError : errno);
+    }
+
+    /// Takes the descriptor over.
+    void DeleteEntries(int folder, const std::string& path) {
+        const std::unique_ptr<DIR, int (*)(DIR*)> listing(::fdopendir(folder), ::closedir);
+        if (!listing) {
+            Fail(path, errno);
+            ::close(folder);
+            return;
+        }
+        // Listed to the end first: deleting while listing may pass entries over.
+        std::vector<std::string> names;
+        while (const dirent* entry = ::readdir(listing.get())) {
+            const std::string_view name = entry->d_name;
+            if (name != "." && name != "..")
+                names.emplace_back(name);
+        }
+        for (const std::string& name : names) {
+            if (isStopped_)
+                return;
+            DeleteEntry(folder, name, path + '\\' + TextOfHostName(name));
+        }
+    }
+
+    FileOperationObserver& observer_;
+    std::size_t failures_ = 0;
+    bool isStopped_ = false;
+};
+
+} // namespace
+
+FileOutcome DeleteTree(const std::string& path, FileOperationObserver& observer) {
+    const std::string host = HostPathOf(path);
+    const std::string name = host.substr(host.find_last_of('/') + 1);
+    if (name.empty()) {
+        observer.Failed(path, {kErrorPathNotFound});
+        return FileOutcome::kFailed;
+    }
+    const HostFile folder(::open(ParentOf(host).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!folder.IsOpen()) {
+        observer.Failed(path, ErrorForPath(errno, host, Access::kWrite));
+        return FileOutcome::kFailed;
+    }
+    return TreeDeletion(observer).Run(folder, name, path);
+}
+
+} // namespace platform

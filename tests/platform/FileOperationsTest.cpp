@@ -1,0 +1,280 @@
+#include "platform/FileOperations.h"
+
+#include "platform/FileName.h"
+#include "platform/TreeSize.h"
+#include "support/TestDir.h"
+
+#include <chrono>
+#include <functional>
+#include <gtest/gtest.h>
+#include <map>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+using platform::FileOutcome;
+using tests::TestDir;
+
+/// Keeps what it is told, and stops the operation where the test wants.
+class Watcher : public platform::FileOperationObserver {
+  public:
+    std::function<bool(const std::string& path)> goOn = [](const std::string&) { return true; };
+    std::vector<std::pair<std::string, std::uint32_t>> failures;
+    std::uint64_t entries = 0;
+    std::uint64_t bytes = 0;
+
+    bool Proceed(const platform::FileStep& step) override {
+        entries += step.entries;
+        bytes += step.bytes;
+        return goOn(step.path);
+    }
+
+    void Failed(const std::string& path, platform::SystemError error) override {
+        failures.emplace_back(path, error.code);
+    }
+};
+
+using Failures = std::vector<std::pair<std::string, std::uint32_t>>;
+
+bool IsRoot() {
+    return ::geteuid() == 0;
+}
+
+class FileOperations : public testing::Test {
+  protected:
+    FileOutcome Copy(const std::string& from, const std::string& toFolder) {
+        watcher_ = {};
+        return platform::CopyTree(TestDir::Path(from), TestDir::Path(toFolder), watcher_);
+    }
+
+    FileOutcome Delete(const std::string& path) {
+        watcher_ = {};
+        return platform::DeleteTree(TestDir::Path(path), watcher_);
+    }
+
+    std::uint32_t Rename(const std::string& from, const std::string& to) {
+        return platform::RenameEntry(TestDir::Path(from), TestDir::Path(to)).code;
+    }
+
+    bool Exists(const std::string& relative) const {
+        return fs::symlink_status(dir_.Host(relative)).type() != fs::file_type::not_found;
+    }
+
+    /// No temporary file is left in the folder.
+    bool IsClean(const std::string& relative) const {
+        for (const auto& entry : fs::directory_iterator(dir_.Host(relative)))
+            if (entry.path().extension() == ".tmp")
+                return false;
+        return true;
+    }
+
+    TestDir dir_;
+    Watcher watcher_;
+};
+
+TEST_F(FileOperations, CopyKeepsContentTimesAndPermissions) {
+    dir_.MakeFile("from/inner/run.sh", std::string(5'000'000, 'x'));
+    dir_.MakeFile("from/empty");
+    dir_.MakeFolder("to");
+    const auto then = fs::file_time_type::clock::now() - std::chrono::hours(1000);
+    fs::permissions(dir_.Host("from/inner/run.sh"), fs::perms(0540));
+    fs::permissions(dir_.Host("from/inner"), fs::perms(0750));
+    fs::last_write_time(dir_.Host("from/inner/run.sh"), then);
+    fs::last_write_time(dir_.Host("from/inner"), then);
+    ASSERT_EQ(Copy("from", "to"), FileOutcome::kDone);
+    EXPECT_EQ(dir_.Read("to/from/inner/run.sh"), dir_.Read("from/inner/run.sh"));
+    EXPECT_EQ(dir_.Read("to/from/empty"), "");
+    for (const char* name : {"to/from/inner/run.sh", "to/from/inner"})
+        EXPECT_EQ(fs::last_write_time(dir_.Host(name)), then) << name;
+    EXPECT_EQ(fs::status(dir_.Host("to/from/inner/run.sh")).permissions(), fs::perms(0540));
+    EXPECT_EQ(fs::status(dir_.Host("to/from/inner")).permissions(), fs::perms(0750));
+    EXPECT_EQ(watcher_.entries, 4U);
+    EXPECT_EQ(watcher_.bytes, 5'000'000U);
+}
+
+TEST_F(FileOperations, CopyReplacesFilesAndFillsFolders) {
+    dir_.MakeFile("from/a", "new");
+    dir_.MakeFile("to/from/a", "old");
+    dir_.MakeFile("to/from/b", "kept");
+    fs::permissions(dir_.Host("to/from/a"), fs::perms(0444));
+    EXPECT_EQ(Copy("from", "to"), FileOutcome::kDone);
+    EXPECT_EQ(dir_.Read("to/from/a"), "new");
+    EXPECT_EQ(dir_.Read("to/from/b"), "kept");
+    // A link in the place of the target gives way; what it points at stays.
+    dir_.MakeFile("elsewhere", "safe");
+    fs::remove(dir_.Host("to/from/a"));
+    fs::create_symlink(dir_.Host("elsewhere"), dir_.Host("to/from/a"));
+    EXPECT_EQ(Copy("from/a", "to/from"), FileOutcome::kDone);
+    EXPECT_EQ(dir_.Read("elsewhere"), "safe");
+    EXPECT_FALSE(fs::is_symlink(dir_.Host("to/from/a")));
+}
+
+TEST_F(FileOperations, CopyNeverPutsAFileForAFolder) {
+    dir_.MakeFile("x/name", "file");
+    dir_.MakeFile("y/name/inner", "deep");
+    EXPECT_EQ(Copy("x/name", "y"), FileOutcome::kFailed);
+    EXPECT_EQ(Copy("y/name", "x"), FileOutcome::kFailed);
+    EXPECT_EQ(watcher_.failures, (Failures{{"E:\\x\\name", platform::kErrorAlreadyExists}}));
+    EXPECT_EQ(dir_.Read("x/name"), "file");
+    EXPECT_EQ(dir_.Read("y/name/inner"), "deep");
+}
+
+TEST_F(FileOperations, CopyOntoItselfAndIntoItself) {
+    dir_.MakeFile("a/file", "content");
+    EXPECT_EQ(Copy("a/file", "a"), FileOutcome::kDone);
+    EXPECT_EQ(Copy("a", ""), FileOutcome::kDone);
+    EXPECT_EQ(dir_.Read("a/file"), "content");
+    EXPECT_EQ(dir_.Count("a"), 1U);
+    dir_.MakeFolder("a/b");
+    EXPECT_TRUE(platform::IsWithin("E:\\a", "E:\\a\\b"));
+    EXPECT_TRUE(platform::IsWithin("E:\\a", "E:\\A"));
+    EXPECT_FALSE(platform::IsWithin("E:\\a\\b", "E:\\a"));
+    // Even when asked to, it ends, and copies only what was there.
+    EXPECT_EQ(Copy("a", "a/b"), FileOutcome::kFailed);
+    EXPECT_EQ(dir_.Read("a/b/a/file"), "content");
+    EXPECT_EQ(dir_.Read("a/file"), "content");
+}
+
+TEST_F(FileOperations, CopyTakesWhatLinksPointAtAndNeverLoops) {
+    dir_.MakeFile("real/inner/file", "content");
+    dir_.MakeFile("from/x");
+    dir_.MakeFolder("to");
+    fs::create_symlink("../real/inner/file", dir_.Host("from/file"));
+    fs::create_symlink("../real/inner", dir_.Host("from/folder"));
+    fs::create_symlink("..", dir_.Host("from/up"));
+    fs::create_symlink("nowhere", dir_.Host("from/broken"));
+    fs::create_symlink("self", dir_.Host("from/self"));
+    EXPECT_EQ(Copy("from", "to"), FileOutcome::kFailed);
+    EXPECT_EQ(dir_.Read("to/from/file"), "content");
+    EXPECT_EQ(dir_.Read("to/from/folder/file"), "content");
+    EXPECT_FALSE(fs::is_symlink(dir_.Host("to/from/folder")));
+    EXPECT_TRUE(Exists("to/from/x"));
+    std::map<std::string, std::uint32_t> failed(watcher_.failures.begin(), watcher_.failures.end());
+    EXPECT_EQ(failed["E:\\from\\broken"], platform::kErrorFileNotFound);
+    EXPECT_EQ(failed["E:\\from\\self"], platform::kErrorBadPathName);
+    EXPECT_EQ(failed["E:\\from\\up\\from"], platform::kErrorBadPathName);
+}
+
+TEST_F(FileOperations, CopyStoppedHalfWayLeavesEveryFileWhole) {
+    const std::string old(100, 'o');
+    const std::string fresh(20'000'000, 'n');
+    dir_.MakeFile("from/big", fresh);
+    dir_.MakeFile("to/big", old);
+    watcher_ = {};
+    watcher_.goOn = [this](const std::string&) { return watcher_.bytes == 0; };
+    EXPECT_EQ(platform::CopyTree("E:\\from\\big", "E:\\to", watcher_), FileOutcome::kStopped);
+    const auto now = dir_.Read("to/big");
+    // Where the file system clones, the copy is over before it can be stopped.
+    EXPECT_TRUE(now == old || now == fresh);
+    EXPECT_TRUE(watcher_.bytes == fresh.size() || now == old);
+    EXPECT_EQ(dir_.Read("from/big"), fresh);
+    EXPECT_TRUE(IsClean("to"));
+}
+
+TEST_F(FileOperations, CopyGoesOnPastWhatFails) {
+    dir_.MakeFile("from/a", "a");
+    dir_.MakeFile("from/z", "z");
+    ASSERT_EQ(::mkfifo(dir_.Host("from/pipe").c_str(), 0600), 0);
+    dir_.MakeFolder("to");
+    EXPECT_EQ(Copy("from", "to"), FileOutcome::kFailed);
+    EXPECT_EQ(watcher_.failures, (Failures{{"E:\\from\\pipe", platform::kErrorAccessDenied}}));
+    EXPECT_EQ(dir_.Read("to/from/a"), "a");
+    EXPECT_EQ(dir_.Read("to/from/z"), "z");
+    EXPECT_EQ(Copy("gone", "to"), FileOutcome::kFailed);
+    EXPECT_EQ(watcher_.failures, (Failures{{"E:\\gone", platform::kErrorFileNotFound}}));
+    EXPECT_EQ(Copy("from/a", "nowhere"), FileOutcome::kFailed);
+}
+
+TEST_F(FileOperations, CopyKeepsNamesThatAreNoText) {
+    dir_.MakeFile("from/latin\xE4", "1");
+    dir_.MakeFile("from/" + std::string(255, 'n'), "2");
+    dir_.MakeFolder("to");
+    EXPECT_EQ(Copy("from", "to"), FileOutcome::kDone);
+    EXPECT_EQ(dir_.Read("to/from/latin\xE4"), "1");
+    EXPECT_EQ(dir_.Read("to/from/" + std::string(255, 'n')), "2");
+}
+
+TEST_F(FileOperations, DeleteTakesLinksAndNotWhatTheyPointAt) {
+    dir_.MakeFile("precious/file", "content");
+    dir_.MakeFile("doomed/inner/file");
+    dir_.MakeFile("doomed/latin\xE4");
+    fs::create_symlink(dir_.Host("precious"), dir_.Host("doomed/link"));
+    fs::create_symlink("loop", dir_.Host("doomed/loop"));
+    fs::permissions(dir_.Host("doomed/inner/file"), fs::perms(0444));
+    EXPECT_EQ(Delete("doomed"), FileOutcome::kDone);
+    EXPECT_FALSE(Exists("doomed"));
+    EXPECT_EQ(dir_.Read("precious/file"), "content");
+    EXPECT_EQ(watcher_.entries, 6U);
+    fs::create_symlink(dir_.Host("precious"), dir_.Host("link"));
+    EXPECT_EQ(Delete("link"), FileOutcome::kDone);
+    EXPECT_EQ(dir_.Read("precious/file"), "content");
+}
+
+TEST_F(FileOperations, DeleteStopsAndFailsCleanly) {
+    for (const char* name : {"a", "b", "c", "d"})
+        dir_.MakeFile("doomed/" + std::string(name));
+    watcher_ = {};
+    watcher_.goOn = [this](const std::string&) { return watcher_.entries < 2; };
+    EXPECT_EQ(platform::DeleteTree("E:\\doomed", watcher_), FileOutcome::kStopped);
+    EXPECT_EQ(dir_.Count("doomed"), 2U);
+    EXPECT_EQ(Delete("gone"), FileOutcome::kFailed);
+    EXPECT_EQ(watcher_.failures, (Failures{{"E:\\gone", platform::kErrorFileNotFound}}));
+    if (IsRoot())
+        return; // who may do anything is refused nothing
+    dir_.MakeFile("keep/inner/file");
+    fs::permissions(dir_.Host("keep/inner"), fs::perms(0555));
+    EXPECT_EQ(Delete("keep"), FileOutcome::kFailed);
+    EXPECT_EQ(watcher_.failures, (Failures{{"E:\\keep\\inner\\file", platform::kErrorAccessDenied}}));
+    fs::permissions(dir_.Host("keep/inner"), fs::perms(0755));
+}
+
+TEST_F(FileOperations, RenameRefusesToReplace) {
+    dir_.MakeFile("a.txt", "a");
+    dir_.MakeFile("Taken.txt", "t");
+    EXPECT_EQ(Rename("a.txt", "taken.TXT"), platform::kErrorAlreadyExists);
+    EXPECT_EQ(Rename("a.txt", "b.txt"), 0U);
+    EXPECT_EQ(dir_.Read("b.txt"), "a");
+    EXPECT_EQ(Rename("b.txt", "B.TXT"), 0U) << "only the letter case changes";
+    EXPECT_TRUE(Exists("B.TXT"));
+    fs::create_hard_link(dir_.Host("B.TXT"), dir_.Host("other"));
+    EXPECT_EQ(Rename("B.TXT", "other"), platform::kErrorAlreadyExists);
+    EXPECT_EQ(dir_.Count(), 3U);
+    EXPECT_EQ(dir_.Read("Taken.txt"), "t");
+    EXPECT_EQ(Rename("gone", "new"), platform::kErrorFileNotFound);
+    dir_.MakeFolder("folder");
+    EXPECT_EQ(Rename("folder", "Folder 2"), 0U);
+    EXPECT_TRUE(Exists("Folder 2"));
+}
+
+TEST_F(FileOperations, NamesForEverySystem) {
+    dir_.MakeFile("a");
+    for (const char* name :
+         {"", ".", "..", "b:c", "b?", "b*", "b|", "b\"", "<b", "b>", "b/c", "b.", "b ", "b\tc"})
+        EXPECT_FALSE(platform::IsFileName(name)) << name;
+    for (const char* name : {".hidden", "b c", "Käse", "日本", "b.c"})
+        EXPECT_TRUE(platform::IsFileName(name)) << name;
+    EXPECT_EQ(Rename("a", "b:c"), platform::kErrorInvalidName);
+    EXPECT_EQ(Rename("a", ".."), platform::kErrorInvalidName);
+    EXPECT_TRUE(Exists("a"));
+    EXPECT_EQ(platform::FolderOf("E:\\a"), "E:\\");
+    EXPECT_EQ(platform::FolderOf("E:\\a\\b"), "E:\\a");
+    EXPECT_EQ(platform::LastComponent("E:\\a\\b"), "b");
+}
+
+TEST_F(FileOperations, TreeSizeCountsWithoutFollowingLinks) {
+    dir_.MakeFile("from/a", "12345");
+    dir_.MakeFile("from/deep/b", "123");
+    fs::create_symlink("..", dir_.Host("from/deep/up"));
+    platform::TreeSize size("E:\\from");
+    while (size.CountSome(1)) {
+    }
+    EXPECT_EQ(size.Files(), 3U);
+    EXPECT_EQ(size.Folders(), 1U);
+    EXPECT_EQ(size.Bytes(), 8U);
+    EXPECT_EQ(platform::TreeSize("E:\\from\\a").Bytes(), 5U);
+    EXPECT_EQ(platform::TreeSize("E:\\gone").Files(), 0U);
+}
+
+} // namespace
