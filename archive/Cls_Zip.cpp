@@ -40,6 +40,7 @@ std::int16_t Cls_Zip::UnPack(const EntrySelection& selection, const std::string&
         app::ShowError(error.Description());
         return kStatusNothing;
     }
+    const ByteBuffer::ReuseScope reuse;
     State().UnpackBuffer.Clear();
     return ZipExtraction(*file, directory->entries, folder).Run(selection);
 }
