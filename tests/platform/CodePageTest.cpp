@@ -10,54 +10,62 @@ using namespace platform;
 using namespace std::string_literals;
 using tests::ScopedVariable;
 
-TEST(CodePage, Utf8IsTheUsualPage) {
-    const ScopedVariable page("PELLARION_ANSI_CODEPAGE", "65001");
-    EXPECT_EQ(AnsiCodePage(), 65001);
-    EXPECT_EQ(AnsiToUtf8("größe 日本"), "größe 日本");
-    EXPECT_EQ(Utf8ToAnsi("größe 日本"), "größe 日本");
-    EXPECT_EQ(AnsiToUtf8("a\0b"s), "a\0b"s);
-    EXPECT_EQ(Utf8ToAnsi("a\xFFz"), "a?z");
+/// One direction under one ANSI code page.
+struct Conversion {
+    const char* page;
+    std::string from;
+    std::string to;
+};
+
+TEST(CodePage, ReadsStoredBytes) {
+    const Conversion cases[] = {
+        {"65001", "größe 日本", "größe 日本"},
+        {"65001", "ä\0b"s, "ä\0b"s},
+        {"1252", "\x80\xE4", "€ä"},
+        {"1252", "x\x81y", "x?y"}, // a byte without a meaning
+        {"932", "\x83\x65\x83", "テ?"},
+        {"932", "\x83\x20\x83\x65", "? テ"}, // the blank is not swallowed
+    };
+    for (const auto& [page, bytes, text] : cases) {
+        const ScopedVariable set("PELLARION_ANSI_CODEPAGE", page);
+        EXPECT_EQ(std::to_string(AnsiCodePage()), page);
+        EXPECT_EQ(AnsiToUtf8(bytes), text);
+    }
+}
+
+TEST(CodePage, WritesQuestionMarksForWhatAPageLacks) {
+    const Conversion cases[] = {{"65001", "größe 日本", "größe 日本"},
+                                {"65001", "a\xFFz", "a?z"},
+                                {"1252", "€ä日z", "\x80\xE4?z"},
+                                {"932", "テ\U0001F600z", "\x83\x65?z"}};
+    for (const auto& [page, text, bytes] : cases) {
+        const ScopedVariable set("PELLARION_ANSI_CODEPAGE", page);
+        EXPECT_EQ(Utf8ToAnsi(text), bytes);
+    }
 }
 
 TEST(CodePage, BytesThatAreNotUtf8AreReadByTheCharset) {
     const ScopedVariable page("PELLARION_ANSI_CODEPAGE", "65001");
-
-    struct Case {
-        int charset;
-        std::string bytes;
-        std::string text;
-    };
-
-    const Case cases[] = {
-        {0, "gr\xF6\xDF"s + "e", "größe"},
-        {134, "\xD6\xD0\xCE\xC4", "中文"},
-        {136, "\xA4\xA4\xA4\xE5", "中文"},
-        {128, "\x83\x65\x83\x58\x83\x67", "テスト"},
-        {129, "\xC7\xD1\xB1\xDB", "한글"},
-        {161, "\xE1\xE2", "αβ"},
-        {162, "\xFD\xFE", "ış"},
-        {177, "\xF9\xEC", "של"},
-        {178, "\xC7\xC8", "اب"},
-        {186, "\xE0\xFE", "ąž"},
-        {204, "\xCF\xF0", "Пр"},
-        {222, "\xA1\xA2", "กข"},
-        {238, "\xB9\xE6", "ąć"},
-        {163, "\xD0\xF0", "Đđ"},
-        {255, "\xE4", "ä"},
-    };
-    for (const Case& c : cases) {
-        SetLegacyCharset(c.charset);
-        EXPECT_EQ(AnsiToUtf8(c.bytes), c.text) << "charset " << c.charset;
+    const std::tuple<int, std::string, std::string> cases[] = {{0, "gr\xF6\xDF!", "größ!"},
+                                                               {134, "\xD6\xD0\xCE\xC4", "中文"},
+                                                               {136, "\xA4\xA4\xA4\xE5", "中文"},
+                                                               {128, "\x83\x65\x83\x58\x83\x67", "テスト"},
+                                                               {129, "\xC7\xD1\xB1\xDB", "한글"},
+                                                               {161, "\xE1\xE2", "αβ"},
+                                                               {162, "\xFD\xFE", "ış"},
+                                                               {177, "\xF9\xEC", "של"},
+                                                               {178, "\xC7\xC8", "اب"},
+                                                               {186, "\xE0\xFE", "ąž"},
+                                                               {204, "\xCF\xF0", "Пр"},
+                                                               {222, "\xA1\xA2", "กข"},
+                                                               {238, "\xB9\xE6", "ąć"},
+                                                               {163, "\xD0\xF0", "Đđ"},
+                                                               {255, "\xE4", "ä"}};
+    for (const auto& [charset, bytes, text] : cases) {
+        SetLegacyCharset(charset);
+        EXPECT_EQ(AnsiToUtf8(bytes), text) << "charset " << charset;
     }
     SetLegacyCharset(0);
-}
-
-TEST(CodePage, OverrideWorksBothWays) {
-    const ScopedVariable page("PELLARION_ANSI_CODEPAGE", "1252");
-    EXPECT_EQ(AnsiCodePage(), 1252);
-    EXPECT_EQ(AnsiToUtf8("\x80\xE4"), "€ä");
-    EXPECT_EQ(AnsiToUtf8("x\x81y"), "x?y") << "a byte without a meaning";
-    EXPECT_EQ(Utf8ToAnsi("€ä日z"), "\x80\xE4?z");
 }
 
 TEST(CodePage, EveryByteOfEveryPageGivesText) {
@@ -66,21 +74,16 @@ TEST(CodePage, EveryByteOfEveryPageGivesText) {
         all.push_back(static_cast<char>(static_cast<unsigned char>(i)));
     for (const char* number : {"874", "932", "936", "949", "950", "1250", "1251", "1252", "1253", "1254",
                                "1255", "1256", "1257", "1258", "20866", "28605", "4711"}) {
-        const ScopedVariable page("PELLARION_ANSI_CODEPAGE", number);
-        const std::string text = AnsiToUtf8(all);
-        EXPECT_EQ(text.substr(0, 128), all.substr(0, 128)) << number << ": the ASCII half is common to all";
+        std::string text;
         {
-            const ScopedVariable utf8("PELLARION_ANSI_CODEPAGE", "65001");
+            const ScopedVariable page("PELLARION_ANSI_CODEPAGE", number);
+            text = AnsiToUtf8(all);
+            EXPECT_GT(Utf8ToAnsi(text).size(), 128U) << number;
         }
-        EXPECT_GT(Utf8ToAnsi(text).size(), 128U) << number;
+        EXPECT_EQ(text.substr(0, 128), all.substr(0, 128)) << number << ": the ASCII half is common to all";
+        const ScopedVariable utf8("PELLARION_ANSI_CODEPAGE", "65001");
+        EXPECT_EQ(Utf8ToAnsi(text), text) << number << " gave something that is not UTF-8";
     }
-}
-
-TEST(CodePage, DamagedDoubleBytesCostOneCharacterEach) {
-    const ScopedVariable page("PELLARION_ANSI_CODEPAGE", "932");
-    EXPECT_EQ(AnsiToUtf8("\x83\x65\x83"), "テ?") << "cut at the end";
-    EXPECT_EQ(AnsiToUtf8("\x83\x20\x83\x65"), "? テ") << "the blank is not swallowed";
-    EXPECT_EQ(Utf8ToAnsi("テ\U0001F600z"), "\x83\x65?z");
 }
 
 TEST(CodePage, CutsBetweenCharacters) {

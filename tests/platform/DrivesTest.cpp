@@ -11,15 +11,6 @@ using namespace platform;
 using tests::ScopedVariable;
 using tests::TestDir;
 
-TEST(Drives, TypesComeFromTheTable) {
-    const TestDir dir;
-    EXPECT_EQ(GetDriveType("C:\\"), DriveType::kFixed);
-    EXPECT_EQ(GetDriveType("e:\\"), DriveType::kRemovable);
-    EXPECT_EQ(GetDriveType("D:\\"), DriveType::kNoRoot);
-    EXPECT_EQ(GetDriveType(""), DriveType::kNoRoot);
-    EXPECT_EQ(GetDriveType("?:\\"), DriveType::kNoRoot);
-}
-
 TEST(Drives, TableIsReadAgainWhenItChanges) {
     const TestDir dir;
     const std::string root = dir.Host().string();
@@ -29,12 +20,15 @@ TEST(Drives, TableIsReadAgainWhenItChanges) {
                                                             root + ";I=odd:" + root + ";J=ramdisk:" + root);
         EXPECT_EQ(GetDriveType("F:\\"), DriveType::kCdRom) << "the first of two";
         EXPECT_EQ(GetDriveType("G:\\"), DriveType::kRemote);
-        EXPECT_EQ(GetDriveType("H:\\"), DriveType::kNoRoot);
         EXPECT_EQ(GetDriveType("I:\\"), DriveType::kUnknown);
         EXPECT_EQ(GetDriveType("J:\\"), DriveType::kRamDisk);
-        EXPECT_EQ(GetDriveType("E:\\"), DriveType::kNoRoot);
+        for (const char* none : {"H:\\", "E:\\", "", "?:\\"})
+            EXPECT_EQ(GetDriveType(none), DriveType::kNoRoot) << none;
     }
-    EXPECT_EQ(GetDriveType("E:\\"), DriveType::kRemovable);
+    EXPECT_EQ(GetDriveType("e:\\"), DriveType::kRemovable);
+    EXPECT_EQ(GetDriveType("C:\\"), DriveType::kFixed);
+    const ScopedVariable noTable("PELLARION_DRIVES", "");
+    EXPECT_EQ(GetDriveType("C:\\"), DriveType::kFixed) << "the computer's own";
 }
 
 TEST(Drives, DriveThatGoesAwayHasNoRoot) {
@@ -44,11 +38,6 @@ TEST(Drives, DriveThatGoesAwayHasNoRoot) {
     EXPECT_EQ(GetDriveSpace("E:\\"), std::nullopt);
     std::filesystem::rename(dir.Host().string() + "-gone", dir.Host());
     EXPECT_EQ(GetDriveType("E:\\"), DriveType::kRemovable);
-}
-
-TEST(Drives, ComputerIsFixedWithoutATable) {
-    const ScopedVariable drives("PELLARION_DRIVES", "");
-    EXPECT_EQ(GetDriveType("C:\\"), DriveType::kFixed);
 }
 
 TEST(Drives, SpaceIsThatOfTheFileSystem) {

@@ -13,74 +13,62 @@ using namespace platform;
 using tests::TestDir;
 namespace fs = std::filesystem;
 
-std::vector<FindData> FindAll(const std::string& folder) {
+std::map<std::string, FindData> ByName(const std::string& folder) {
     SystemError error{99};
-    std::vector<FindData> all;
+    std::map<std::string, FindData> result;
     const auto search = FindFiles::Start(folder, error);
     EXPECT_FALSE(error) << folder;
     for (FindData data; search != nullptr && search->Next(data);)
-        all.push_back(data);
-    return all;
-}
-
-std::map<std::string, FindData> ByName(const std::string& folder) {
-    std::map<std::string, FindData> result;
-    for (const FindData& data : FindAll(folder))
-        result[data.name] = data;
+        EXPECT_TRUE(result.emplace(data.name, data).second) << data.name << " came twice";
     return result;
 }
 
-TEST(FindFiles, GivesTheDotsFirstAndEveryEntryOnce) {
+TEST(FindFiles, GivesTheDotsFirst) {
     const TestDir dir;
-    dir.MakeFile("Docs/a");
-    dir.MakeFile("Docs/.hidden");
-    dir.MakeFolder("Docs/sub");
-    const std::vector<FindData> all = FindAll("E:\\docs\\");
-    ASSERT_EQ(all.size(), 5U);
-    EXPECT_EQ(all[0].name, ".");
-    EXPECT_EQ(all[1].name, "..");
-    EXPECT_EQ(all[0].attributes, kAttributeDirectory);
-    const auto named = ByName("E:\\Docs");
-    EXPECT_EQ(named.at("a").attributes, kAttributeArchive);
-    EXPECT_EQ(named.at(".hidden").attributes, kAttributeArchive | kAttributeHidden);
-    EXPECT_EQ(named.at("sub").attributes, kAttributeDirectory);
-    EXPECT_EQ(named.at("sub").sizeLow, 0U);
+    dir.MakeFile("Docs/!");
+    SystemError error;
+    const auto search = FindFiles::Start("E:\\docs\\", error);
+    FindData data;
+    for (const char* name : {".", "..", "!"}) {
+        ASSERT_TRUE(search->Next(data));
+        EXPECT_EQ(data.name, name);
+        EXPECT_EQ(data.attributes, data.name == "!" ? kAttributeArchive : kAttributeDirectory);
+    }
+    EXPECT_FALSE(search->Next(data));
 }
 
-TEST(FindFiles, SizesAndTimes) {
+TEST(FindFiles, DescribesEveryKindOfEntry) {
     const TestDir dir;
+    dir.MakeFile(".hidden");
+    dir.MakeFolder("folder");
     dir.MakeFile("big");
     fs::resize_file(dir.Host("big"), 0x1'8000'0001);
     dir.MakeFile("dated", "x");
     // 2005-03-04 10:20:30 UTC
     fs::last_write_time(dir.Host("dated"), std::chrono::file_clock::from_sys(
                                                std::chrono::sys_seconds(std::chrono::seconds(1109931630))));
-    const auto named = ByName("E:\\");
+    fs::create_symlink("folder", dir.Host("to-folder"));
+    fs::create_symlink("nowhere", dir.Host("broken"));
+    const auto named = ByName("E:");
+    EXPECT_EQ(named.size(), 8U);
+    EXPECT_EQ(named.at(".hidden").attributes, kAttributeArchive | kAttributeHidden);
+    EXPECT_EQ(named.at("folder").attributes, kAttributeDirectory);
+    EXPECT_EQ(named.at("folder").sizeLow, 0U);
     EXPECT_EQ(named.at("big").sizeHigh, 1U);
     EXPECT_EQ(named.at("big").sizeLow, 0x8000'0001U);
     EXPECT_EQ(FileTimeToSystemTime(named.at("dated").lastWrite), (SystemTime{2005, 3, 4, 10, 20, 30}));
-}
-
-TEST(FindFiles, LinksAreWhatTheyPointAt) {
-    const TestDir dir;
-    dir.MakeFolder("folder");
-    fs::create_symlink("folder", dir.Host("to-folder"));
-    fs::create_symlink("nowhere", dir.Host("broken"));
-    const auto named = ByName("E:\\");
-    EXPECT_EQ(named.at("folder").attributes, kAttributeDirectory);
-    EXPECT_EQ(named.at("to-folder").attributes, kAttributeDirectory | platform::kAttributeReparsePoint);
-    EXPECT_EQ(named.at("broken").attributes & (kAttributeDirectory | platform::kAttributeReparsePoint),
-              platform::kAttributeReparsePoint);
+    // A link is what it points at.
+    EXPECT_EQ(named.at("to-folder").attributes, kAttributeDirectory | kAttributeReparsePoint);
+    EXPECT_EQ(named.at("broken").attributes & (kAttributeDirectory | kAttributeReparsePoint),
+              kAttributeReparsePoint);
 }
 
 TEST(FindFiles, NamesThatCannotBeHeldShowAQuestionMark) {
     const TestDir dir;
-    dir.MakeFile("back\\slash");
-    dir.MakeFile("latin\xE4");
-    dir.MakeFile("日ä");
-    EXPECT_EQ(ByName("E:\\").count("back?slash"), 1U);
-    EXPECT_EQ(ByName("E:\\").count("latin?"), 1U);
-    EXPECT_EQ(ByName("E:\\").count("日ä"), 1U);
+    for (const char* name : {"back\\slash", "latin\xE4", "日ä"})
+        dir.MakeFile(name);
+    for (const char* name : {"back?slash", "latin?", "日ä"})
+        EXPECT_EQ(ByName("E:\\").count(name), 1U) << name;
     const tests::ScopedVariable page("PELLARION_ANSI_CODEPAGE", "1252");
     EXPECT_EQ(ByName("E:\\").count("?ä"), 1U);
 }
@@ -88,16 +76,16 @@ TEST(FindFiles, NamesThatCannotBeHeldShowAQuestionMark) {
 TEST(FindFiles, FoldersThatCannotBeSearched) {
     const TestDir dir;
     dir.MakeFile("file");
-    SystemError error;
-    EXPECT_EQ(FindFiles::Start("E:\\none\\", error), nullptr);
-    EXPECT_EQ(error.code, kErrorPathNotFound);
-    EXPECT_EQ(FindFiles::Start("E:\\file", error), nullptr);
-    EXPECT_EQ(error.code, kErrorFolderInvalid);
-    EXPECT_EQ(FindFiles::Start("Q:\\", error), nullptr);
-    EXPECT_EQ(error.code, kErrorPathNotFound);
+    const std::pair<const char*, std::uint32_t> cases[] = {
+        {"E:\\none\\", kErrorPathNotFound}, {"E:\\file", kErrorFolderInvalid}, {"Q:\\", kErrorPathNotFound}};
+    for (const auto& [folder, code] : cases) {
+        SystemError error;
+        EXPECT_EQ(FindFiles::Start(folder, error), nullptr);
+        EXPECT_EQ(error.code, code) << folder;
+    }
 }
 
-TEST(FindFiles, FolderThatEmptiesMeanwhile) {
+TEST(FindFiles, FolderThatEmptiesMeanwhileComesToItsEnd) {
     const TestDir dir;
     for (int i = 0; i < 300; ++i)
         dir.MakeFile("f" + std::to_string(i));
@@ -109,7 +97,7 @@ TEST(FindFiles, FolderThatEmptiesMeanwhile) {
     int left = 0;
     while (search->Next(data))
         ++left;
-    EXPECT_LE(left, 301) << "it ends";
+    EXPECT_LE(left, 301);
 }
 
 } // namespace

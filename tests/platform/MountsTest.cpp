@@ -26,31 +26,26 @@ TEST(Mounts, ReadsTheMountTable) {
 
 TEST(Mounts, DeviceIsRemovableByItsDiskOrItsBus) {
     const TestDir dir;
-    dir.MakeFile("sys/devices/ata1/block/sda/removable", "0\n");
-    dir.MakeFile("sys/devices/ata1/block/sda/sda1/partition", "1\n");
-    dir.MakeFile("sys/devices/mmc0/block/mmcblk0/removable", "1\n");
-    dir.MakeFile("sys/devices/mmc0/block/mmcblk0/mmcblk0p1/partition", "1\n");
-    dir.MakeFile("sys/devices/pci0/usb2/2-1/block/sdb/removable", "0\n");
-    dir.MakeFile("sys/devices/pci0/usb2/2-1/block/sdb/sdb1/partition", "1\n");
-    dir.MakeFolder("sys/dev/block");
-    dir.MakeFolder("sys/devices/virtual/block/dm-0/slaves");
-    std::filesystem::create_symlink("../../../../pci0/usb2/2-1/block/sdb/sdb1",
-                                    dir.Host("sys/devices/virtual/block/dm-0/slaves/sdb1"));
-    dir.MakeFolder("sys/devices/virtual/block/dm-1/slaves");
-    std::filesystem::create_symlink("../../dm-1", dir.Host("sys/devices/virtual/block/dm-1/slaves/dm-1"));
-    const auto link = [&](const char* name, const char* target) {
-        std::filesystem::create_symlink(target, dir.Host(std::string("sys/dev/block/") + name));
-        return IsRemovableDevice(dir.Host(std::string("sys/dev/block/") + name).string());
-    };
-    EXPECT_FALSE(link("8:0", "../../devices/ata1/block/sda"));
-    EXPECT_FALSE(link("8:1", "../../devices/ata1/block/sda/sda1"));
-    EXPECT_TRUE(link("179:0", "../../devices/mmc0/block/mmcblk0"));
-    EXPECT_TRUE(link("179:1", "../../devices/mmc0/block/mmcblk0/mmcblk0p1"));
-    EXPECT_TRUE(link("8:17", "../../devices/pci0/usb2/2-1/block/sdb/sdb1"))
-        << "a USB disk that says it is fixed";
-    EXPECT_TRUE(link("253:0", "../../devices/virtual/block/dm-0")) << "unlocked from an encrypted USB disk";
-    EXPECT_FALSE(link("253:1", "../../devices/virtual/block/dm-1")) << "a loop ends";
-    EXPECT_FALSE(link("0:5", "../../devices/none")) << "no block device at all";
+    const std::pair<const char*, const char*> disks[] = {
+        {"ata1/block/sda", "0\n"}, {"mmc0/block/mmcblk0", "1\n"}, {"pci0/usb2/2-1/block/sdb", "0\n"}};
+    for (const auto& [disk, removable] : disks) {
+        dir.MakeFile(std::string(disk) + "/removable", removable);
+        dir.MakeFolder(std::string(disk) + "/part1");
+    }
+    dir.MakeFolder("virtual/block/dm-0/slaves");
+    std::filesystem::create_symlink("../../../../pci0/usb2/2-1/block/sdb/part1",
+                                    dir.Host("virtual/block/dm-0/slaves/sdb1"));
+    dir.MakeFolder("virtual/block/dm-1/slaves");
+    std::filesystem::create_symlink("../../dm-1", dir.Host("virtual/block/dm-1/slaves/dm-1"));
+    const auto isRemovable = [&](const char* device) { return IsRemovableDevice(dir.Host(device).string()); };
+    EXPECT_FALSE(isRemovable("ata1/block/sda"));
+    EXPECT_FALSE(isRemovable("ata1/block/sda/part1"));
+    EXPECT_TRUE(isRemovable("mmc0/block/mmcblk0"));
+    EXPECT_TRUE(isRemovable("mmc0/block/mmcblk0/part1"));
+    EXPECT_TRUE(isRemovable("pci0/usb2/2-1/block/sdb/part1")) << "a USB disk that says it is fixed";
+    EXPECT_TRUE(isRemovable("virtual/block/dm-0")) << "unlocked from an encrypted USB disk";
+    EXPECT_FALSE(isRemovable("virtual/block/dm-1")) << "a loop ends";
+    EXPECT_FALSE(isRemovable("none"));
 }
 
 std::string Letters(const std::vector<DriveEntry>& drives) {
@@ -61,7 +56,7 @@ std::string Letters(const std::vector<DriveEntry>& drives) {
 }
 
 TEST(DriveLetters, AMountKeepsItsLetterWhileItStays) {
-    const auto mounted = [](std::initializer_list<const char*> roots) {
+    const auto mounted = [](const std::vector<const char*>& roots) {
         std::vector<DriveEntry> drives = {{'C', DriveType::kFixed, "/"}};
         for (const char* root : roots)
             drives.push_back({0, DriveType::kRemovable, root});
@@ -73,13 +68,8 @@ TEST(DriveLetters, AMountKeepsItsLetterWhileItStays) {
     EXPECT_EQ(Letters(second), "CED") << "b keeps E, c takes the free D";
     const auto third = WithLetters(mounted({"/m/a", "/m/b", "/m/c"}), second);
     EXPECT_EQ(Letters(third), "CFED");
-}
-
-TEST(DriveLetters, MoreMountsThanLetters) {
-    std::vector<DriveEntry> drives = {{'C', DriveType::kFixed, "/"}};
-    for (int i = 0; i < 40; ++i)
-        drives.push_back({0, DriveType::kRemovable, "/m/" + std::to_string(i)});
-    EXPECT_EQ(Letters(WithLetters(drives, {})), "CDEFGHIJKLMNOPQRSTUVWXYZ");
+    const std::vector<const char*> roots(40, "/m/many");
+    EXPECT_EQ(Letters(WithLetters(mounted(roots), {})), "CDEFGHIJKLMNOPQRSTUVWXYZ") << "more than letters";
 }
 
 TEST(MountWatch, TellsOfTheFirstAndThenOnlyOfChanges) {

@@ -49,27 +49,19 @@ class Copy {
     char answer_ = 0;
 };
 
-void ExpectOneCopyAtATime() {
-    {
-        const Copy first;
-        EXPECT_FALSE(first.FoundPrevious());
-        EXPECT_TRUE(Copy().FoundPrevious());
-        EXPECT_TRUE(Copy().FoundPrevious()) << "a copy that was turned away has claimed nothing";
-    }
-    EXPECT_FALSE(Copy().FoundPrevious()) << "a copy that was killed leaves its place";
-}
-
 TEST(Process, SecondCopyIsToldOfTheFirst) {
     const TestDir dir;
-    const ScopedVariable runtime("XDG_RUNTIME_DIR", dir.Host().string());
-    ExpectOneCopyAtATime();
-}
-
-TEST(Process, SecondCopyIsToldWithoutARuntimeFolder) {
-    const TestDir dir;
-    const ScopedVariable runtime("XDG_RUNTIME_DIR", "");
     const ScopedVariable cache("XDG_CACHE_HOME", dir.Host("not/yet").string());
-    ExpectOneCopyAtATime();
+    for (const std::string& runtimeFolder : {dir.Host().string(), std::string()}) {
+        const ScopedVariable runtime("XDG_RUNTIME_DIR", runtimeFolder);
+        {
+            const Copy first;
+            EXPECT_FALSE(first.FoundPrevious());
+            EXPECT_TRUE(Copy().FoundPrevious());
+            EXPECT_TRUE(Copy().FoundPrevious()) << "a copy that was turned away has claimed nothing";
+        }
+        EXPECT_FALSE(Copy().FoundPrevious()) << "a copy that was killed leaves its place";
+    }
 }
 
 TEST(Process, ProgramFolderIsThatOfThisTest) {
