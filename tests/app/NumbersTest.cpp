@@ -1,5 +1,7 @@
 #include "app/core/Numbers.h"
 
+#include "app/core/Twips.h"
+
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
@@ -7,16 +9,12 @@
 namespace {
 
 TEST(Numbers, WholeNumberRoundsHalvesToTheEvenNeighbour) {
-    EXPECT_EQ(app::WholeNumber("799.93"), 800);
-    EXPECT_EQ(app::WholeNumber("2000.12"), 2000);
-    EXPECT_EQ(app::WholeNumber("2000.5"), 2000);
-    EXPECT_EQ(app::WholeNumber("2001.5"), 2002);
-    EXPECT_EQ(app::WholeNumber("-0.5"), 0);
-    EXPECT_EQ(app::WholeNumber("-1.5"), -2);
-    EXPECT_EQ(app::WholeNumber("799,93"), 800) << "decimal comma";
-    EXPECT_EQ(app::WholeNumber(" +12 "), 12);
-    EXPECT_EQ(app::WholeNumber("1E+03"), 1000);
-    EXPECT_EQ(app::WholeNumber("2147483647.4"), 2147483647);
+    // The seventh has a decimal comma.
+    const std::pair<const char*, int> cases[] = {
+        {"799.93", 800}, {"2000.12", 2000}, {"2000.5", 2000}, {"2001.5", 2002}, {"-0.5", 0},
+        {"-1.5", -2},    {"799,93", 800},   {" +12 ", 12},    {"1E+03", 1000},  {"2147483647.4", 2147483647}};
+    for (const auto& [text, number] : cases)
+        EXPECT_EQ(app::WholeNumber(text), number) << text;
 }
 
 TEST(Numbers, WholeNumberRefusesWhatIsNone) {
@@ -33,13 +31,24 @@ TEST(Numbers, RoundHalfToEvenStaysInRange) {
 }
 
 TEST(Numbers, SingleTextIsShortAndReadsBack) {
-    EXPECT_EQ(app::SingleText(120.0F), "120");
-    EXPECT_EQ(app::SingleText(799.93F), "799.93");
-    EXPECT_EQ(app::SingleText(12315.0F), "12315");
-    EXPECT_EQ(app::SingleText(0.1F), "0.1");
-    EXPECT_EQ(app::SingleText(1234567.8F), "1234568");
+    const std::pair<float, const char*> cases[] = {
+        {120.0F, "120"}, {799.93F, "799.93"}, {12315.0F, "12315"}, {0.1F, "0.1"}, {1234567.8F, "1234568"}};
+    for (const auto& [value, text] : cases)
+        EXPECT_EQ(app::SingleText(value), text);
     for (const float value : {0.0F, -15.0F, 3500.4F, 1e7F, 123456789.0F})
         EXPECT_TRUE(app::WholeNumber(app::SingleText(value)).has_value()) << value;
+}
+
+TEST(Twips, ConvertBothWaysAndStayInRange) {
+    EXPECT_EQ(app::PixelsFromTwips(12315), 821);
+    EXPECT_EQ(app::PixelsFromTwips(800), 53);
+    EXPECT_EQ(app::PixelsFromTwips(-22), -1);
+    for (const int pixels : {-3000, -7, 0, 1, 821, 3000})
+        EXPECT_EQ(app::PixelsFromTwips(app::TwipsFromPixels(pixels)), pixels);
+    EXPECT_EQ(app::TwipsFromPixels(821), 12315);
+    EXPECT_EQ(app::PixelsFromTwips(1e300), std::numeric_limits<int>::max());
+    EXPECT_GT(app::TwipsFromPixels(std::numeric_limits<int>::max()), 2'000'000'000);
+    EXPECT_LT(app::TwipsFromPixels(std::numeric_limits<int>::min()), -2'000'000'000);
 }
 
 } // namespace

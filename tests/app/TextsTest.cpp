@@ -20,38 +20,26 @@ std::string Repeated(std::string_view what, int times) {
     return result;
 }
 
-class OddTexts : public testing::Test {
-  protected:
-    OddTexts() {
-        folder_.Put(ODD_LIBRARY, "langfile0fff.dll");
-        folder_.Put(ODD_LIBRARY, "lic0fff.dll");
-        folder_.WriteSettings("[Setting]\r\nLanguage=0fff\r\nCharset=0\r\n");
+TEST(Texts, AreCutAtTheirLimitsInTheCodePage) {
+    ProgramFolder folder;
+    folder.Put(ODD_LIBRARY, "langfile0fff.dll");
+    folder.Put(ODD_LIBRARY, "lic0fff.dll");
+    folder.WriteSettings("[Setting]\r\nLanguage=0fff\r\nCharset=0\r\n");
+    {
+        const ScopedVariable page("PELLARION_ANSI_CODEPAGE", "1252");
+        const ProbeResult result = folder.Start("500 501 502 503 x500");
+        EXPECT_EQ(result["500"], std::string(381, 'x') + "y");
+        EXPECT_EQ(result["501"], Repeated("ä", 382)) << "one byte each in this code page";
+        EXPECT_EQ(result["502"], "before") << "and at a NUL";
+        EXPECT_EQ(result["503"], "User and User and User");
+        EXPECT_EQ(result["x500"], std::string(381, 'x') + "y");
     }
-
-    ProgramFolder folder_;
-};
-
-TEST_F(OddTexts, AreCutAtTheirLimits) {
-    const ScopedVariable page("PELLARION_ANSI_CODEPAGE", "1252");
-    const ProbeResult result = folder_.Start("500 501 502 x500");
-    EXPECT_EQ(result["500"], std::string(381, 'x') + "y");
-    EXPECT_EQ(result["501"], Repeated("ä", 382)) << "one byte each in this code page";
-    EXPECT_EQ(result["502"], "before");
-    EXPECT_EQ(result["x500"], std::string(381, 'x') + "y");
-}
-
-TEST_F(OddTexts, AreNotCutInsideACharacter) {
-    const ScopedVariable page("PELLARION_ANSI_CODEPAGE", "65001");
-    EXPECT_EQ(folder_.Start("501")["501"], Repeated("ä", 191)) << "two bytes each";
-}
-
-TEST_F(OddTexts, ShowWhatTheCodePageLacksAsQuestionMarks) {
+    {
+        const ScopedVariable page("PELLARION_ANSI_CODEPAGE", "65001");
+        EXPECT_EQ(folder.Start("501")["501"], Repeated("ä", 191)) << "two bytes each, none of them halved";
+    }
     const ScopedVariable page("PELLARION_ANSI_CODEPAGE", "1251");
-    EXPECT_EQ(folder_.Start("501")["501"], std::string(382, '?'));
-}
-
-TEST_F(OddTexts, TakeTheOwnersNameInAnyCase) {
-    EXPECT_EQ(folder_.Start("503")["503"], "User and User and User");
+    EXPECT_EQ(folder.Start("501")["501"], std::string(382, '?')) << "letters that the page lacks";
 }
 
 TEST(Texts, NothingIsLoadedAtFirst) {

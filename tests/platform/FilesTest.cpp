@@ -84,9 +84,9 @@ TEST(Files, WritingTellsWhyItCannotAndChangesNothing) {
         {CreateNewFile("E:\\file", text), kErrorFileExists},
         {CreateNewFile("E:\\no\\x", text), kErrorPathNotFound},
     };
-    for (const auto& [error, code] : cases) {
-        EXPECT_EQ(error.code, code) << "case " << &error - &cases[0].first;
-        EXPECT_FALSE(error.Description().empty());
+    for (const auto& one : cases) {
+        EXPECT_EQ(one.first.code, one.second) << "case " << &one - cases;
+        EXPECT_FALSE(one.first.Description().empty());
     }
     EXPECT_EQ(dir.Read("File"), "mine");
     EXPECT_EQ(dir.Read("locked"), "mine");

@@ -1,10 +1,9 @@
 #include "platform/ResourceLibrary.h"
 
+#include "PeBuilder.h"
 #include "PeStringTable.h"
-#include "support/PeBuilder.h"
 #include "support/TestDir.h"
 
-#include <cstdlib>
 #include <gtest/gtest.h>
 
 namespace {
@@ -13,35 +12,23 @@ using namespace platform;
 using tests::PeBuilder;
 using tests::TestDir;
 
-constexpr const char* kPath = "E:\\lib.dll";
-
 PeBuilder Sample(bool is64Bit = false) {
     PeBuilder builder;
     builder.is64Bit = is64Bit;
+    builder.language = is64Bit ? 0x0804 : 0x0409;
     builder.strings = {
         {0, u"zero"}, {15, u"fifteen"}, {16, u"sixteen"}, {302, u"Größe \u65E5"}, {65535, u"last"}};
     return builder;
 }
 
-std::unique_ptr<ResourceLibrary> LoadImage(const TestDir& dir, const std::string& image) {
-    dir.MakeFile("lib.dll", image);
-    SystemError error{99};
-    auto library = ResourceLibrary::Load(kPath, error);
-    if (library == nullptr) {
-        EXPECT_EQ(error.code, kErrorBadExeFormat);
-    } else {
-        EXPECT_FALSE(error);
-    }
-    return library;
-}
-
 TEST(ResourceLibrary, FindsStringsInBothKindsOfImage) {
-    const TestDir dir;
     for (const bool is64Bit : {false, true}) {
-        PeBuilder builder = Sample(is64Bit);
-        builder.language = is64Bit ? 0x0804 : 0x0409;
-        const auto library = LoadImage(dir, builder.Build());
+        const TestDir dir;
+        SystemError error{99};
+        const auto library = ResourceLibrary::Load(dir.MakeFile("lib.dll", Sample(is64Bit).Build()), error);
         ASSERT_NE(library, nullptr);
+        EXPECT_FALSE(error);
+        std::filesystem::resize_file(dir.Host("lib.dll"), 0); // the file is not held
         EXPECT_EQ(library->LoadString(0), "zero");
         EXPECT_EQ(library->LoadString(15), "fifteen");
         EXPECT_EQ(library->LoadString(16), "sixteen");
@@ -53,46 +40,33 @@ TEST(ResourceLibrary, FindsStringsInBothKindsOfImage) {
     }
 }
 
-TEST(ResourceLibrary, TextsOfAnyKind) {
-    const TestDir dir;
-    PeBuilder builder;
-    builder.strings = {{1, u"\xD83D\xDE00"},
-                       {2, u"a\xD83D"
-                           u"b"},
-                       {3, u"\xDE00"},
-                       {4, std::u16string(u"a\0b", 3)},
-                       {5, std::u16string(5000, u'x')}};
-    const auto library = LoadImage(dir, builder.Build());
-    ASSERT_NE(library, nullptr);
-    EXPECT_EQ(library->LoadString(1), "\U0001F600");
-    EXPECT_EQ(library->LoadString(2), "a\uFFFDb");
-    EXPECT_EQ(library->LoadString(3), "\uFFFD");
-    EXPECT_EQ(library->LoadString(4), std::string("a\0b", 3));
-    EXPECT_EQ(library->LoadString(5), std::string(5000, 'x'));
-}
-
-TEST(ResourceLibrary, FileIsNotHeld) {
-    const TestDir dir;
-    const auto library = LoadImage(dir, Sample().Build());
-    ASSERT_NE(library, nullptr);
-    std::filesystem::resize_file(dir.Host("lib.dll"), 0);
-    EXPECT_EQ(library->LoadString(16), "sixteen");
-}
-
 TEST(ResourceLibrary, WhatIsNoLibrary) {
     const TestDir dir;
-    EXPECT_EQ(LoadImage(dir, ""), nullptr);
-    EXPECT_EQ(LoadImage(dir, "MZ"), nullptr);
-    EXPECT_EQ(LoadImage(dir, std::string(5000, '\0')), nullptr);
-    EXPECT_EQ(LoadImage(dir, std::string((16 << 20) + 1, 'x')), nullptr) << "no text library is as large";
     SystemError error;
+    // No text library is as large as the last.
+    for (const std::string& content : {std::string(), std::string("MZ"), std::string((16 << 20) + 1, 'x')}) {
+        EXPECT_EQ(ResourceLibrary::Load(dir.MakeFile("lib.dll", content), error), nullptr);
+        EXPECT_EQ(error.code, kErrorBadExeFormat);
+    }
     EXPECT_EQ(ResourceLibrary::Load("E:\\none.dll", error), nullptr);
     EXPECT_EQ(error.code, kErrorFileNotFound);
-    EXPECT_EQ(ResourceLibrary::Load("E:\\", error), nullptr);
-    EXPECT_EQ(error.code, kErrorAccessDenied);
 }
 
-// The reader behind the library, without a file for each damaged image.
+TEST(PeStringTable, TextsOfAnyKind) {
+    PeBuilder builder;
+    builder.strings = {{1, {0xD83D, 0xDE00}},
+                       {2, {'a', 0xD83D, 'b'}},
+                       {3, {0xDE00}},
+                       {4, {'a', 0, 'b'}},
+                       {5, std::u16string(5000, u'x')}};
+    const auto table = PeStringTable::Read(builder.Build());
+    ASSERT_TRUE(table);
+    EXPECT_EQ(table->Find(1), "\U0001F600");
+    EXPECT_EQ(table->Find(2), "a\uFFFDb");
+    EXPECT_EQ(table->Find(3), "\uFFFD");
+    EXPECT_EQ(table->Find(4), std::string("a\0b", 3));
+    EXPECT_EQ(table->Find(5), std::string(5000, 'x'));
+}
 
 TEST(PeStringTable, CutAnywhere) {
     const std::string image = Sample().Build();
@@ -114,52 +88,27 @@ TEST(PeStringTable, AnyByteDamaged) {
     }
 }
 
-TEST(ResourceLibrary, LoopsAndOffsetsOutside) {
-    const TestDir dir;
-    PeBuilder builder = Sample();
-    const std::string image = builder.Build();
-    const std::size_t root = builder.ResourcesAt();
-    std::string damaged = image;
-    PeBuilder::Set32(damaged, root + 20, 0x80000000); // the string type leads back to the root
-    const auto looped = LoadImage(dir, damaged);
-    EXPECT_TRUE(looped == nullptr || looped->LoadString(16).empty());
-    for (const std::uint32_t offset : {0x7FFFFFFFU, 0xFFFFFFFFU, 0x80010000U}) {
-        damaged = image;
-        PeBuilder::Set32(damaged, root + 20, offset);
-        const auto outside = LoadImage(dir, damaged);
-        EXPECT_TRUE(outside == nullptr || outside->LoadString(16).empty()) << offset;
+TEST(PeStringTable, LoopsAndOffsetsOutside) {
+    const PeBuilder builder = Sample();
+    const auto damaged = [&](std::size_t offset, std::uint32_t value) {
+        std::string image = builder.Build();
+        PeBuilder::Set32(image, builder.ResourcesAt() + offset, value);
+        return PeStringTable::Read(std::move(image));
+    };
+    // The string type leads back to the root, and outside.
+    for (const std::uint32_t offset : {0x80000000U, 0x7FFFFFFFU, 0xFFFFFFFFU, 0x80010000U}) {
+        const auto table = damaged(20, offset);
+        EXPECT_TRUE(!table || table->Find(16).empty()) << offset;
     }
-    damaged = image;
-    const std::size_t firstData = root + 24 + 16 + 8 * 4 + 24 * 4;
-    PeBuilder::Set32(damaged, firstData, 0xFFFFFFF0); // a block outside the image
-    const auto partly = LoadImage(dir, damaged);
-    ASSERT_NE(partly, nullptr);
-    EXPECT_EQ(partly->LoadString(15), "");
-    EXPECT_EQ(partly->LoadString(16), "sixteen") << "the other blocks still serve";
-    damaged = image;
-    PeBuilder::Set32(damaged, firstData + 4, 6); // the block ends inside its first string
-    const auto shortBlock = LoadImage(dir, damaged);
-    ASSERT_NE(shortBlock, nullptr);
-    EXPECT_EQ(shortBlock->LoadString(0), "");
-    EXPECT_EQ(shortBlock->LoadString(15), "");
-}
-
-TEST(ResourceLibrary, ReadsWhatTheResourceCompilerMakes) {
-    const TestDir dir;
-    dir.MakeFile("t.rc",
-                 "#pragma code_page(65001)\nSTRINGTABLE { 300 \"Warnung ü\" 528 \"%username \\\"x\\\"\" }\n");
-    const std::string at = "cd '" + dir.Host().string() + "' && ";
-    const std::string make = at +
-                             "{ x86_64-w64-mingw32-windres --codepage=65001 --preprocessor=cat t.rc t.o && "
-                             "x86_64-w64-mingw32-ld -shared -e 0 -o lib.dll t.o; } >/dev/null 2>&1";
-    if (std::system(make.c_str()) != 0)
-        GTEST_SKIP() << "no resource compiler here";
-    SystemError error;
-    const auto library = ResourceLibrary::Load(kPath, error);
-    ASSERT_NE(library, nullptr);
-    EXPECT_EQ(library->LoadString(300), "Warnung ü");
-    EXPECT_EQ(library->LoadString(528), "%username \"x\"");
-    EXPECT_EQ(library->LoadString(301), "");
+    constexpr std::size_t kFirstData = 24 + 16 + 8 * 4 + 24 * 4;
+    const auto outside = damaged(kFirstData, 0xFFFFFFF0);
+    ASSERT_TRUE(outside);
+    EXPECT_EQ(outside->Find(15), "");
+    EXPECT_EQ(outside->Find(16), "sixteen") << "the other blocks still serve";
+    const auto shortBlock = damaged(kFirstData + 4, 6); // it ends inside its first string
+    ASSERT_TRUE(shortBlock);
+    EXPECT_EQ(shortBlock->Find(0), "");
+    EXPECT_EQ(shortBlock->Find(15), "");
 }
 
 } // namespace

@@ -1,17 +1,19 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 #include <sys/mount.h>
 #include <utility>
 
 namespace tests {
 
-/// A file system of 64 KB, mounted on an existing folder for the life of the object. Mounting takes a
-/// super-user: tests are skipped where IsMounted() is false.
+/// A file system of 64 KB, or of another size, mounted on an existing folder for the life of the object.
+/// Mounting takes a super-user: tests are skipped where IsMounted() is false.
 class SmallDisk {
   public:
-    explicit SmallDisk(std::filesystem::path folder) : folder_(std::move(folder)) {
-        isMounted_ = ::mount("none", folder_.c_str(), "tmpfs", 0, "size=65536") == 0;
+    explicit SmallDisk(std::filesystem::path folder, unsigned size = 65536) : folder_(std::move(folder)) {
+        const std::string option = "size=" + std::to_string(size);
+        isMounted_ = ::mount("none", folder_.c_str(), "tmpfs", 0, option.c_str()) == 0;
     }
 
     ~SmallDisk() {
