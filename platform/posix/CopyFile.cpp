@@ -1,4 +1,4 @@
-#include "HostError.h"
+#include "CopyContent.h"
 #include "HostFile.h"
 #include "Replacement.h"
 #include "platform/Files.h"
@@ -6,24 +6,9 @@
 
 #include <cerrno>
 #include <sys/stat.h>
-#include <vector>
 
 namespace platform {
 namespace {
-
-constexpr std::size_t kBlock = 1U << 20;
-
-SystemError CopyContent(const HostFile& from, const HostFile& to) {
-    std::vector<std::uint8_t> block(kBlock);
-    std::size_t count = block.size();
-    while (count == block.size()) {
-        if (const SystemError error = ReadFully(from, block, count))
-            return error;
-        if (const SystemError error = WriteFully(to, {block.data(), count}))
-            return error;
-    }
-    return {};
-}
 
 bool IsSameFile(const struct stat& status, const std::string& hostPath) {
     struct stat other {};
@@ -51,7 +36,9 @@ SystemError CopyFile(const std::string& from, const std::string& to) {
     Replacement replacement(target);
     if (replacement.Error())
         return replacement.Error();
-    if ((error = CopyContent(file, replacement.File())))
+    const auto goOn = [](std::uint64_t) { return true; };
+    if ((error =
+             CopyContent(file, replacement.File(), static_cast<std::uint64_t>(status.st_size), goOn).error))
         return error;
     // The copy is as old as its source, but always the user's own to change: a copy from a write-protected
     // medium must not be protected itself. Media that keep neither are no failure.
