@@ -37,6 +37,8 @@ void Prepare(QMessageBox& box, const Message& message) {
     box.setText(ToWindow(message.text));
     box.setIcon(IconFor(message.flags));
     box.setWindowModality(Qt::ApplicationModal);
+    box.setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                       Qt::WindowCloseButtonHint);
 }
 
 /// A busy handler may put a question: the pointer is an arrow while the question stands.

@@ -1,6 +1,7 @@
 #include "app/windows/RoomyStyle.h"
 
 #include "app/windows/Appearance.h"
+#include "app/windows/Icons.h"
 
 #include <QPainter>
 #include <QStyleOption>
@@ -13,6 +14,8 @@ constexpr int kHeaderMargin = 5;
 constexpr int kTextMargin = 3;
 constexpr int kRowPadding = 5;
 constexpr int kButtonSlack = 4; ///< what captions under icons can do without; eleven stand side by side
+constexpr int kButtonPadding = 10;
+constexpr int kSmallestButton = 46;
 constexpr float kOutlineStrength = 0.45F;
 
 } // namespace
@@ -35,14 +38,17 @@ QSize RoomyStyle::sizeFromContents(ContentsType type, const QStyleOption* option
     QSize result = QProxyStyle::sizeFromContents(type, option, size, widget);
     if (type == CT_ItemViewItem)
         result.rheight() += kRowPadding;
-    if (type == CT_ToolButton)
-        result.rwidth() -= kButtonSlack;
+    if (type == CT_PushButton)
+        result.rwidth() += kButtonPadding;
+    if (const auto* button = qstyleoption_cast<const QStyleOptionToolButton*>(option);
+        button != nullptr && button->toolButtonStyle == Qt::ToolButtonTextUnderIcon)
+        result.setWidth(qMax(result.width() - kButtonSlack, kSmallestButton));
     return result;
 }
 
 int RoomyStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                           QStyleHintReturn* returned) const {
-    if (hint == SH_EtchDisabledText)
+    if (hint == SH_EtchDisabledText || hint == SH_DialogButtonBox_ButtonsHaveIcons)
         return 0;
     return QProxyStyle::styleHint(hint, option, widget, returned);
 }
@@ -60,6 +66,21 @@ void RoomyStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
     painter->setBrush(Qt::NoBrush);
     painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
     painter->restore();
+}
+
+QIcon RoomyStyle::standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const {
+    switch (icon) {
+    case SP_MessageBoxCritical:
+        return Icon("message-error");
+    case SP_MessageBoxQuestion:
+        return Icon("message-question");
+    case SP_MessageBoxWarning:
+        return Icon("message-warning");
+    case SP_MessageBoxInformation:
+        return Icon("message-information");
+    default:
+        return QProxyStyle::standardIcon(icon, option, widget);
+    }
 }
 
 QPixmap RoomyStyle::generatedIconPixmap(QIcon::Mode mode, const QPixmap& pixmap,

@@ -26,16 +26,17 @@ constexpr std::uint32_t kCaptionText = 500;
 constexpr int kIconSize = 64;
 constexpr int kMargin = 28;
 constexpr int kGap = 20;
-constexpr int kTextWidth = 300;
+constexpr int kTextWidth = 340;
 constexpr int kTitlePoints = 18;
 constexpr std::chrono::milliseconds kMapPatience{500};
 
 } // namespace
 
-frmprogress::frmprogress() : QWidget(nullptr, Qt::SplashScreen | Qt::FramelessWindowHint) {
+frmprogress::frmprogress() : QFrame(nullptr, Qt::SplashScreen | Qt::FramelessWindowHint) {
     setObjectName(QStringLiteral("frmprogress"));
     setBackgroundRole(QPalette::Base);
     setAutoFillBackground(true);
+    setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
 
     auto* icon = new QLabel(this);
     icon->setPixmap(QApplication::windowIcon().pixmap(QSize(kIconSize, kIconSize), devicePixelRatioF()));

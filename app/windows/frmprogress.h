@@ -1,13 +1,13 @@
 #pragma once
 
-#include <QWidget>
+#include <QFrame>
 
 class QLabel;
 
 namespace app {
 
 /// The splash window that stands while start-up finishes.
-class frmprogress : public QWidget {
+class frmprogress : public QFrame {
     Q_OBJECT
 
   public:
