@@ -10,9 +10,9 @@ namespace archive {
 
 /// Statuses of the archive operations.
 inline constexpr std::int16_t kStatusDone = 0;
-inline constexpr std::int16_t kStatusRefused = -1;      ///< password refused or not given; damaged stream; stopped
+inline constexpr std::int16_t kStatusRefused = -1; ///< password refused or not given; damaged stream; stopped
 inline constexpr std::int16_t kStatusNotZip = -2;
-inline constexpr std::int16_t kStatusNothing = -10;     ///< nothing loaded, wrong selection, refused method
+inline constexpr std::int16_t kStatusNothing = -10; ///< nothing loaded, wrong selection, refused method
 
 /// Which entries to extract: positions 1 to FileCount; position 0 is not used.
 using EntrySelection = std::vector<bool>;

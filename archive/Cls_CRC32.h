@@ -21,8 +21,8 @@ class Cls_CRC32 {
     /// Entry of the CRC table; throws std::out_of_range for an index outside 0..255.
     std::uint32_t GetcrcTable(int index) const;
 
-    /// CRC-32 of the whole array. The register holds the inverted result afterwards, so the same CRC cannot be
-    /// continued.
+    /// CRC-32 of the whole array. The register holds the inverted result afterwards, so the same CRC cannot
+    /// be continued.
     std::uint32_t CalcCRC32File(std::span<const std::uint8_t> data);
 
   private:

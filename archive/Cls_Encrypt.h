@@ -9,8 +9,8 @@ namespace archive {
 /// Decryption of the traditional encryption of the ZIP application note (section 6.1).
 class Cls_Encrypt {
   public:
-    /// Sets the keys from the password, a text whose characters count as their ANSI bytes, and decrypts the first 12
-    /// bytes of `data` in place. `data` must hold at least 12.
+    /// Sets the keys from the password, a text whose characters count as their ANSI bytes, and decrypts the
+    /// first 12 bytes of `data` in place. `data` must hold at least 12.
     void ZipPrepareKey(std::span<std::uint8_t> data, std::string_view password);
 
     /// Decrypts `data` in place, going on from the present keys.

@@ -9,8 +9,9 @@ class ExtractionObserver {
   public:
     virtual ~ExtractionObserver() = default;
 
-    /// Entry `entry` (from 1) of `count`, selected or not, has been dealt with. The observer shows the progress and
-    /// lets window messages run. Answers false to end the extraction here; what is written stays whole.
+    /// Entry `entry` (from 1) of `count`, selected or not, has been dealt with. The observer shows the
+    /// progress and lets window messages run. Answers false to end the extraction here; what is written stays
+    /// whole.
     virtual bool EntryDone(std::int32_t entry, std::int32_t count) = 0;
 };
 

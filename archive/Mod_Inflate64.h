@@ -8,15 +8,17 @@ namespace archive {
 
 /// Decodes a Deflate (RFC 1951) or Deflate64 stream held whole in memory.
 ///
-/// `data` holds the compressed bytes and receives the decoded ones (none when nothing was decoded). `lastIndex` is
-/// the recorded uncompressed size - 1; the output never grows past it, and memory follows what the input can yield,
-/// not what the record claims. Stricter and wider than RFC 1951: incomplete and over-subscribed codes are refused,
-/// distance codes 30 and 31 are decoded in both modes, length codes 286 and 287 copy nothing, matches reach back to
-/// the start of the output, bits missing at the end of the input read as 0.
+/// `data` holds the compressed bytes and receives the decoded ones (none when nothing was decoded).
+/// `lastIndex` is the recorded uncompressed size - 1; the output never grows past it, and memory follows what
+/// the input can yield, not what the record claims. Stricter and wider than RFC 1951: incomplete and
+/// over-subscribed codes are refused, distance codes 30 and 31 are decoded in both modes, length codes 286
+/// and 287 copy nothing, matches reach back to the start of the output, bits missing at the end of the input
+/// read as 0.
 ///
-/// Answers 0 when done, -1 for an invalid block type, for a stored block that runs past the input or the output, and
-/// for a literal or match that does not fit; -2 when a stored block's length check failed (decoding goes on). After a
-/// table error message 541 is shown, the status so far is returned and `data` still holds the compressed bytes.
+/// Answers 0 when done, -1 for an invalid block type, for a stored block that runs past the input or the
+/// output, and for a literal or match that does not fit; -2 when a stored block's length check failed
+/// (decoding goes on). After a table error message 541 is shown, the status so far is returned and `data`
+/// still holds the compressed bytes.
 std::int16_t Inflate(ByteBuffer& data, std::int32_t lastIndex, bool deflate64);
 
 } // namespace archive
