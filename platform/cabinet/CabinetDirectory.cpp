@@ -19,9 +19,17 @@ std::size_t HashOf(std::string_view name) {
     return std::hash<std::string>{}(ToUpper(name));
 }
 
-/// Flagged names are UTF-8; where one is not, and for all others, the code page decides.
+/// Flagged names are UTF-8, with U+FFFD for each byte that is none: unlike "?" it can be part of a file's
+/// name. For all others the code page decides.
 std::string NameOf(const std::string& stored, std::uint16_t attributes) {
-    return (attributes & kAttributeUtf8Name) != 0 && IsUtf8(stored) ? stored : AnsiToUtf8(stored);
+    if ((attributes & kAttributeUtf8Name) == 0)
+        return AnsiToUtf8(stored);
+    std::string name;
+    for (std::size_t at = 0; at < stored.size();) {
+        const char32_t point = NextCodePoint(stored, at);
+        AppendUtf8(name, point == kNotUtf8 ? U'\uFFFD' : point);
+    }
+    return name;
 }
 
 } // namespace

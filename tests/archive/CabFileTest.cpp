@@ -1,0 +1,225 @@
+#include "CabTest.h"
+#include "archive/CabFilesCallback.h"
+#include "support/RunProgram.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <sys/stat.h>
+
+namespace tests {
+namespace {
+
+const platform::SystemTime kNoon{2025, 1, 1, 12, 0, 0};
+
+TEST_F(CabTest, ListsEveryFileInCabinetOrder) {
+    CabBuilder builder;
+    builder.items = {{"z.txt", "zz"}, {"sub\\a.txt", "content"}, {"sub\\deep\\b", "", 0, 0x20, 0, 0}};
+    Use(builder);
+    EXPECT_TRUE(cab.GetInfo(""));
+    EXPECT_EQ(found, (Texts{"|z.txt|2", "sub\\|a.txt|7", "sub\\deep\\|b|0"}));
+    EXPECT_EQ(times[0], kNoon);
+    EXPECT_EQ(times[2], platform::SystemTime{}) << "no date";
+}
+
+TEST_F(CabTest, FilterStopsTheListingAtTheNamedFile) {
+    CabBuilder builder;
+    builder.items = {{"a", "1"}, {"B.TXT", "22"}, {"b.txt", "333"}};
+    Use(builder);
+    EXPECT_TRUE(cab.GetInfo("b.Txt"));
+    EXPECT_EQ(found, (Texts{"|B.TXT|2"}));
+    EXPECT_TRUE(cab.GetInfo("missing"));
+    EXPECT_EQ(found.size(), 1u);
+}
+
+TEST_F(CabTest, ExtractsIntoAFolderNamedAfterTheCabinet) {
+    CabBuilder builder;
+    builder.items = {{"readme.txt", "read me"}, {"sub\\a.txt", "A"}};
+    Use(builder);
+    EXPECT_TRUE(ExtractAll());
+    EXPECT_EQ(after, (Texts{"E:\\out\\data\\readme.txt", "E:\\out\\data\\sub\\a.txt"}));
+    EXPECT_EQ(dir.Read("out/data/readme.txt"), "read me");
+    EXPECT_EQ(dir.Read("out/data/sub/a.txt"), "A");
+}
+
+TEST_F(CabTest, NamesTargetsByEachSource) {
+    CabBuilder builder;
+    builder.items = {{"x.txt", "1"}, {"plain", "2"}};
+    Use(builder);
+    EXPECT_TRUE(cab.Extract("x.txt", "", "")) << "beside the cabinet, in a folder named after the file";
+    EXPECT_EQ(dir.Read("x/x.txt"), "1");
+    EXPECT_TRUE(cab.Extract("plain", "E:\\o2\\", ""));
+    EXPECT_EQ(dir.Read("o2/plain"), "2");
+    EXPECT_TRUE(cab.Extract("plain", "E:\\o3", "E:\\any\\PLAIN.cab"));
+    EXPECT_EQ(dir.Read("o3/PLAIN"), "2");
+}
+
+TEST_F(CabTest, FilterIgnoresCaseAndFolders) {
+    CabBuilder builder;
+    builder.items = {{"a.txt", "top"}, {"sub\\a.txt", "below"}, {"\xC3\xA4.txt", "umlaut", 0, 0xA0}};
+    Use(builder);
+    EXPECT_TRUE(ExtractOne("A.TXT"));
+    EXPECT_EQ(dir.Read("out/data/a.txt"), "top");
+    EXPECT_FALSE(dir.Read("out/data/sub/a.txt"));
+    EXPECT_TRUE(ExtractOne("SUB\\A.txt"));
+    EXPECT_TRUE(ExtractOne("\xC3\x84.TXT"));
+    EXPECT_EQ(before, (Texts{"a.txt", "sub\\a.txt", "\xC3\xA4.txt"}));
+}
+
+TEST_F(CabTest, CancelledFileStaysUnwritten) {
+    CabBuilder builder;
+    builder.items = {{"a", "1"}, {"b", "2"}, {"c", "3"}};
+    Use(builder);
+    cancelled = "b";
+    EXPECT_TRUE(ExtractAll());
+    EXPECT_EQ(before.size(), 3u);
+    EXPECT_EQ(after, (Texts{"E:\\out\\data\\a", "E:\\out\\data\\c"}));
+    EXPECT_FALSE(dir.Read("out/data/b"));
+}
+
+TEST_F(CabTest, RaisesErrorsWithTheirTexts) {
+    const archive::CabResult unset = cab.GetInfo("");
+    EXPECT_EQ(unset.number, 0x800407A4u);
+    EXPECT_EQ(unset.description,
+              "You must set the CabName property before taking any action on the CabFile object.");
+    EXPECT_EQ(cab.Extract("", "E:\\", "").number, 0x800407A4u);
+
+    cab.CabName = TestDir::Path("missing.cab");
+    EXPECT_EQ(cab.GetInfo("").number, 2u);
+    EXPECT_EQ(cab.GetInfo("").description, "The system cannot find the file specified.");
+    cab.CabName = TestDir::Path("no\\missing.cab");
+    EXPECT_EQ(ExtractAll().number, 3u);
+    cab.CabName = dir.MakeFile("text.cab", "This is not a cabinet, though it is long enough to be one.");
+    EXPECT_EQ(cab.GetInfo("").number, 13u);
+    EXPECT_EQ(cab.GetInfo("").description, "Invalid data.");
+    cab.CabName = dir.MakeFolder("folder.cab");
+    EXPECT_EQ(cab.GetInfo("").number, 5u);
+}
+
+TEST_F(CabTest, SkipsTargetsThatLeaveTheDestination) {
+    CabBuilder builder;
+    for (const char* name : {"..\\up", "sub\\..\\..\\up", "\\root", "/root", "C:\\drive", "d:", "a\\CON",
+                             "nul.txt", "folder\\", "sub//x", "../up", "stream:x"})
+        builder.items.push_back({name, "bad"});
+    builder.items.push_back({"good", "good"});
+    builder.items.push_back({"sub/slash", "fine"});
+    Use(builder);
+    EXPECT_TRUE(ExtractAll());
+    EXPECT_EQ(after, (Texts{"E:\\out\\data\\good", "E:\\out\\data\\sub/slash"}));
+    EXPECT_EQ(dir.Count(), 2u) << "the cabinet and the output";
+    EXPECT_EQ(dir.Count("out"), 1u);
+    EXPECT_EQ(dir.Count("out/data"), 2u);
+}
+
+TEST_F(CabTest, SkipsTargetsThatDoNotFitTheRecord) {
+    // The destination and "data\" take 7 + 5 of 259 characters; each of these letters is two bytes.
+    CabBuilder builder;
+    std::string fits;
+    for (int i = 0; i < 80; ++i)
+        fits += "\xC3\xA9";
+    builder.items = {{fits, "fits", 0, 0xA0}};
+    std::string deep(120, 'd');
+    builder.items.push_back({deep + "\\" + std::string(126, 'x'), "fits exactly"});
+    builder.items.push_back({deep + "\\" + std::string(127, 'y'), "too long"});
+    Use(builder);
+    EXPECT_TRUE(ExtractAll());
+    ASSERT_EQ(after.size(), 2u);
+    EXPECT_EQ(after[1].size(), 259u);
+}
+
+TEST_F(CabTest, FollowsNoLinkBelowTheDestination) {
+    CabBuilder builder;
+    builder.items = {{"sub\\a", "through"}, {"file", "new"}};
+    Use(builder);
+    dir.MakeFolder("elsewhere");
+    dir.MakeFolder("out/data");
+    dir.MakeFile("precious", "old");
+    std::filesystem::create_directory_symlink(dir.Host("elsewhere"), dir.Host("out/data/sub"));
+    std::filesystem::create_symlink(dir.Host("precious"), dir.Host("out/data/file"));
+    EXPECT_TRUE(ExtractAll());
+    EXPECT_EQ(dir.Count("elsewhere"), 0u);
+    EXPECT_EQ(dir.Read("precious"), "old");
+    EXPECT_EQ(dir.Read("out/data/file"), "new");
+    EXPECT_FALSE(std::filesystem::is_symlink(dir.Host("out/data/file")));
+}
+
+TEST_F(CabTest, GivesFilesTheirTimeAndExecutableMark) {
+    CabBuilder builder;
+    builder.items = {{"tool", "#!/bin/sh\n", 0, 0x60}, {"doc", "text"}, {"undated", "", 0, 0x20, 0, 0}};
+    Use(builder);
+    EXPECT_TRUE(ExtractAll());
+
+    struct stat tool {};
+
+    struct stat doc {};
+
+    ASSERT_EQ(::stat(dir.Host("out/data/tool").c_str(), &tool), 0);
+    ASSERT_EQ(::stat(dir.Host("out/data/doc").c_str(), &doc), 0);
+    EXPECT_NE(tool.st_mode & S_IXUSR, 0u);
+    EXPECT_EQ(doc.st_mode & S_IXUSR, 0u);
+    const tm* local = std::localtime(&doc.st_mtime);
+    EXPECT_EQ(local->tm_year, 125);
+    EXPECT_EQ(local->tm_hour, 12);
+}
+
+TEST_F(CabTest, RefusesToReplaceFoldersAndReadOnlyFiles) {
+    CabBuilder builder;
+    builder.items = {{"a", "new"}, {"b", "new"}};
+    Use(builder);
+    dir.MakeFolder("out/data/a");
+    EXPECT_EQ(ExtractAll().number, 5u);
+    EXPECT_TRUE(after.empty()) << "the first failure ends the extraction";
+    EXPECT_EQ(dir.Count("out/data"), 1u) << "nothing half written stays";
+    EXPECT_TRUE(ExtractOne("b"));
+}
+
+TEST_F(CabTest, NoticesThatTheCabinetChanged) {
+    CabBuilder builder;
+    builder.items = {{"a", SampleText(100000, 1)}, {"b", SampleText(100000, 2)}};
+    Use(builder);
+    EXPECT_TRUE(ExtractOne("a"));
+    builder.items = {{"b", SampleText(100000, 3)}};
+    Use(builder);
+    EXPECT_TRUE(ExtractOne("b"));
+    EXPECT_EQ(dir.Read("out/data/b"), builder.items[0].content);
+    std::filesystem::remove(dir.Host("data.cab"));
+    EXPECT_EQ(ExtractOne("b").number, 2u);
+}
+
+TEST_F(CabTest, FindsItsWayWhenAFolderItKeptOpenIsDeleted) {
+    CabBuilder builder;
+    builder.items = {{"sub\\a", "1"}, {"sub\\b", "2"}};
+    Use(builder);
+    EXPECT_TRUE(ExtractOne("sub\\a"));
+    std::filesystem::remove_all(dir.Host("out"));
+    EXPECT_TRUE(ExtractOne("sub\\b"));
+    EXPECT_EQ(dir.Read("out/data/sub/b"), "2");
+}
+
+TEST_F(CabTest, FileThatContinuesInAnotherCabinetIsMissing) {
+    CabBuilder builder;
+    builder.items = {{"here", "1"}, {"half", "2", 0xFFFE}, {"earlier", "3", 0xFFFD}};
+    builder.nextCabinet = "next.cab";
+    Use(builder);
+    EXPECT_TRUE(cab.GetInfo(""));
+    EXPECT_EQ(found, (Texts{"|here|1", "|half|1"})) << "what began elsewhere is not a file of this cabinet";
+    EXPECT_TRUE(ExtractOne("here"));
+    EXPECT_EQ(ExtractOne("half").number, 2u);
+    EXPECT_FALSE(dir.Read("out/data/half"));
+}
+
+TEST_F(CabTest, HandlerOfNoObjectLetsTheIterationGoOn) {
+    archive::SetCurrentCabFile(nullptr);
+    EXPECT_EQ(archive::CabIterateCallback(1, 0x11, nullptr, 0), 0u);
+    {
+        CabBuilder builder;
+        builder.items = {{"a", "1"}};
+        archive::CabFile other;
+        other.CabName = dir.MakeFile("o.cab", builder.Bytes());
+        EXPECT_TRUE(other.GetInfo(""));
+        EXPECT_EQ(archive::CurrentCabFile(), &other);
+    }
+    EXPECT_EQ(archive::CurrentCabFile(), nullptr) << "an object that is gone is not called";
+}
+
+} // namespace
+} // namespace tests

@@ -1,0 +1,333 @@
+// Cabinets that are written, read back by programs that have no part in writing them.
+
+#include "platform/CabCompress.h"
+
+#include "platform/CabinetIterator.h"
+#include "platform/OutputFolder.h"
+#include "support/CabBuilder.h"
+#include "support/RunProgram.h"
+#include "support/TestDir.h"
+
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <map>
+#include <random>
+#include <set>
+#include <sys/mount.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace tests {
+namespace {
+
+namespace fs = std::filesystem;
+using platform::CabFailure;
+
+using Tree = std::map<std::string, std::string>;
+
+/// All files below a folder, by path.
+Tree TreeAt(const fs::path& folder) {
+    Tree tree;
+    for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+        if (entry.is_directory())
+            continue;
+        std::ifstream file(entry.path(), std::ios::binary);
+        tree[fs::relative(entry.path(), folder).string()] =
+            std::string(std::istreambuf_iterator<char>(file), {});
+    }
+    return tree;
+}
+
+class CabCompressTest : public testing::Test {
+  protected:
+    platform::CabReport PackFolder(const platform::CabProgressFunction& progress = {}) {
+        return platform::CabCompress(platform::kCabModeFolder, TestDir::Path(), "src.cab",
+                                     TestDir::Path("src/"), status, progress);
+    }
+
+    void ExpectRefused(CabFailure failure, const std::string& path) {
+        const auto before = dir.Count();
+        const platform::CabReport report = PackFolder();
+        EXPECT_EQ(report.failure, failure) << report.Description();
+        EXPECT_EQ(report.path, path);
+        EXPECT_NE(report.Description().find(path), std::string::npos);
+        EXPECT_EQ(status, static_cast<std::int16_t>(failure));
+        EXPECT_EQ(dir.Count(), before) << "something is left behind";
+    }
+
+    /// The content that a reader makes of src.cab; `command` has "CAB" and "OUT" in it.
+    Tree ReadBy(std::string command) {
+        const fs::path out = dir.HostC() / "read";
+        fs::remove_all(out);
+        fs::create_directory(out);
+        for (const auto& [word, value] : Tree{{"CAB", dir.Host("src.cab").string()}, {"OUT", out.string()}})
+            command.replace(command.find(word), word.size(), value);
+        EXPECT_TRUE(RunProgram(command)) << command;
+        return TreeAt(out);
+    }
+
+    TestDir dir;
+    std::int16_t status = 99;
+};
+
+const char* const kReaders[] = {"cabextract -q -d OUT CAB", "7zz x -bd -y -oOUT CAB",
+                                "LC_ALL=C.UTF-8 bsdtar -C OUT -xf CAB", "LC_ALL=C.UTF-8 gcab -x -C OUT CAB"};
+
+TEST_F(CabCompressTest, EveryReaderGetsTheTreeBack) {
+    std::mt19937 random(3);
+    std::string noise(3'000'000, '\0');
+    for (char& c : noise)
+        c = static_cast<char>(random());
+    dir.MakeFile("src/.hidden", "dot");
+    dir.MakeFile("src/a.txt", SampleText(200000));
+    dir.MakeFile("src/block", SampleText(32768, 2));
+    dir.MakeFile("src/empty.txt");
+    dir.MakeFile("src/noise.bin", noise);
+    dir.MakeFile("src/photos/2024/\xC3\xBC\xE6\x97\xA5.jpg", noise.substr(0, 70000));
+    dir.MakeFile("src/photos/2024/zeros", std::string(9'000'000, '\0'));
+    dir.MakeFile("src/z/large", SampleText(17'500'000, 4));
+    for (int i = 0; i < 300; ++i)
+        dir.MakeFile("src/small/" + std::to_string(i), SampleText(static_cast<std::size_t>(i), 5));
+    const platform::CabReport report = PackFolder();
+    ASSERT_EQ(status, 0) << report.Description();
+    const Tree source = TreeAt(dir.Host("src"));
+    for (const char* reader : kReaders)
+        EXPECT_TRUE(ReadBy(reader) == source) << reader;
+    EXPECT_TRUE(RunProgram("7zz t " + dir.Host("src.cab").string()));
+}
+
+TEST_F(CabCompressTest, OneFileKeepsItsNameAndCabinetTakesTheOldOnesPlace) {
+    dir.MakeFile("docs/a.txt", "first");
+    dir.MakeFile("src.cab", "an older cabinet");
+    platform::CabCompress(platform::kCabModeFile, TestDir::Path(), "src.cab", TestDir::Path("docs/a.txt"),
+                          status);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(ReadBy(kReaders[0]), (Tree{{"a.txt", "first"}}));
+    EXPECT_EQ(dir.Count(), 2u);
+}
+
+TEST_F(CabCompressTest, KeepsDatesAndAttributes) {
+    dir.MakeFile("src/tool", "x");
+    dir.MakeFile("src/fixed", "x");
+    dir.MakeFile("src/.dot", "x");
+    dir.MakeFile("src/old", "x");
+    ::chmod(dir.Host("src/tool").c_str(), 0755);
+    ::chmod(dir.Host("src/fixed").c_str(), 0444);
+    tm when{};
+    when.tm_year = 124;
+    when.tm_mon = 1;
+    when.tm_mday = 29;
+    when.tm_hour = 23;
+    when.tm_min = 59;
+    when.tm_sec = 58;
+    when.tm_isdst = -1;
+    const timespec stamp{std::mktime(&when), 0};
+    const timespec stamps[] = {stamp, stamp};
+    ::utimensat(AT_FDCWD, dir.Host("src/tool").c_str(), stamps, 0);
+    const timespec ancient[] = {{0, 0}, {0, 0}};
+    ::utimensat(AT_FDCWD, dir.Host("src/old").c_str(), ancient, 0);
+    PackFolder();
+    ASSERT_EQ(status, 0);
+    std::map<std::string, platform::FILE_IN_CABINET_INFO> found;
+    platform::CabinetIterator iterator;
+    const auto note = [](std::uintptr_t context, std::uint32_t notification, void* param1, std::uintptr_t) {
+        if (notification == platform::kNotifyFileInCabinet) {
+            const auto& info = *static_cast<platform::FILE_IN_CABINET_INFO*>(param1);
+            (*reinterpret_cast<decltype(found)*>(context))[info.NameInCabinet] = info;
+        }
+        return platform::kFileOpSkip;
+    };
+    ASSERT_FALSE(iterator.Iterate(TestDir::Path("src.cab"), note, reinterpret_cast<std::uintptr_t>(&found)));
+    ASSERT_EQ(found.size(), 4u);
+    EXPECT_EQ(found["tool"].DosDate, 44 << 9 | 2 << 5 | 29);
+    EXPECT_EQ(found["tool"].DosTime, 23 << 11 | 59 << 5 | 29);
+    EXPECT_EQ(found["tool"].DosAttribs, 0x60);
+    EXPECT_EQ(found["fixed"].DosAttribs, 0x21);
+    EXPECT_EQ(found[".dot"].DosAttribs, 0x22);
+    EXPECT_EQ(found["old"].DosDate, 1 << 5 | 1) << "the first day that the format has";
+}
+
+TEST_F(CabCompressTest, RefusesWhatACabinetCannotHold) {
+    dir.MakeFile("src/file", "x");
+    fs::create_symlink("file", dir.Host("src/link"));
+    ExpectRefused(CabFailure::kLink, "E:\\src\\link");
+    fs::remove(dir.Host("src/link"));
+
+    fs::create_directory_symlink(dir.HostC(), dir.Host("src/linked folder"));
+    ExpectRefused(CabFailure::kLink, "E:\\src\\linked folder");
+    fs::remove(dir.Host("src/linked folder"));
+
+    ASSERT_EQ(::mkfifo(dir.Host("src/pipe").c_str(), 0600), 0);
+    ExpectRefused(CabFailure::kSpecialFile, "E:\\src\\pipe");
+    fs::remove(dir.Host("src/pipe"));
+
+    dir.MakeFolder("src/sub/empty");
+    ExpectRefused(CabFailure::kEmptyFolder, "E:\\src\\sub\\empty\\");
+    fs::remove_all(dir.Host("src/sub"));
+
+    for (const char* name : {"a\\b", "colon:name", "aux.c", "ends in dot.", "control\x01", "bytes\xFF"}) {
+        std::ofstream(dir.Host("src") / name) << "x";
+        EXPECT_EQ(PackFolder().failure, CabFailure::kName) << name;
+        fs::remove(dir.Host("src") / name);
+    }
+    dir.MakeFile("src/" + std::string(200, 'd') + "/" + std::string(55, 'x'), "256 bytes");
+    EXPECT_EQ(PackFolder().failure, CabFailure::kName);
+    fs::remove_all(dir.Host("src") / std::string(200, 'd'));
+    dir.MakeFile("src/" + std::string(200, 'd') + "/" + std::string(54, 'x'), "255 bytes");
+    EXPECT_EQ(PackFolder().failure, CabFailure::kNone);
+}
+
+TEST_F(CabCompressTest, FindsLimitsBeforeAnythingIsWritten) {
+    dir.MakeFile("src/huge");
+    fs::resize_file(dir.Host("src/huge"), 0x7FFF8001);
+    ExpectRefused(CabFailure::kFileTooLarge, "E:\\src\\huge");
+    fs::remove(dir.Host("src/huge"));
+    for (int i = 0; i < 65536; ++i)
+        std::ofstream(dir.Host("src/" + std::to_string(i))).put('x');
+    ExpectRefused(CabFailure::kTooManyFiles, "E:\\src\\");
+    fs::remove(dir.Host("src/0"));
+    PackFolder();
+    EXPECT_EQ(status, 0) << "65,535 fit";
+}
+
+TEST_F(CabCompressTest, ReportsWhatIsMissingOrCannotBeWritten) {
+    EXPECT_EQ(PackFolder().failure, CabFailure::kCannotRead);
+    EXPECT_EQ(PackFolder().error.code, 2u);
+    dir.MakeFile("src/file", "x");
+    dir.MakeFolder("src.cab");
+    ExpectRefused(CabFailure::kCannotWrite, "E:\\src.cab");
+    platform::CabCompress(platform::kCabModeFolder, TestDir::Path("no/"), "src.cab", TestDir::Path("src/"),
+                          status);
+    EXPECT_EQ(status, static_cast<std::int16_t>(CabFailure::kCannotWrite));
+    platform::CabCompress(platform::kCabModeFile, TestDir::Path(), "s.cab", TestDir::Path("src"), status);
+    EXPECT_EQ(status, static_cast<std::int16_t>(CabFailure::kCannotRead)) << "a folder is not a file";
+    platform::CabCompress(3, TestDir::Path(), "s.cab", TestDir::Path("src/"), status);
+    EXPECT_EQ(status, static_cast<std::int16_t>(CabFailure::kWrongCall));
+}
+
+/// Runs `change` once, when about `share` of the work is done.
+platform::CabProgressFunction When(double share, std::function<void()> change, bool& done) {
+    return [=, &done](const platform::CabProgress& progress) {
+        if (!done && static_cast<double>(progress.done) >= share * static_cast<double>(progress.total)) {
+            done = true;
+            change();
+        }
+        return true;
+    };
+}
+
+TEST_F(CabCompressTest, SourceThatChangesIsNoticedAtAnyMoment) {
+    const std::vector<std::pair<std::string, std::function<void()>>> changes = {
+        {"grows", [&] { std::ofstream(dir.Host("src/m"), std::ios::app) << "more"; }},
+        {"shrinks", [&] { fs::resize_file(dir.Host("src/m"), 100); }},
+        {"vanishes", [&] { fs::remove(dir.Host("src/m")); }},
+        {"is rewritten", [&] { dir.MakeFile("src/m", SampleText(900000, 9)); }},
+        {"becomes a link",
+         [&] {
+             fs::remove(dir.Host("src/m"));
+             fs::create_symlink("z", dir.Host("src/m"));
+         }},
+        {"a file comes", [&] { dir.MakeFile("src/new", "x"); }},
+        {"a file is renamed", [&] { fs::rename(dir.Host("src/m"), dir.Host("src/n")); }},
+    };
+    const std::string large = SampleText(5'000'000);
+    for (const auto& [name, change] : changes) {
+        for (const double share : {0.0, 0.6}) {
+            fs::remove_all(dir.Host("src"));
+            dir.MakeFile("src/a", large);
+            dir.MakeFile("src/m", large.substr(1000, 900'000));
+            dir.MakeFile("src/z", large);
+            bool done = false;
+            const platform::CabReport report = PackFolder(When(share, change, done));
+            if (!done)
+                continue; // this machine was done before it was asked again
+            EXPECT_TRUE(report.failure == CabFailure::kChanged || report.failure == CabFailure::kCannotRead)
+                << name << " at " << share << ": " << report.Description();
+            EXPECT_EQ(dir.Count(), 1u) << name;
+        }
+    }
+}
+
+TEST_F(CabCompressTest, StopsWhenAskedTo) {
+    dir.MakeFile("src/a", SampleText(8'000'000));
+    int calls = 0;
+    const platform::CabReport report = PackFolder([&](const platform::CabProgress& progress) {
+        EXPECT_LE(progress.done, progress.total);
+        EXPECT_EQ(progress.file, "a");
+        ++calls;
+        return false;
+    });
+    EXPECT_EQ(report.failure, CabFailure::kStopped);
+    EXPECT_EQ(calls, 1);
+    EXPECT_EQ(dir.Count(), 1u);
+}
+
+TEST_F(CabCompressTest, FullDiskLeavesNothing) {
+    const fs::path place = dir.Host("disk");
+    fs::create_directory(place);
+    if (::mount("none", place.c_str(), "tmpfs", 0, "size=512k") != 0)
+        GTEST_SKIP() << "no right to mount a small disk";
+    dir.MakeFile("src/a", SampleText(6'000'000));
+    const platform::CabReport report = platform::CabCompress(platform::kCabModeFolder, TestDir::Path("disk/"),
+                                                             "src.cab", TestDir::Path("src/"), status);
+    EXPECT_EQ(report.failure, CabFailure::kCannotWrite);
+    EXPECT_EQ(report.error.code, 112u);
+    EXPECT_EQ(dir.Count("disk"), 0u);
+    ::umount(place.c_str());
+}
+
+// A kill at any moment: the source is whole, and a cabinet of the final name is there whole or not at all.
+TEST_F(CabCompressTest, KilledAtAnyMomentNothingIsHalfDone) {
+    dir.MakeFile("src/a", SampleText(2'500'000));
+    dir.MakeFile("src/b", SampleText(2'500'000, 2));
+    const Tree source = TreeAt(dir.Host("src"));
+    std::set<bool> outcomes;
+    for (int milliseconds = 0; outcomes.size() < 2 && milliseconds < 10000;
+         milliseconds += 3 + milliseconds / 3) {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            std::int16_t ignored = 0;
+            platform::CabCompress(platform::kCabModeFolder, TestDir::Path(), "src.cab", TestDir::Path("src/"),
+                                  ignored);
+            ::_exit(0);
+        }
+        ::usleep(static_cast<useconds_t>(milliseconds * 1000));
+        ::kill(child, SIGKILL);
+        ::waitpid(child, nullptr, 0);
+        EXPECT_TRUE(TreeAt(dir.Host("src")) == source);
+        const bool made = fs::exists(dir.Host("src.cab"));
+        outcomes.insert(made);
+        if (made) {
+            EXPECT_TRUE(ReadBy(kReaders[0]) == source);
+        }
+    }
+    EXPECT_EQ(outcomes.size(), 2u) << "both before and after the end";
+}
+
+TEST_F(CabCompressTest, CabinetDoesNotDependOnTheNumberOfProcessors) {
+    dir.MakeFile("src/a", SampleText(1'000'000));
+    dir.MakeFile("src/b", SampleText(17'000'000, 2));
+    PackFolder();
+    ASSERT_EQ(status, 0);
+    const auto first = dir.Read("src.cab");
+    cpu_set_t before;
+    cpu_set_t one;
+    ASSERT_EQ(::sched_getaffinity(0, sizeof before, &before), 0);
+    CPU_ZERO(&one);
+    for (std::size_t cpu = 0; cpu < CPU_SETSIZE && CPU_COUNT(&one) == 0; ++cpu) {
+        if (CPU_ISSET(cpu, &before))
+            CPU_SET(cpu, &one);
+    }
+    ASSERT_EQ(::sched_setaffinity(0, sizeof one, &one), 0);
+    PackFolder();
+    ::sched_setaffinity(0, sizeof before, &before);
+    EXPECT_EQ(status, 0);
+    EXPECT_TRUE(dir.Read("src.cab") == first);
+}
+
+} // namespace
+} // namespace tests
