@@ -1,7 +1,7 @@
 #include "Crc32Kernels.h"
 
-#include <bit>
-#include <cstring>
+#include "CpuTarget.h"
+#include "Crc32Clmul.h"
 
 namespace archive {
 
@@ -28,7 +28,27 @@ std::uint32_t LoadLittle32(const std::uint8_t* bytes) {
            static_cast<std::uint32_t>(bytes[2]) << 16 | static_cast<std::uint32_t>(bytes[3]) << 24;
 }
 
-std::uint32_t UpdatePortable(std::uint32_t crc, const std::uint8_t* data, std::size_t size) {
+constexpr Crc32Kernel kPortable{"portable", UpdateCrc32Portable};
+
+std::vector<const Crc32Kernel*> FindKernels() {
+    std::vector<const Crc32Kernel*> kernels{&kPortable};
+#if PELLARION_X86_64
+    static constexpr Crc32Kernel kClmul{"pclmul", UpdateCrc32Clmul};
+    [[maybe_unused]] static constexpr Crc32Kernel kWideClmul{"vpclmul", UpdateCrc32WideClmul};
+    if (FastCodeAllowed() && __builtin_cpu_supports("pclmul") && __builtin_cpu_supports("sse4.1")) {
+        kernels.push_back(&kClmul);
+#ifndef _WIN32 // where GCC does not align the stack for such wide registers
+        if (__builtin_cpu_supports("avx512f") && __builtin_cpu_supports("vpclmulqdq"))
+            kernels.push_back(&kWideClmul);
+#endif
+    }
+#endif
+    return kernels;
+}
+
+} // namespace
+
+std::uint32_t UpdateCrc32Portable(std::uint32_t crc, const std::uint8_t* data, std::size_t size) {
     for (; size >= kSlices; data += kSlices, size -= kSlices) {
         const std::uint32_t low = LoadLittle32(data) ^ crc;
         const std::uint32_t high = LoadLittle32(data + 4);
@@ -42,12 +62,8 @@ std::uint32_t UpdatePortable(std::uint32_t crc, const std::uint8_t* data, std::s
     return crc;
 }
 
-constexpr Crc32Kernel kPortable{"portable", UpdatePortable};
-
-} // namespace
-
 const std::vector<const Crc32Kernel*>& Crc32Kernels() {
-    static const std::vector<const Crc32Kernel*> kernels{&kPortable};
+    static const std::vector<const Crc32Kernel*> kernels = FindKernels();
     return kernels;
 }
 

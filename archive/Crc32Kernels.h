@@ -27,6 +27,9 @@ constexpr std::uint32_t Crc32Step(std::uint32_t crc, std::uint8_t byte) {
     return kCrc32Table[(crc ^ byte) & 0xFF] ^ (crc >> 8);
 }
 
+/// Many bytes through the register, eight at a time by tables.
+std::uint32_t UpdateCrc32Portable(std::uint32_t crc, const std::uint8_t* data, std::size_t size);
+
 /// One way to run many bytes through the register.
 struct Crc32Kernel {
     const char* name;

@@ -29,7 +29,8 @@ constexpr InflateKernel kBmi2{"bmi2", DecodeBmi2};
 std::vector<const InflateKernel*> FindKernels() {
     std::vector<const InflateKernel*> kernels{&kPortable};
 #if PELLARION_X86_64
-    if (__builtin_cpu_supports("bmi") && __builtin_cpu_supports("bmi2") && __builtin_cpu_supports("ssse3"))
+    if (FastCodeAllowed() && __builtin_cpu_supports("bmi") && __builtin_cpu_supports("bmi2") &&
+        __builtin_cpu_supports("ssse3"))
         kernels.push_back(&kBmi2);
 #endif
     return kernels;
