@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <map>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -24,14 +25,17 @@ struct ProbeResult {
 };
 
 /// A drive E: with a program folder of its own, E:\Tools\Pellarion, ready to start from: the program file and
-/// the text libraries of this build. Settings are for the test to write.
+/// the text libraries of this build. `settings` is its settings file; without any there is none.
 class ProgramFolder {
   public:
-    ProgramFolder() : runtime_("XDG_RUNTIME_DIR", dir_.HostC().string()) {
+    explicit ProgramFolder(std::optional<std::string_view> settings = std::nullopt)
+        : runtime_("XDG_RUNTIME_DIR", dir_.HostC().string()) {
         std::filesystem::create_directories(Host());
         LinkProgram();
         for (const char* library : {"langfile0409.dll", "lic0409.dll", "langfile0407.dll", "lic0407.dll"})
             Put(std::string(PROGRAM_DIR) + "/" + library, library);
+        if (settings)
+            dir_.MakeFile("Tools/Pellarion/setting.ini", *settings);
     }
 
     TestDir& Dir() { return dir_; }
@@ -45,10 +49,6 @@ class ProgramFolder {
     /// Puts a copy of a file into the program folder, in place of one of that name.
     void Put(const std::filesystem::path& source, std::string_view name) const {
         std::filesystem::copy_file(source, Host(name), std::filesystem::copy_options::overwrite_existing);
-    }
-
-    void WriteSettings(std::string_view content) const {
-        dir_.MakeFile("Tools/Pellarion/setting.ini", content);
     }
 
     std::string Command(std::string_view arguments) const {

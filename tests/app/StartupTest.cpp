@@ -66,8 +66,7 @@ TEST(Startup, StopsWithOneOfItsThreeMessages) {
     };
     for (const Case& one : cases) {
         SCOPED_TRACE(one.settings);
-        ProgramFolder folder;
-        folder.WriteSettings(one.settings);
+        ProgramFolder folder(one.settings);
         const ProbeResult result = folder.Start();
         EXPECT_EQ(result["outcome"], "stopped");
         EXPECT_EQ(result["ended"], "well");
@@ -107,8 +106,7 @@ TEST(Startup, StopsOnAWriteProtectedDriveWithoutSettings) {
 }
 
 TEST(Startup, LanguageIsChosenInTheSettings) {
-    ProgramFolder folder;
-    folder.WriteSettings("[setting]\nLANGUAGE=0407\n"); // no Charset: 0
+    ProgramFolder folder("[setting]\nLANGUAGE=0407\n"); // no Charset: 0
     // The drive's file system keeps letter case but does not care.
     fs::rename(folder.Host("langfile0407.dll"), folder.Host("LangFile0407.DLL"));
     const ProbeResult result = folder.Start("101 x103");
@@ -125,8 +123,7 @@ TEST(Startup, GoesOnWithoutALibraryItCannotLoad) {
     ASSERT_GT(whole.size(), 4096U);
     for (const std::string& damaged : {std::string(), whole.substr(0, 300), std::string(9000, 'x')}) {
         SCOPED_TRACE(damaged.size());
-        ProgramFolder folder;
-        folder.WriteSettings(kEnglish);
+        ProgramFolder folder(kEnglish);
         folder.Dir().MakeFile("Tools/Pellarion/langfile0409.dll", damaged);
         const ProbeResult result = folder.Start("302 500 x103");
         EXPECT_EQ(result["outcome"], "run");
@@ -136,8 +133,7 @@ TEST(Startup, GoesOnWithoutALibraryItCannotLoad) {
         EXPECT_EQ(result["x103"], "&Help");
         EXPECT_EQ(result["copies after"], "");
     }
-    ProgramFolder folder;
-    folder.WriteSettings(kEnglish);
+    ProgramFolder folder(kEnglish);
     fs::remove(folder.Host("lic0409.dll"));
     const ProbeResult result = folder.Start("302 x103");
     EXPECT_EQ(result["outcome"], "run");
@@ -148,8 +144,7 @@ TEST(Startup, GoesOnWithoutALibraryItCannotLoad) {
 
 // A copy that took the protection along could be neither deleted at the end nor replaced at the next start.
 TEST(Startup, CopiesAreFreshAndDoNotStay) {
-    ProgramFolder folder;
-    folder.WriteSettings(kEnglish);
+    ProgramFolder folder(kEnglish);
     fs::create_directories(folder.TempFolder());
     for (const char* name : {"ox_langfile0409.dll", "oxlic_0409.dll"})
         std::ofstream(folder.TempFolder() / name) << "left by a run that was cut off";
@@ -166,8 +161,7 @@ TEST(Startup, CopiesAreFreshAndDoNotStay) {
 }
 
 TEST(Startup, GoesOnWithoutTextsWhenThereIsNoWorkingFolder) {
-    ProgramFolder folder;
-    folder.WriteSettings(kEnglish);
+    ProgramFolder folder(kEnglish);
     std::ofstream(folder.Dir().HostC() / "Pellarion") << "a file in the folder's place";
     const ProbeResult result = folder.Start("302");
     EXPECT_EQ(result["outcome"], "run");
@@ -176,8 +170,7 @@ TEST(Startup, GoesOnWithoutTextsWhenThereIsNoWorkingFolder) {
 }
 
 TEST(Startup, ReadsTheOwnersNameFromTheSuite) {
-    ProgramFolder folder;
-    folder.WriteSettings("[Setting]\r\nLanguage=0409\r\nCharset=134\r\n");
+    ProgramFolder folder("[Setting]\r\nLanguage=0409\r\nCharset=134\r\n");
     folder.Dir().MakeFile("Program/Bin/OwnerInfo.ini", "[OwnerInfo]\r\nName=Ann Example\r\n");
     EXPECT_EQ(folder.Start("500")["500"], "Welcome, Ann Example. Pellarion will be ready in a moment ...");
 
@@ -187,8 +180,7 @@ TEST(Startup, ReadsTheOwnersNameFromTheSuite) {
 }
 
 TEST(Startup, SecondCopyEndsSilentlyAndTouchesNothing) {
-    ProgramFolder folder;
-    folder.WriteSettings(kEnglish);
+    ProgramFolder folder(kEnglish);
     const fs::path told = folder.Dir().HostC() / "told";
     FILE* first = ::popen((folder.Command("hold") + " > '" + told.string() + "'").c_str(), "w");
     ASSERT_NE(first, nullptr);
@@ -213,8 +205,7 @@ TEST(Startup, SecondCopyEndsSilentlyAndTouchesNothing) {
 }
 
 TEST(Startup, EndsSilentlyAfterAnUnexpectedError) {
-    ProgramFolder folder;
-    folder.WriteSettings(kEnglish);
+    ProgramFolder folder(kEnglish);
     // The second library is loaded when the damaged first one is reported, which fails.
     fs::resize_file(folder.Host("langfile0409.dll"), 100);
     const ProbeResult result = folder.Start("throw x103");

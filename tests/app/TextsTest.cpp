@@ -21,10 +21,9 @@ std::string Repeated(std::string_view what, int times) {
 }
 
 TEST(Texts, AreCutAtTheirLimitsInTheCodePage) {
-    ProgramFolder folder;
+    ProgramFolder folder("[Setting]\r\nLanguage=0fff\r\nCharset=0\r\n");
     folder.Put(ODD_LIBRARY, "langfile0fff.dll");
     folder.Put(ODD_LIBRARY, "lic0fff.dll");
-    folder.WriteSettings("[Setting]\r\nLanguage=0fff\r\nCharset=0\r\n");
     {
         const ScopedVariable page("PELLARION_ANSI_CODEPAGE", "1252");
         const ProbeResult result = folder.Start("500 501 502 503 x500");
