@@ -77,7 +77,6 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const {
     const FileRow& row = Row(index.row());
     switch (role) {
     case Qt::DisplayRole:
-    case Qt::ToolTipRole:
         return TextOf(row, index.column());
     case Qt::DecorationRole:
         return index.column() == kName ? QVariant(kinds_.Icon(row.kind)) : QVariant();

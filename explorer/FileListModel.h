@@ -48,7 +48,6 @@ class FileListModel : public QAbstractTableModel {
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
-    /// A cell's whole text is its tooltip too, since columns may be too narrow for it.
     QVariant data(const QModelIndex& index, int role) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     /// Sorts as a click on the header of `column` does and keeps that order for later rows. Rows with equal

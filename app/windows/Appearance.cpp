@@ -42,14 +42,38 @@ QPalette LightPalette() {
     return palette;
 }
 
+/// Whether a palette is just the style's own, which means that the desktop has none to give.
+bool IsStylesOwn(const QPalette& palette) {
+    const QPalette own = QApplication::style()->standardPalette();
+    constexpr std::array kRoles = {QPalette::Window, QPalette::Base, QPalette::Text, QPalette::Highlight};
+    return std::ranges::all_of(kRoles, [&](auto role) { return palette.color(role) == own.color(role); });
+}
+
+QPalette ChoosePalette() {
+    const QByteArray wanted = qgetenv("PELLARION_PALETTE");
+    if (wanted == "dark")
+        return DarkPalette();
+    const QPalette desktops = QApplication::palette();
+    return wanted == "light" || IsStylesOwn(desktops) ? LightPalette() : desktops;
+}
+
+QColor Mix(const QColor& one, const QColor& other, float share) {
+    const auto channel = [share](float from, float to) { return from * share + to * (1 - share); };
+    return QColor::fromRgbF(channel(one.redF(), other.redF()), channel(one.greenF(), other.greenF()),
+                            channel(one.blueF(), other.blueF()));
+}
+
 /// Selected rows of lists and trees are tinted rather than filled, so that icons and text keep their colours.
-QPalette ListPalette(QPalette palette, bool dark) {
-    const QColor active = dark ? QColor(0x2b, 0x4f, 0x75) : QColor(0xcf, 0xe3, 0xf8);
-    const QColor inactive = dark ? QColor(0x3b, 0x3f, 0x45) : QColor(0xe3, 0xe6, 0xea);
-    palette.setColor(QPalette::Active, QPalette::Highlight, active);
-    palette.setColor(QPalette::Inactive, QPalette::Highlight, inactive);
-    palette.setColor(QPalette::Disabled, QPalette::Highlight, inactive);
-    palette.setColor(QPalette::HighlightedText, palette.color(QPalette::Text));
+QPalette ListPalette(QPalette palette) {
+    const float strength = IsDark(palette) ? 0.5F : 0.24F;
+    const QColor base = palette.color(QPalette::Base);
+    const QColor text = palette.color(QPalette::Text);
+    const QColor unfocused = Mix(text, base, 0.12F);
+    palette.setColor(QPalette::Active, QPalette::Highlight,
+                     Mix(palette.color(QPalette::Highlight), base, strength));
+    palette.setColor(QPalette::Inactive, QPalette::Highlight, unfocused);
+    palette.setColor(QPalette::Disabled, QPalette::Highlight, unfocused);
+    palette.setColor(QPalette::HighlightedText, text);
     return palette;
 }
 
@@ -57,11 +81,9 @@ QPalette ListPalette(QPalette palette, bool dark) {
 
 void SetUpAppearance() {
     QApplication::setStyle(new RoomyStyle);
-    const QByteArray wanted = qgetenv("PELLARION_PALETTE");
-    const bool dark = wanted == "dark" || (wanted.isEmpty() && IsDark(QApplication::palette()));
-    const QPalette palette = dark ? DarkPalette() : LightPalette();
+    const QPalette palette = ChoosePalette();
     QApplication::setPalette(palette);
-    QApplication::setPalette(ListPalette(palette, dark), "QAbstractItemView");
+    QApplication::setPalette(ListPalette(palette), "QAbstractItemView");
     platform::SetIconSource(&Icon);
 }
 

@@ -2,7 +2,23 @@
 
 #include "app/windows/WindowTexts.h"
 
+#include <QAbstractItemView>
+#include <QHelpEvent>
+#include <QToolTip>
+
 namespace app {
+
+bool ColouredRows::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                             const QModelIndex& index) {
+    if (event->type() != QEvent::ToolTip)
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    const QRect cell = view->visualRect(index).intersected(view->viewport()->rect());
+    if (sizeHint(option, index).width() > cell.width())
+        QToolTip::showText(event->globalPos(), index.data().toString().toHtmlEscaped(), view);
+    else
+        QToolTip::hideText();
+    return true;
+}
 
 void ColouredRows::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
     QStyledItemDelegate::initStyleOption(option, index);

@@ -5,13 +5,16 @@
 namespace app {
 
 /// Draws rows of lists and trees whose own text colour stays while they are selected. A text that is too long
-/// loses its end or, where that tells more, its middle.
+/// loses its end or, where that tells more, its middle, and is told whole in a tooltip.
 class ColouredRows : public QStyledItemDelegate {
     Q_OBJECT
 
   public:
     explicit ColouredRows(QObject* parent, Qt::TextElideMode elide = Qt::ElideRight)
         : QStyledItemDelegate(parent), elide_(elide) {}
+
+    bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                   const QModelIndex& index) override;
 
   protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;

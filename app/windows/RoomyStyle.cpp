@@ -3,6 +3,8 @@
 #include "app/windows/Appearance.h"
 #include "app/windows/Icons.h"
 
+#include <QAbstractItemView>
+#include <QGuiApplication>
 #include <QPainter>
 #include <QStyleOption>
 
@@ -17,6 +19,14 @@ constexpr int kButtonSlack = 4; ///< what captions under icons can do without; e
 constexpr int kButtonPadding = 10;
 constexpr int kSmallestButton = 46;
 constexpr float kOutlineStrength = 0.45F;
+
+void DrawOutline(QPainter* painter, const QRect& rect, const QColor& colour) {
+    painter->save();
+    painter->setPen(colour);
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRect(rect.adjusted(0, 0, -1, -1));
+    painter->restore();
+}
 
 } // namespace
 
@@ -55,17 +65,20 @@ int RoomyStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWid
 
 void RoomyStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                                const QWidget* widget) const {
+    // Rows of trees are outlined without a word about whose they are.
+    const bool isRow = widget == nullptr || qobject_cast<const QAbstractItemView*>(widget) != nullptr;
+    if (element == PE_FrameFocusRect && isRow) {
+        // An outline alone: a filled one would veil the row's text and icon.
+        DrawOutline(painter, option->rect, QGuiApplication::palette().color(QPalette::Highlight));
+        return;
+    }
     QProxyStyle::drawPrimitive(element, option, painter, widget);
     const bool isBox = element == PE_IndicatorCheckBox || element == PE_IndicatorItemViewItemCheck;
-    if (!isBox || !IsDark(option->palette))
-        return;
-    QColor outline = option->palette.color(QPalette::Text);
-    outline.setAlphaF(kOutlineStrength);
-    painter->save();
-    painter->setPen(outline);
-    painter->setBrush(Qt::NoBrush);
-    painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
-    painter->restore();
+    if (isBox && IsDark(option->palette)) {
+        QColor outline = option->palette.color(QPalette::Text);
+        outline.setAlphaF(kOutlineStrength);
+        DrawOutline(painter, option->rect, outline);
+    }
 }
 
 QIcon RoomyStyle::standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const {
