@@ -18,7 +18,6 @@ class Cls_Encrypt {
 
   private:
     void UpdateKeys(std::uint8_t byte);
-    std::uint8_t DecryptByte() const;
 
     std::uint32_t key0_ = 0;
     std::uint32_t key1_ = 0;

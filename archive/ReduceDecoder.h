@@ -1,6 +1,9 @@
 #pragma once
 
+#include "InflateBits.h"
+
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <span>
 
@@ -17,25 +20,31 @@ class ReduceDecoder {
     void Decode(std::span<std::uint8_t> output);
 
   private:
-    static constexpr int kMostFollowers = 32;
+    static constexpr unsigned kMostFollowers = 32;
 
-    struct FollowerSet {
-        std::uint8_t count = 0;
-        std::uint8_t indexBits = 0;
-        std::array<std::uint8_t, kMostFollowers> followers{};
+    /// A follower, and the bits that its index and the bit before it take.
+    struct Follower {
+        std::uint8_t value;
+        std::uint8_t bits;
     };
 
-    void ReadFollowerSets();
-    std::uint32_t ReduceReadBits(unsigned count);
-    std::uint8_t NextByte();
+    /// How a value in full stands after a byte: whether it always does, and the bit before it that says so.
+    struct Plain {
+        std::uint8_t always;
+        std::uint8_t flagBits;
+    };
 
-    std::span<const std::uint8_t> input_;
-    std::size_t position_ = 0;
-    std::uint64_t bits_ = 0;
-    unsigned bitCount_ = 0;
+    struct Values;
+
+    void ReadFollowerSets();
+    void DecodeFast(Values& state, std::span<std::uint8_t> output, std::size_t& at) const;
+    void DecodeStep(Values& values, std::span<std::uint8_t> output, std::size_t& at) const;
+
+    InflateBits bits_;
     unsigned factor_;
-    std::uint8_t last_ = 0;
-    std::array<FollowerSet, 256> sets_{};
+    /// Row j: the followers of byte j by the next five bits, however many of them the index takes.
+    std::array<std::array<Follower, kMostFollowers>, 256> followers_{};
+    std::array<Plain, 256> plain_{};
 };
 
 } // namespace archive
