@@ -2,6 +2,8 @@
 
 #include "DateText.h"
 #include "archive/CabFile.h"
+#include "platform/CabCompress.h"
+#include "platform/Files.h"
 #include "platform/HostPath.h"
 #include "platform/Letters.h"
 
@@ -71,6 +73,20 @@ void ExtractCab(const ProbeCommand& command, JsonWriter& json) {
     json.OpenObject();
     WriteStatus(json, result);
     json.Key("messages").OpenArray().CloseArray().CloseObject();
+}
+
+void PackCab(const ProbeCommand& command, JsonWriter& json) {
+    const std::string source = platform::PathFromHost(command.archive);
+    const std::string name = source.substr(source.find_last_of('\\') + 1) + ".cab";
+    std::string destination = platform::PathFromHost(command.folder);
+    if (!destination.ends_with('\\'))
+        destination += '\\';
+    const bool isFolder = platform::FolderExists(source);
+    std::int16_t status = 0;
+    const platform::CabReport report =
+        platform::CabCompress(isFolder ? platform::kCabModeFolder : platform::kCabModeFile, destination, name,
+                              isFolder ? source + '\\' : source, status);
+    json.OpenObject().Key("status").Value(status).Key("error").Value(report.Description()).CloseObject();
 }
 
 } // namespace tools

@@ -12,4 +12,8 @@ void ListCab(const ProbeCommand& command, JsonWriter& json);
 /// after a file that fails; "status" and "error" are those of the first.
 void ExtractCab(const ProbeCommand& command, JsonWriter& json);
 
+/// Packs a file or folder into a cabinet named after it, as the compress command does, in the folder.
+/// "status" is that of CabCompress, and "error" its reason.
+void PackCab(const ProbeCommand& command, JsonWriter& json);
+
 } // namespace tools

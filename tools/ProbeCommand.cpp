@@ -53,12 +53,15 @@ bool TakeOption(ProbeCommand& command, std::string_view option, const std::strin
 
 std::optional<ProbeCommand> ParseProbeCommand(const std::vector<std::string>& arguments, std::string& fault) {
     ProbeCommand command;
-    if (arguments.empty() || (arguments[0] != "list" && arguments[0] != "extract")) {
-        fault = "the first word is list or extract";
+    const std::string verb = arguments.empty() ? "" : arguments[0];
+    if (verb == "extract") {
+        command.verb = ProbeVerb::kExtract;
+    } else if (verb == "pack") {
+        command.verb = ProbeVerb::kPack;
+    } else if (verb != "list") {
+        fault = "the first word is list, extract or pack";
         return std::nullopt;
     }
-    if (arguments[0] == "extract")
-        command.verb = ProbeVerb::kExtract;
     std::vector<std::string> paths;
     for (std::size_t at = 1; at < arguments.size(); ++at) {
         if (!arguments[at].starts_with("--")) {
@@ -72,8 +75,7 @@ std::optional<ProbeCommand> ParseProbeCommand(const std::vector<std::string>& ar
         }
     }
     if (paths.size() != (command.verb == ProbeVerb::kList ? 1u : 2u)) {
-        fault = command.verb == ProbeVerb::kList ? "list takes one archive"
-                                                 : "extract takes an archive and a folder";
+        fault = command.verb == ProbeVerb::kList ? "list takes one archive" : verb + " takes two paths";
         return std::nullopt;
     }
     command.archive = paths[0];

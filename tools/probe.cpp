@@ -1,5 +1,5 @@
-// The engine without windows: lists or extracts one archive through the classes that the dialogs use and
-// prints, as JSON, what they answer.
+// The engine without windows: lists, extracts or makes one archive through the classes that the dialogs use
+// and prints, as JSON, what they answer.
 
 #include "DateText.h"
 #include "JsonWriter.h"
@@ -105,12 +105,12 @@ void ExtractZip(const tools::ProbeCommand& command, const tools::ProbeMessages& 
 }
 
 int Fail(const std::string& fault) {
-    std::fprintf(
-        stderr,
-        "probe: %s\n"
-        "usage: probe list ARCHIVE [--format zip|cab|rar]\n"
-        "       probe extract ARCHIVE FOLDER [--password P] [--entries 1,3] [--format zip|cab|rar]\n",
-        fault.c_str());
+    std::fprintf(stderr,
+                 "probe: %s\n"
+                 "usage: probe list ARCHIVE [--format zip|cab|rar]\n"
+                 "       probe extract ARCHIVE FOLDER [--password P] [--entries 1,3] [--format zip|cab|rar]\n"
+                 "       probe pack SOURCE FOLDER\n",
+                 fault.c_str());
     return kWrongUsage;
 }
 
@@ -122,14 +122,17 @@ int main(int count, char** values) {
         tools::ParseProbeCommand(std::vector<std::string>(values + 1, values + count), fault);
     if (!command)
         return Fail(fault);
-    const bool isCab = command->format == "cab";
+    const bool isPack = command->verb == tools::ProbeVerb::kPack;
+    const bool isCab = command->format == "cab" || isPack;
     if (command->format != "zip" && !isCab)
         return Fail("the format " + command->format + " is not read yet");
     tools::ProbeMessages messages(command->password);
     app::SetMessages(&messages);
     tools::JsonWriter json(stdout);
     const bool isList = command->verb == tools::ProbeVerb::kList;
-    if (isCab)
+    if (isPack)
+        tools::PackCab(*command, json);
+    else if (isCab)
         isList ? tools::ListCab(*command, json) : tools::ExtractCab(*command, json);
     else
         isList ? ListZip(*command, messages, json) : ExtractZip(*command, messages, json);

@@ -133,6 +133,28 @@ TEST_F(CabDataTest, BlocksThatOnlyTheLibraryDecodes) {
     ExpectContents(builder);
 }
 
+// Found by fuzzing: what such a match copied was whatever the memory had held before.
+TEST_F(CabDataTest, MatchesBeforeTheDataReadNothingOfThisProgram) {
+    CabBuilder builder;
+    const std::string text = SampleText(33000);
+    builder.items = {{"a", text}};
+    std::string bytes = builder.Bytes();
+    // Only the second block stays, without the first one that it reaches back into.
+    const std::size_t folder = 36;
+    const std::size_t first = bytes.find("CK") - 8;
+    const std::size_t second = bytes.find("CK", first + 10) - 8;
+    bytes.replace(folder, 6, CabBuilder::Number(second, 4) + CabBuilder::Number(1, 2));
+    bytes.replace(folder + 8, 4, CabBuilder::Number(33000 - 32768, 4));
+    cab.CabName = dir.MakeFile("data.cab", bytes);
+    if (!ExtractAll())
+        return;
+    const std::string content = *dir.Read("out/data/a");
+    const std::string tail = text.substr(32768);
+    ASSERT_EQ(content.size(), tail.size());
+    for (std::size_t i = 0; i < tail.size(); ++i)
+        ASSERT_TRUE(content[i] == tail[i] || content[i] == '\0') << i;
+}
+
 TEST_F(CabDataTest, CutAnywhereItEndsCleanly) {
     CabBuilder builder;
     builder.items = {{"a", SampleText(300)}, {"sub\\b", SampleText(200, 2)}, {"c", "stored", 1}};
