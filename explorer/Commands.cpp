@@ -44,10 +44,7 @@ Commands::Commands(QObject* parent) : QObject(parent) {
     up = Add("up", "up", "up");
 
     mnuHelpUpdates->setVisible(false);
-    for (QAction* missing : {mnuFolderNew, mnuFolderDel, nmuFolderRename, mnuFolderProperties, mnuNewFolder,
-                             mnuFileCompress, mnuFileDel, nmuFileRename, mnuFileCopy, mnuFilePaste,
-                             mnuFileProperties, mnuHelpWhat, mnuHelpOnline, mnuHelpUpdates, mnuHelpAbout})
-        missing->setEnabled(false);
+    mnuFileCompress->setEnabled(false);
 }
 
 QAction* Commands::Add(const char* name, const char* key, const char* icon) {
@@ -152,6 +149,12 @@ void Commands::ApplyTexts() {
     // The toolbars say "new folder" where the menu, under "new", says "folder".
     mnuNewFolder->setIconText(app::PlainCaption(app::WindowText(100)));
     mnuNewFolder->setToolTip(mnuNewFolder->iconText());
+}
+
+void Commands::EnableForSelection(bool hasSelection) {
+    for (QAction* action :
+         {mnuFileOpen, mnuFileExtract, mnuFileDel, nmuFileRename, mnuFileCopy, mnuFileProperties})
+        action->setEnabled(hasSelection);
 }
 
 void Commands::ShowFileMenu(bool fileMenu) {

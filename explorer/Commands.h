@@ -10,7 +10,7 @@ class QToolBar;
 namespace explorer {
 
 /// The window's commands: one action for each menu entry, named after it, which the menu and the toolbar
-/// share. Actions whose command does not exist are greyed.
+/// share.
 class Commands : public QObject {
     Q_OBJECT
 
@@ -26,6 +26,9 @@ class Commands : public QObject {
 
     /// Shows the File menu or the Folder menu.
     void ShowFileMenu(bool fileMenu);
+
+    /// Greys the commands that need a selected row while there is none.
+    void EnableForSelection(bool hasSelection);
 
     QMenu* FileMenu() const { return fileMenu_; }
 

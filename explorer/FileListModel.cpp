@@ -1,6 +1,7 @@
 #include "explorer/FileListModel.h"
 
 #include "app/windows/WindowTexts.h"
+#include "explorer/ListFolderFiles.h"
 #include "explorer/TextColours.h"
 #include "platform/Letters.h"
 
@@ -20,6 +21,13 @@ void FileListModel::SetRows(std::string folder, std::vector<FileRow> rows) {
     rows_ = std::move(rows);
     SortRows();
     endResetModel();
+}
+
+void FileListModel::RenameRow(int row, const QString& name) {
+    FileRow& changed = rows_[static_cast<std::size_t>(row)];
+    SetName(changed, app::FromWindow(name), kinds_);
+    emit dataChanged(index(row, 0), index(row, kColumnCount - 1));
+    MoveRowsInOrder();
 }
 
 void FileListModel::SetHeader(Column column, const QString& text) {
@@ -77,6 +85,7 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const {
     const FileRow& row = Row(index.row());
     switch (role) {
     case Qt::DisplayRole:
+    case Qt::EditRole:
         return TextOf(row, index.column());
     case Qt::DecorationRole:
         return index.column() == kName ? QVariant(kinds_.Icon(row.kind)) : QVariant();
@@ -87,6 +96,17 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const {
     default:
         return {};
     }
+}
+
+Qt::ItemFlags FileListModel::flags(const QModelIndex& index) const {
+    const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+    return index.isValid() && index.column() == kName ? flags | Qt::ItemIsEditable : flags;
+}
+
+bool FileListModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+    if (index.isValid() && index.column() == kName && role == Qt::EditRole)
+        emit RenameWanted(app::ToWindow(FullPath(index.row())), value.toString());
+    return false;
 }
 
 QVariant FileListModel::headerData(int section, Qt::Orientation orientation, int role) const {

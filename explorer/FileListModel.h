@@ -31,6 +31,9 @@ class FileListModel : public QAbstractTableModel {
     /// Whether the rows are those of a folder, even if it holds none.
     bool ShowsFolder() const { return !folder_.empty(); }
 
+    /// Gives a row another name, and its place in the order in use.
+    void RenameRow(int row, const QString& name);
+
     void SetHeader(Column column, const QString& text);
 
     const FileRow& Row(int row) const { return rows_[static_cast<std::size_t>(row)]; }
@@ -53,6 +56,12 @@ class FileListModel : public QAbstractTableModel {
     /// Sorts as a click on the header of `column` does and keeps that order for later rows. Rows with equal
     /// keys stand in name order, as do all rows before the first sort.
     void sort(int column, Qt::SortOrder order) override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+
+  signals:
+    /// The user has typed another name for the entry at `path`. Nothing has changed yet.
+    void RenameWanted(const QString& path, const QString& newName);
 
   private:
     QString TextOf(const FileRow& row, int column) const;
@@ -60,6 +69,7 @@ class FileListModel : public QAbstractTableModel {
     int Compare(const FileRow& left, const FileRow& right) const;
     void RankTypes();
     void SortRows();
+    void MoveRowsInOrder();
 
     FileKinds& kinds_;
     std::string folder_;

@@ -28,7 +28,10 @@ void FileListModel::sort(int column, Qt::SortOrder order) {
         return;
     sortColumn_ = SortColumnFor(column);
     order_ = order;
+    MoveRowsInOrder();
+}
 
+void FileListModel::MoveRowsInOrder() {
     emit layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
     // Rows move, selections move with them: each row remembers where it stood.
     std::vector<std::uint32_t> places(rows_.size());

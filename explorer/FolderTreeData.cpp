@@ -36,6 +36,7 @@ QVariant FolderTreeModel::data(const QModelIndex& index, int role) const {
     const Node* node = NodeOf(index);
     switch (role) {
     case Qt::DisplayRole:
+    case Qt::EditRole:
         return node->text;
     case Qt::DecorationRole:
         return icons_[static_cast<std::size_t>(node->kind)];
@@ -49,9 +50,13 @@ QVariant FolderTreeModel::data(const QModelIndex& index, int role) const {
 }
 
 bool FolderTreeModel::setData(const QModelIndex& index, const QVariant& value, int role) {
-    if (!index.isValid() || role != Qt::CheckStateRole)
+    if (!index.isValid())
         return false;
     Node* node = NodeOf(index);
+    if (role == Qt::EditRole && node->kind == NodeKind::kFolder)
+        emit RenameWanted(app::ToWindow(node->key), value.toString());
+    if (role != Qt::CheckStateRole)
+        return false;
     if (node == root_.get()) {
         emit RootChecked();
         return false;
@@ -65,7 +70,8 @@ bool FolderTreeModel::setData(const QModelIndex& index, const QVariant& value, i
 Qt::ItemFlags FolderTreeModel::flags(const QModelIndex& index) const {
     if (!index.isValid())
         return Qt::NoItemFlags;
-    return Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable;
+    const Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable;
+    return NodeOf(index)->kind == NodeKind::kFolder ? flags | Qt::ItemIsEditable : flags;
 }
 
 } // namespace explorer

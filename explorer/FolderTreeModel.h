@@ -72,6 +72,8 @@ class FolderTreeModel : public QAbstractItemModel {
     void NodeChecked(const QString& key, bool isChecked);
     /// The user wants to mark the root, which cannot be marked; its check box stays clear.
     void RootChecked();
+    /// The user has typed another name for a folder. Nothing has changed yet.
+    void RenameWanted(const QString& key, const QString& newName);
 
   private:
     struct Node;

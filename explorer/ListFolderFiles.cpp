@@ -17,19 +17,23 @@ bool IsListed(std::string_view name) {
 
 void AddFileItem(std::vector<FileRow>& rows, const platform::FindData& found, FileKinds& kinds) {
     FileRow row;
-    row.name = app::ToWindow(found.name);
-    row.sortName = app::ToWindow(platform::ToUpper(found.name));
     row.isFolder = (found.attributes & platform::kAttributeDirectory) != 0;
     if (!row.isFolder)
         row.size = (std::uint64_t{found.sizeHigh} << 32) | found.sizeLow;
     const platform::FileTime local = platform::FileTimeToLocalFileTime(found.lastWrite);
     row.modified = PackTime(platform::FileTimeToSystemTime(local));
-    row.kind = kinds.KindOf(found.name, row.isFolder);
-    row.isCabinet = platform::EndsWithNoCase(found.name, kCabinetExtension);
+    SetName(row, found.name, kinds);
     rows.push_back(std::move(row));
 }
 
 } // namespace
+
+void SetName(FileRow& row, const std::string& name, FileKinds& kinds) {
+    row.name = app::ToWindow(name);
+    row.sortName = app::ToWindow(platform::ToUpper(name));
+    row.kind = kinds.KindOf(name, row.isFolder);
+    row.isCabinet = platform::EndsWithNoCase(name, kCabinetExtension);
+}
 
 std::vector<FileRow> ListFolderFiles(const std::string& folder, FileKinds& kinds,
                                      const std::function<bool()>& keepGoing) {

@@ -15,4 +15,7 @@ namespace explorer {
 std::vector<FileRow> ListFolderFiles(const std::string& folder, FileKinds& kinds,
                                      const std::function<bool()>& keepGoing);
 
+/// Gives a row its name and all that follows from it.
+void SetName(FileRow& row, const std::string& name, FileKinds& kinds);
+
 } // namespace explorer

@@ -6,6 +6,7 @@
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QPainter>
 #include <QScopedValueRollback>
 
@@ -94,6 +95,19 @@ int ListView::SelectedRow() const {
     return rows.isEmpty() ? -1 : rows.first();
 }
 
+void ListView::EditName(int row) {
+    setFocus();
+    const QModelIndex name = files_->index(row, FileListModel::kName);
+    setCurrentIndex(name);
+    edit(name);
+    auto* editor = qobject_cast<QLineEdit*>(indexWidget(name));
+    if (editor == nullptr)
+        return;
+    const qsizetype dot = files_->Row(row).isFolder ? -1 : editor->text().lastIndexOf(QLatin1Char('.'));
+    if (dot > 0)
+        editor->setSelection(0, static_cast<int>(dot));
+}
+
 void ListView::SetEmptyText(const QString& text) {
     emptyText_ = text;
     viewport()->update();
@@ -106,6 +120,8 @@ void ListView::keyPressEvent(QKeyEvent* event) {
         emit RefreshPressed();
     else if (event->key() == Qt::Key_F2)
         emit RenamePressed();
+    else if (event->key() == Qt::Key_Delete && event->modifiers() == Qt::NoModifier)
+        emit DeletePressed();
     else if (event->matches(QKeySequence::SelectAll))
         selectAll();
     else if (event->matches(QKeySequence::Copy))

@@ -27,6 +27,9 @@ class ListView : public QTreeView {
     /// one.
     int SelectedRow() const;
 
+    /// Starts editing a row's name; what stands before its extension is selected, of a folder all.
+    void EditName(int row);
+
     /// Text shown in the middle of the list of a folder that holds nothing.
     void SetEmptyText(const QString& text);
 
@@ -36,6 +39,7 @@ class ListView : public QTreeView {
     void FocusReceived();
     void RefreshPressed();
     void RenamePressed();
+    void DeletePressed();
     void CopyPressed();
     void PastePressed();
     /// The right mouse button was released at this place on the screen, or the menu key pressed.

@@ -114,7 +114,7 @@ void Navigator::OpenNode(const Click& click) {
         return;
     }
     if (!platform::FolderExists(path)) {
-        RemoveVanished(click.key);
+        RemoveNode(click.key);
         parts_.files->Clear();
         return;
     }
@@ -128,9 +128,12 @@ void Navigator::OpenNode(const Click& click) {
     app::Application().CurrentNodeKey = click.key;
 }
 
-void Navigator::RemoveVanished(const std::string& key) {
-    const QModelIndex above = parts_.nodes->IndexOf(key).parent();
-    if (parts_.tree->currentIndex() == parts_.nodes->IndexOf(key))
+void Navigator::RemoveNode(const std::string& key) {
+    const QModelIndex node = parts_.nodes->IndexOf(key);
+    if (!node.isValid())
+        return;
+    const QModelIndex above = node.parent();
+    if (parts_.tree->currentIndex() == node)
         parts_.tree->setCurrentIndex(above);
     parts_.nodes->RemoveNode(key);
 }
@@ -140,12 +143,15 @@ void Navigator::ClickNode(const std::string& key) {
 }
 
 void Navigator::OpenFolder(const std::string& path) {
-    if (!parts_.nodes->Contains(path)) {
-        const std::string name = path.substr(path.rfind('\\') + 1);
-        parts_.nodes->AddNodes(app::Application().CurrentNodeKey, FolderTreeModel::NodeKind::kFolder,
-                               {{path, name, marks_.IsMarked(path)}});
-    }
+    if (!parts_.nodes->Contains(path))
+        AddFolderNode(app::Application().CurrentNodeKey, path);
     ClickNode(path);
+}
+
+void Navigator::AddFolderNode(const std::string& parentKey, const std::string& path) {
+    const std::string name = path.substr(path.rfind('\\') + 1);
+    parts_.nodes->AddNodes(parentKey, FolderTreeModel::NodeKind::kFolder,
+                           {{path, name, marks_.IsMarked(path)}});
 }
 
 void Navigator::GoUp() {

@@ -58,6 +58,13 @@ class Navigator : public QObject {
     /// Lists the selected node again; the refresh key.
     void RefreshNode();
 
+    /// Takes a node out of the tree; the node above becomes the selected one where this was it.
+    void RemoveNode(const std::string& key);
+    /// Adds the node of the folder `path`, marked where it is, under the node `parentKey`.
+    void AddFolderNode(const std::string& parentKey, const std::string& path);
+    /// Builds the tree anew from its root: the removable drives and nothing below them.
+    void RebuildTree();
+
     /// Key of the selected node; empty when none is.
     std::string SelectedKey() const;
 
@@ -94,7 +101,6 @@ class Navigator : public QObject {
     void ListFiles(const std::string& path);
     void Select(const std::string& key);
     void SetLocation(const std::string& location);
-    void RemoveVanished(const std::string& key);
     bool KeepGoing();
     void NodeChecked(const QString& key, bool isChecked);
     void RootChecked();

@@ -80,6 +80,15 @@ void Navigator::FuncRemovableDrive() {
         AddDriveNode(root);
 }
 
+void Navigator::RebuildTree() {
+    const std::string root(kRootKey);
+    for (const std::string& key : parts_.nodes->ChildKeys(root))
+        parts_.nodes->RemoveNode(key);
+    FuncRemovableDrive();
+    parts_.tree->expand(parts_.nodes->IndexOf(root));
+    Select(root);
+}
+
 void Navigator::RefreshDrives() {
     emit LayoutWanted();
     for (const std::string& key : parts_.nodes->ChildKeys(kRootKey)) {

@@ -42,6 +42,12 @@ void TreeView::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_F5:
         emit RefreshPressed();
         return;
+    case Qt::Key_F2:
+        emit RenamePressed();
+        return;
+    case Qt::Key_Delete:
+        emit DeletePressed();
+        return;
     case Qt::Key_Return:
     case Qt::Key_Enter:
         if (currentIndex().isValid())

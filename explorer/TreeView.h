@@ -18,6 +18,8 @@ class TreeView : public QTreeView {
     void NodeReached(const QModelIndex& node);
     void FocusReceived();
     void RefreshPressed();
+    void RenamePressed();
+    void DeletePressed();
 
   protected:
     void mouseReleaseEvent(QMouseEvent* event) override;

@@ -3,6 +3,7 @@
 #include "app/core/ApplicationState.h"
 #include "app/windows/BusyCursor.h"
 #include "app/windows/WindowTexts.h"
+#include "explorer/CommandSet.h"
 #include "explorer/Commands.h"
 #include "explorer/ExplorerPanes.h"
 #include "explorer/FileListModel.h"
@@ -48,6 +49,8 @@ frmtarget::frmtarget(ArchiveDialogs* dialogs)
     commands_->FillToolBars(panes_->FolderTools(), panes_->FileTools());
     navigator_ = new Navigator({panes_->Tree(), nodes_, panes_->List(), files_, &kinds_},
                                FolderMarks(platform::ProgramFolder()), this);
+    commandSet_ = new CommandSet({*this, *navigator_, *nodes_, *panes_->Tree(), *files_, *panes_->List()},
+                                 *commands_, this);
     ConnectCommands();
     ConnectPanes();
     connect(qApp, &QGuiApplication::focusWindowChanged, this, &frmtarget::FocusWindowChanged);
@@ -77,7 +80,6 @@ void frmtarget::ConnectPanes() {
     connect(list, &ListView::RefreshPressed, navigator_, &Navigator::RefreshNode);
     connect(list, &ListView::RenamePressed, commands_->nmuFileRename, &QAction::trigger);
     connect(list, &ListView::CopyPressed, commands_->mnuFileCopy, &QAction::trigger);
-    connect(list, &ListView::PastePressed, commands_->mnuFilePaste, &QAction::trigger);
     connect(list, &ListView::MenuWanted, this, &frmtarget::ShowFileMenuAt);
     connect(navigator_, &Navigator::LocationChanged, panes_->Strip(), &StatusStrip::SetLocation);
     connect(navigator_, &Navigator::LayoutWanted, panes_, &ExplorerPanes::LayoutPanes);
@@ -142,6 +144,7 @@ void frmtarget::Extract() {
 }
 
 void frmtarget::ShowFileMenuAt(const QPoint& place) {
+    commandSet_->UpdatePaste();
     commands_->FileMenu()->popup(place);
 }
 

@@ -15,6 +15,7 @@ class QWindow;
 namespace explorer {
 
 class Commands;
+class CommandSet;
 class ExplorerPanes;
 class FileListModel;
 class FolderTreeModel;
@@ -80,6 +81,7 @@ class frmtarget : public QMainWindow, public FileListAccess {
     FileListModel* files_;
     Commands* commands_;
     Navigator* navigator_;
+    CommandSet* commandSet_;
     WindowGeometry geometry_;
     std::array<int, 4> columnTwips_{}; ///< widths as read from the settings
     bool otherWindowWasActive_ = true; ///< a window of the program has been active since this one was

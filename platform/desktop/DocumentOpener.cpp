@@ -18,6 +18,8 @@ constexpr int kNoProgram = 31;
 class DesktopOpener : public DocumentOpener {
   public:
     int Open(const std::string& file, const std::string&, const std::string&) override {
+        if (file.starts_with("https://") || file.starts_with("http://"))
+            return QDesktopServices::openUrl(QUrl(QString::fromStdString(file))) ? kOpened : kNoProgram;
         const std::string host = HostPathOf(file);
         if (host.empty() || !GetFileAttributes(file))
             return kNotFound;

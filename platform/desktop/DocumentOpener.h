@@ -10,8 +10,8 @@ class DocumentOpener {
   public:
     virtual ~DocumentOpener() = default;
 
-    /// Opens the file or folder `file` and does not wait for its program. Greater than 32 on success, else a
-    /// reason in the shell's numbers: 2 not found, 31 no program for it.
+    /// Opens the file or folder `file`, or the page at a web address, and does not wait for its program.
+    /// Greater than 32 on success, else a reason in the shell's numbers: 2 not found, 31 no program for it.
     virtual int Open(const std::string& file, const std::string& parameters, const std::string& verb) = 0;
 };
 

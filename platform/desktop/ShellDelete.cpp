@@ -1,10 +1,11 @@
 #include "platform/desktop/ShellDelete.h"
 
+#include "platform/FileOperations.h"
 #include "platform/Files.h"
-#include "platform/HostPath.h"
+#include "platform/desktop/FileWork.h"
 
 #include <algorithm>
-#include <filesystem>
+#include <optional>
 #include <string_view>
 
 namespace platform {
@@ -33,18 +34,22 @@ bool IsFolder(const std::string& path) {
 
 bool ShellDelete(const std::string& path) {
     // A last backslash would have the system follow a link.
-    std::string_view bare = path;
-    if (bare.size() > 3 && bare.back() == '\\')
-        bare.remove_suffix(1);
-    if (!IsInsideDrive(bare))
+    const std::string bare = path.size() > 3 && path.ends_with('\\') ? path.substr(0, path.size() - 1) : path;
+    std::optional<FileWork> own;
+    if (FileWork::Current() == nullptr)
+        own.emplace(FileWork::Kind::kDelete, std::vector<std::string>{bare});
+    FileWork& work = *FileWork::Current();
+    if (work.WasStopped())
         return false;
-    const std::string host = HostPathOf(bare);
-    if (host.empty())
+    if (!IsInsideDrive(bare)) {
+        work.Failed(path, {kErrorAccessDenied});
         return false;
-    std::error_code error;
-    const auto removed =
-        std::filesystem::remove_all(std::filesystem::path(std::u8string(host.begin(), host.end())), error);
-    return !error && removed > 0;
+    }
+    return DeleteTree(bare, work) == FileOutcome::kDone;
+}
+
+bool ShellDeleteFolder(const std::string& path) {
+    return ShellDelete(path.ends_with('\\') ? path.substr(0, path.size() - 1) : path);
 }
 
 } // namespace platform

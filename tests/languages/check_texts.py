@@ -29,6 +29,7 @@ GROUPS = {
     "context menu of cabinets": [107, 105, 515],
     "About box": [("lic", 100), ("lic", 112)],
     "question": [606, 607],
+    "progress": [642],
 }
 
 

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QDialog>
+
+class QLabel;
+class QPushButton;
+
+namespace app {
+
+/// The About box: name, version and legal notice of the program, and the way to the system's own information.
+class frmAbout : public QDialog {
+    Q_OBJECT
+
+  public:
+    explicit frmAbout(QWidget* parent = nullptr);
+
+    /// Sets the texts and shows the box until it is closed.
+    void ShowNow();
+
+    /// Starts the system's own information program, or says that there is none.
+    void StartSysInfo();
+
+  private:
+    void Build();
+    void ApplyTexts();
+
+    QLabel* lblTitle_;
+    QLabel* lblVersion_;
+    QLabel* lblDisclaimer_;
+    QPushButton* cmdOk_;
+    QPushButton* cmdSysInfo_;
+};
+
+} // namespace app

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "explorer/CommandTargets.h"
+#include "explorer/FileCommands.h"
+#include "explorer/FolderCommands.h"
+#include "explorer/HelpCommands.h"
+
+#include <QObject>
+
+namespace explorer {
+
+class Commands;
+
+/// The commands on files, folders and help, tied to the actions, keys and edited names that start them.
+class CommandSet : public QObject {
+    Q_OBJECT
+
+  public:
+    /// `actions` and what `targets` names outlive it; `parent` is the main window.
+    CommandSet(const CommandTargets& targets, Commands& actions, QWidget* parent);
+
+    /// Enables the paste entry when the clipboard holds files, and else disables it.
+    void UpdatePaste();
+
+  private:
+    void ConnectFileCommands();
+    void ConnectFolderCommands();
+    void ConnectHelpCommands();
+    void UpdateForSelection();
+
+    CommandTargets targets_;
+    Commands& actions_;
+    FileCommands files_;
+    FolderCommands folders_;
+    HelpCommands help_;
+};
+
+} // namespace explorer

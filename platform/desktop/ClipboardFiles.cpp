@@ -1,0 +1,102 @@
+#include "platform/desktop/ClipboardFiles.h"
+
+#include "platform/DropFiles.h"
+#include "platform/HostPath.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMimeData>
+#include <QUrl>
+
+#include <utility>
+
+namespace platform {
+namespace {
+
+// What the file managers of the desktops exchange.
+constexpr char kUriList[] = "text/uri-list";
+constexpr char kGnomeList[] = "x-special/gnome-copied-files";
+constexpr char kKdeCut[] = "application/x-kde-cutselection";
+
+class DesktopClipboard : public ClipboardStore {
+  public:
+    bool Put(QMimeData* data) override {
+        QClipboard* clipboard = QGuiApplication::clipboard();
+        clipboard->setMimeData(data);
+        return clipboard->mimeData() != nullptr &&
+               clipboard->mimeData()->hasFormat(QLatin1String(kDropFilesMimeType));
+    }
+
+    const QMimeData* Data() override { return QGuiApplication::clipboard()->mimeData(); }
+};
+
+DesktopClipboard desktopClipboard;
+ClipboardStore* storeInUse = &desktopClipboard;
+
+/// The address of a file, byte for byte as the host names it.
+QByteArray UriOf(const std::string& path) {
+    return "file://" + QByteArray::fromStdString(HostPathOf(path)).toPercentEncoding("/");
+}
+
+QByteArray Joined(const std::vector<std::string>& paths, const QByteArray& before, const QByteArray& after) {
+    QByteArray text;
+    for (const std::string& path : paths)
+        text += before + UriOf(path) + after;
+    return text;
+}
+
+std::vector<std::string> PathsOf(const QByteArray& uris) {
+    std::vector<std::string> paths;
+    for (const QByteArray& line : uris.split('\n')) {
+        const QUrl url = QUrl::fromEncoded(line.trimmed());
+        if (!url.isLocalFile())
+            continue;
+        std::string path = PathFromHost(
+            QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1()).toStdString());
+        if (!path.empty())
+            paths.push_back(std::move(path));
+    }
+    return paths;
+}
+
+bool Has(const QMimeData& data, const char* format) {
+    return data.hasFormat(QLatin1String(format));
+}
+
+} // namespace
+
+ClipboardStore* SetClipboardStore(ClipboardStore* store) {
+    return std::exchange(storeInUse, store ? store : &desktopClipboard);
+}
+
+bool ClipboardCopyFiles(const std::vector<std::string>& paths) {
+    auto* data = new QMimeData;
+    data->setData(QLatin1String(kDropFilesMimeType), QByteArray::fromStdString(BuildDropFiles(paths)));
+    data->setData(QLatin1String(kUriList), Joined(paths, "", "\r\n"));
+    data->setData(QLatin1String(kGnomeList), "copy" + Joined(paths, "\n", ""));
+    data->setData(QLatin1String(kKdeCut), "0");
+    return storeInUse->Put(data);
+}
+
+std::vector<std::string> ClipboardGetFiles() {
+    const QMimeData* data = storeInUse->Data();
+    if (data == nullptr)
+        return {};
+    if (Has(*data, kDropFilesMimeType)) {
+        const QByteArray block = data->data(QLatin1String(kDropFilesMimeType));
+        return ParseDropFiles({reinterpret_cast<const std::uint8_t*>(block.constData()),
+                               static_cast<std::size_t>(block.size())});
+    }
+    if (Has(*data, kUriList))
+        return PathsOf(data->data(QLatin1String(kUriList)));
+    // Its first line says what the other program meant to do with the files; here they are always copied.
+    return PathsOf(data->data(QLatin1String(kGnomeList)));
+}
+
+bool ClipboardHoldsFiles() {
+    const QMimeData* data = storeInUse->Data();
+    return data != nullptr &&
+           (Has(*data, kDropFilesMimeType) || Has(*data, kUriList) || Has(*data, kGnomeList));
+}
+
+} // namespace platform

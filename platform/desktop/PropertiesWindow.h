@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/TreeSize.h"
+
+#include <QDialog>
+#include <QTimer>
+
+class QFormLayout;
+class QLabel;
+
+namespace platform {
+
+/// What the system knows of a file, folder or drive. A folder's content is counted while the window stands.
+class PropertiesWindow : public QDialog {
+    Q_OBJECT
+
+  public:
+    /// Deletes itself when it is closed.
+    PropertiesWindow(const std::string& path, QWidget* parent);
+
+  private:
+    QLabel* AddRow(std::uint32_t captionId, const QString& value, const char* name);
+    void AddHeading(const QString& name, bool isFolder);
+    void AddDriveSpace();
+    void CountMore();
+    void ShowCounts(bool isComplete);
+
+    std::string path_;
+    QFormLayout* rows_;
+    QLabel* size_ = nullptr;
+    QLabel* content_ = nullptr;
+    TreeSize count_;
+    QTimer counting_;
+};
+
+} // namespace platform

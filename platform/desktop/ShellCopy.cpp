@@ -1,0 +1,50 @@
+#include "platform/desktop/ShellCopy.h"
+
+#include "app/core/Messages.h"
+#include "app/core/Texts.h"
+#include "platform/FileOperations.h"
+#include "platform/desktop/FileWork.h"
+
+#include <optional>
+
+namespace platform {
+namespace {
+
+constexpr std::uint32_t kErrorTitle = 301;
+constexpr std::uint32_t kNotRenamedText = 648;
+constexpr std::uint32_t kIntoItselfText = 649;
+
+std::string WithoutLastBackslash(std::string path) {
+    if (path.size() > 3 && path.ends_with('\\'))
+        path.pop_back();
+    return path;
+}
+
+} // namespace
+
+bool ShellCopy(const std::string& from, const std::string& toFolder) {
+    const std::string source = WithoutLastBackslash(from);
+    std::optional<FileWork> own;
+    if (FileWork::Current() == nullptr)
+        own.emplace(FileWork::Kind::kCopy, std::vector<std::string>{source});
+    FileWork& work = *FileWork::Current();
+    if (work.WasStopped())
+        return false;
+    if (IsWithin(source, toFolder)) {
+        work.FailedBecause(source, app::LoadText(kIntoItselfText));
+        return false;
+    }
+    return CopyTree(source, toFolder, work) == FileOutcome::kDone;
+}
+
+bool ShellRename(const std::string& from, const std::string& to) {
+    const SystemError error = RenameEntry(WithoutLastBackslash(from), to);
+    if (!error)
+        return true;
+    app::Messages().Show({kNotRenamedText,
+                          app::LoadText(kNotRenamedText) + "\n\n" + from + "\n" + error.Description(),
+                          app::kMessageError, app::LoadText(kErrorTitle)});
+    return false;
+}
+
+} // namespace platform
