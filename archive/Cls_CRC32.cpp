@@ -6,12 +6,25 @@
 
 namespace archive {
 
+namespace {
+
+const Crc32Kernel& Kernel() {
+    static const Crc32Kernel& kernel = *Crc32Kernels().back();
+    return kernel;
+}
+
+} // namespace
+
 void Cls_CRC32::ResetCRC32() {
     register_ = 0xFFFFFFFFu;
 }
 
 void Cls_CRC32::CalcCRC32Byte(std::uint8_t byte) {
     register_ = Crc32Step(register_, byte);
+}
+
+void Cls_CRC32::CalcCRC32Block(std::span<const std::uint8_t> data) {
+    register_ = Kernel().update(register_, data.data(), data.size());
 }
 
 std::uint32_t Cls_CRC32::CRC32() const {
@@ -29,8 +42,9 @@ std::uint32_t Cls_CRC32::GetcrcTable(int index) const {
 }
 
 std::uint32_t Cls_CRC32::CalcCRC32File(std::span<const std::uint8_t> data) {
-    static const Crc32Kernel& kernel = *Crc32Kernels().back();
-    register_ = ~kernel.update(0xFFFFFFFFu, data.data(), data.size());
+    ResetCRC32();
+    CalcCRC32Block(data);
+    register_ = ~register_;
     return register_;
 }
 

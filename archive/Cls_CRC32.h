@@ -12,6 +12,9 @@ class Cls_CRC32 {
     void ResetCRC32();
     void CalcCRC32Byte(std::uint8_t byte);
 
+    /// The same as CalcCRC32Byte for every byte of `data` in turn.
+    void CalcCRC32Block(std::span<const std::uint8_t> data);
+
     /// The complement of the register, which stays as it is.
     std::uint32_t CRC32() const;
 

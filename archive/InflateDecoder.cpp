@@ -43,9 +43,9 @@ InflateResult InflateDecoder::Decode() {
         const bool final = bits_.GetBits(1) != 0;
         const Outcome outcome = DecodeBlock(bits_.GetBits(2));
         if (outcome == Outcome::kBadTable)
-            return {status_, true, at_};
+            return {status_, true, taken_ + at_};
         if (outcome == Outcome::kStop || final)
-            return {status_, false, at_};
+            return {status_, false, taken_ + at_};
     }
 }
 
@@ -191,8 +191,13 @@ InflateDecoder::Outcome InflateDecoder::DecodeOneSymbol(const InflateTables& tab
 bool InflateDecoder::MakeRoom(std::size_t count) {
     if (count > limit_ - at_)
         return false;
-    if (count > space_.size() - at_)
+    if (count > space_.size() - at_) {
+        const std::size_t taken = output_.TakeFront(at_);
+        at_ -= taken;
+        limit_ -= taken;
+        taken_ += taken;
         space_ = output_.Grow(at_, at_ + count);
+    }
     return true;
 }
 

@@ -63,6 +63,13 @@ bool SetEntryTimesFromDos(platform::FileTimes& times, std::uint16_t date, std::u
     return true;
 }
 
+std::optional<platform::FileTimes> EntryTimes(std::uint16_t date, std::uint16_t time) {
+    platform::FileTimes times;
+    if ((date == 0 && time == 0) || !SetEntryTimesFromDos(times, date, time))
+        return std::nullopt;
+    return times;
+}
+
 std::string JoinEntryPath(std::string& folder, std::string_view name) {
     if (folder.empty() || !IsSeparator(folder.back()))
         folder += Separator();
@@ -92,10 +99,18 @@ int WriteEntryFile(OpenFolders& folders, std::string_view name, std::string& fol
     const std::string_view fileName = std::string_view(full).substr(folderPart.size());
     if (!output || fileName.empty())
         return kFailed;
-    std::optional<platform::FileTimes> times;
-    if (platform::FileTimes given; (date != 0 || time != 0) && SetEntryTimesFromDos(given, date, time))
-        times = given;
-    return output->WriteFile(fileName, data, times) ? kFailed : 0;
+    return output->WriteFile(fileName, data, EntryTimes(date, time)) ? kFailed : 0;
+}
+
+std::unique_ptr<platform::OutputFile> BeginEntryFile(OpenFolders& folders, std::string_view name,
+                                                     std::string& folder) {
+    std::string full = JoinEntryPath(folder, name);
+    const std::string_view folderPart = FolderPart(full);
+    platform::OutputFolder* output = folders.Last(folderPart);
+    if (!output)
+        output = folders.Open(folderPart, FolderOfPath(full));
+    platform::SystemError error;
+    return output ? output->CreateFile(std::string_view(full).substr(folderPart.size()), error) : nullptr;
 }
 
 } // namespace archive

@@ -5,6 +5,8 @@
 #include "platform/Times.h"
 
 #include <cstdint>
+#include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -20,6 +22,10 @@ std::string FolderOfPath(std::string& path);
 
 /// Local date and time of an entry's MS-DOS words; 1 January 1601, 00:00:00 when they are no valid date.
 platform::SystemTime DosDateTimeToDate(std::uint16_t date, std::uint16_t time);
+
+/// The times that a file made from an entry is written with; nothing when the words are both 0 or no valid
+/// date.
+std::optional<platform::FileTimes> EntryTimes(std::uint16_t date, std::uint16_t time);
 
 /// The times of a file made from an entry: created and written when the MS-DOS words say, accessed now. False
 /// when the words are no valid date.
@@ -39,5 +45,10 @@ bool CreateEntryFolder(OpenFolders& folders, std::string_view name, std::string&
 /// then.
 int WriteEntryFile(OpenFolders& folders, std::string_view name, std::string& folder,
                    std::span<const std::uint8_t> data, std::uint16_t date, std::uint16_t time);
+
+/// Begins the file that WriteEntryFile would write, for content that comes in pieces. Null when that fails;
+/// nothing is shown and no file made then. The file must be done with before `folders` is used again.
+std::unique_ptr<platform::OutputFile> BeginEntryFile(OpenFolders& folders, std::string_view name,
+                                                     std::string& folder);
 
 } // namespace archive

@@ -3,6 +3,8 @@
 #include "archive/ByteBuffer.h"
 
 #include <cstdint>
+#include <functional>
+#include <span>
 
 namespace archive {
 
@@ -20,5 +22,14 @@ namespace archive {
 /// (decoding goes on). After a table error message 541 is shown, the status so far is returned and `data`
 /// still holds the compressed bytes.
 std::int16_t Inflate(ByteBuffer& data, std::int32_t lastIndex, bool deflate64);
+
+/// Takes decoded bytes, piece by piece, in order.
+using PieceSink = std::function<void(std::span<const std::uint8_t>)>;
+
+/// Decodes as Inflate does, for large entries: the decoded bytes are handed to `sink` in pieces of about a
+/// megabyte instead of being kept. False after a table error: message 541 was shown, and what the sink got is
+/// not to be used.
+bool InflateInPieces(std::span<const std::uint8_t> data, std::int32_t lastIndex, bool deflate64,
+                     const PieceSink& sink);
 
 } // namespace archive

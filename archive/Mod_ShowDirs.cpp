@@ -26,12 +26,17 @@ bool HasDrive(std::string_view path) {
 } // namespace
 
 platform::OutputFolder* OpenFolders::CreateFolderPath(std::string_view path, std::string_view madeAs) {
+    platform::OutputFolder* folder = Open(path, madeAs);
+    if (!folder && messages_)
+        messages_->Report(kTextNoFolder, kTitleNoFolder);
+    return folder;
+}
+
+platform::OutputFolder* OpenFolders::Open(std::string_view path, std::string_view madeAs) {
     lastPath_.clear();
     last_ = Walk(path, madeAs);
     if (last_)
         lastPath_ = path;
-    else if (messages_)
-        messages_->Report(kTextNoFolder, kTitleNoFolder);
     return last_;
 }
 

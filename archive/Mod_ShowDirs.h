@@ -23,6 +23,9 @@ class OpenFolders {
     /// The folder that the last CreateFolderPath opened, when `path` is that one; else null.
     platform::OutputFolder* Last(std::string_view path) const { return path == lastPath_ ? last_ : nullptr; }
 
+    /// As CreateFolderPath, but a failure shows nothing.
+    platform::OutputFolder* Open(std::string_view path, std::string_view madeAs);
+
     /// Opens the folder at `path`, which is the target or lies below it and ends in a separator, with all
     /// missing parents. What exists is found exactly, then without regard to letter case; what does not is
     /// made with its name in `madeAs`, the same path in the letter case for new folders. Links below the

@@ -104,15 +104,20 @@ bool ZipExtraction::ExtractEntry(const ArchiveEntry& entry) {
         CreateFolder(entry);
         return true;
     }
-    if (!ReadStored(entry, IsEncrypted(entry) || IsDecoded(entry.method))) {
+    const auto stored = FindStored(entry);
+    if (!stored) {
         Report(kTextNoLocalHeader);
         return true;
     }
+    if (CopyLarge(entry, *stored))
+        return true;
+    if (IsEncrypted(entry) || IsDecoded(entry.method))
+        ReadStored(*stored);
     if (IsEncrypted(entry) && !Decrypt(entry))
         return false;
     if (IsRefused(entry.method))
         status_ = kStatusNothing;
-    if (IsDecoded(entry.method)) {
+    if (IsDecoded(entry.method) && !InflateLarge(entry)) {
         Decode(entry);
         WriteEntry(entry);
     }
@@ -126,26 +131,29 @@ void ZipExtraction::CreateFolder(const ArchiveEntry& entry) {
         Report(kTextNotWritten);
 }
 
-/// Finds the local header and reads the stored bytes, as many of them as the file holds. False when there is
-/// no local header at the recorded offset.
-bool ZipExtraction::ReadStored(const ArchiveEntry& entry, bool isNeeded) {
+/// Finds the stored bytes behind the local header. Nothing when there is no local header at the recorded
+/// offset.
+std::optional<ZipExtraction::StoredBytes> ZipExtraction::FindStored(const ArchiveEntry& entry) {
     // The central name and size tell how much one read has to bring in; the local lengths decide.
     constexpr std::size_t kUsualExtra = 64;
-    const auto stored = static_cast<std::size_t>(std::max(entry.compressedSize, 0));
+    const auto recorded = static_cast<std::size_t>(std::max(entry.compressedSize, 0));
     const std::uint64_t offset = static_cast<std::uint32_t>(entry.localHeaderOffset);
     const auto bytes =
-        archive_.View(offset, std::min(kLocalSize + entry.fileName.size() + kUsualExtra + stored,
+        archive_.View(offset, std::min(kLocalSize + entry.fileName.size() + kUsualExtra + recorded,
                                        ArchiveWindow::kLargestView / 4));
     if (bytes.size() < kLocalSize)
-        return false;
+        return std::nullopt;
     const LocalHeader header = ParseLocalHeader(bytes.first<kLocalSize>());
     if (header.signature != kLocalSignature)
-        return false;
+        return std::nullopt;
     const std::uint64_t start = offset + kLocalSize + header.textLength;
     const std::uint64_t left = archive_.Size() > start ? archive_.Size() - start : 0;
-    Buffer().Resize(isNeeded ? static_cast<std::size_t>(std::min<std::uint64_t>(stored, left)) : 0);
-    Buffer().Resize(archive_.Read(start, Buffer().Span()));
-    return true;
+    return StoredBytes{start, static_cast<std::size_t>(std::min<std::uint64_t>(recorded, left))};
+}
+
+void ZipExtraction::ReadStored(const StoredBytes& stored) {
+    Buffer().Resize(stored.size);
+    Buffer().Resize(archive_.Read(stored.offset, Buffer().Span()));
 }
 
 /// Asks for the password of this extraction when there is none yet, checks it against the encryption header
@@ -171,19 +179,76 @@ void ZipExtraction::Decode(const ArchiveEntry& entry) {
         status_ = Unreduce(Buffer(), entry.method, lastIndex);
 }
 
+/// Reports what the decoded bytes should have been and are not.
+void ZipExtraction::Check(const ArchiveEntry& entry, std::size_t size, std::uint32_t crc) {
+    if (size == 0 && entry.crc != 0)
+        Report(kTextNoData);
+    if (size != 0 && crc != entry.crc)
+        Report(kTextCrc);
+    if (entry.uncompressedSize < 0 || size != static_cast<std::size_t>(entry.uncompressedSize))
+        Report(kTextSize);
+}
+
 /// Checks the decoded bytes and writes them whatever the checks say.
 void ZipExtraction::WriteEntry(const ArchiveEntry& entry) {
     const auto bytes = std::span<const std::uint8_t>(Buffer().Span());
-    if (bytes.empty()) {
-        if (entry.crc != 0)
-            Report(kTextNoData);
-    } else if (crc_.CalcCRC32File(bytes) != entry.crc) {
-        Report(kTextCrc);
-    }
-    if (entry.uncompressedSize < 0 || bytes.size() != static_cast<std::size_t>(entry.uncompressedSize))
-        Report(kTextSize);
+    Check(entry, bytes.size(), crc_.CalcCRC32File(bytes));
     if (!StaysInTarget(entry.fileName) ||
         WriteEntryFile(folders_, entry.fileName, folder_, bytes, entry.date, entry.time) != 0)
+        Report(kTextNotWritten);
+}
+
+/// Begins the file of an entry that is worth writing in pieces. Null for a small one, and where no file can
+/// be begun: the ordinary way reports why, in its place among the other reports.
+std::unique_ptr<platform::OutputFile> ZipExtraction::BeginLarge(const ArchiveEntry& entry, std::size_t size) {
+    constexpr std::size_t kLarge = std::size_t{2} << 20;
+    return size >= kLarge && StaysInTarget(entry.fileName) ? BeginEntryFile(folders_, entry.fileName, folder_)
+                                                           : nullptr;
+}
+
+/// Copies a large stored entry from the archive; false when it is not one, or not to be copied.
+bool ZipExtraction::CopyLarge(const ArchiveEntry& entry, const StoredBytes& stored) {
+    constexpr std::size_t kPiece = std::size_t{1} << 20;
+    if (entry.method != kStored || IsEncrypted(entry))
+        return false;
+    auto file = BeginLarge(entry, stored.size);
+    if (!file)
+        return false;
+    EntryPieces pieces(std::move(file), crc_);
+    Buffer().Resize(kPiece);
+    while (pieces.Size() < stored.size) {
+        const std::size_t wanted = std::min(kPiece, stored.size - pieces.Size());
+        const std::size_t count = archive_.Read(stored.offset + pieces.Size(), Buffer().Span().first(wanted));
+        pieces.Take(Buffer().Span().first(count));
+        if (count < wanted)
+            break;
+    }
+    WriteLarge(entry, pieces);
+    return true;
+}
+
+/// Decodes a large deflated entry into its file; false when it is not one, or not to be written so.
+bool ZipExtraction::InflateLarge(const ArchiveEntry& entry) {
+    if (entry.method != kDeflated && entry.method != kDeflated64)
+        return false;
+    auto file = BeginLarge(entry, static_cast<std::size_t>(std::max(entry.uncompressedSize, 0)));
+    if (!file)
+        return false;
+    std::optional<EntryPieces> pieces(std::in_place, std::move(file), crc_);
+    if (InflateInPieces(Buffer().Span(), entry.uncompressedSize - 1, entry.method == kDeflated64,
+                        [&](std::span<const std::uint8_t> piece) { pieces->Take(piece); })) {
+        WriteLarge(entry, *pieces);
+        return true;
+    }
+    // Nothing of the new file is left when the stored bytes, as they still are, are written instead.
+    pieces.reset();
+    WriteEntry(entry);
+    return true;
+}
+
+void ZipExtraction::WriteLarge(const ArchiveEntry& entry, EntryPieces& pieces) {
+    Check(entry, pieces.Size(), pieces.Crc());
+    if (!pieces.Commit(EntryTimes(entry.date, entry.time)))
         Report(kTextNotWritten);
 }
 

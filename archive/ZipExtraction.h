@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ArchiveWindow.h"
+#include "EntryPieces.h"
 #include "Mod_ShowDirs.h"
 #include "RepeatedMessages.h"
 #include "archive/ArchiveEntry.h"
@@ -9,6 +10,8 @@
 #include "archive/Cls_Encrypt.h"
 
 #include <cstdint>
+#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -29,12 +32,24 @@ class ZipExtraction {
     std::int16_t Run(const EntrySelection& selection);
 
   private:
+    /// Where an entry's stored bytes are in the file, as far as it holds them.
+    struct StoredBytes {
+        std::uint64_t offset = 0;
+        std::size_t size = 0;
+    };
+
     bool ExtractEntry(const ArchiveEntry& entry);
     void CreateFolder(const ArchiveEntry& entry);
-    bool ReadStored(const ArchiveEntry& entry, bool isNeeded);
+    std::optional<StoredBytes> FindStored(const ArchiveEntry& entry);
+    void ReadStored(const StoredBytes& stored);
     bool Decrypt(const ArchiveEntry& entry);
     void Decode(const ArchiveEntry& entry);
+    void Check(const ArchiveEntry& entry, std::size_t size, std::uint32_t crc);
     void WriteEntry(const ArchiveEntry& entry);
+    std::unique_ptr<platform::OutputFile> BeginLarge(const ArchiveEntry& entry, std::size_t size);
+    bool CopyLarge(const ArchiveEntry& entry, const StoredBytes& stored);
+    bool InflateLarge(const ArchiveEntry& entry);
+    void WriteLarge(const ArchiveEntry& entry, EntryPieces& pieces);
     void Report(std::uint32_t textId);
 
     ArchiveWindow archive_;

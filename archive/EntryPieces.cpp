@@ -1,0 +1,21 @@
+#include "EntryPieces.h"
+
+namespace archive {
+
+EntryPieces::EntryPieces(std::unique_ptr<platform::OutputFile> file, Cls_CRC32& crc)
+    : file_(std::move(file)), crc_(crc) {
+    crc_.ResetCRC32();
+}
+
+void EntryPieces::Take(std::span<const std::uint8_t> piece) {
+    crc_.CalcCRC32Block(piece);
+    size_ += piece.size();
+    if (!failed_ && file_->Write(piece))
+        failed_ = true;
+}
+
+bool EntryPieces::Commit(const std::optional<platform::FileTimes>& times) {
+    return !failed_ && !file_->Commit({.times = times});
+}
+
+} // namespace archive
