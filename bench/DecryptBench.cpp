@@ -27,7 +27,7 @@ void DecryptBench() {
     Compare("decrypt", bytes.size(),
             {"ours",
              [&] {
-                 data = BufferOf(FirstEntry(ReadFile(zip)));
+                 data = ReadFirstEntry(zip);
                  encrypt.ZipPrepareKey(data.Span(), "password");
                  data.DropFront(12);
                  encrypt.ZipDecryptArray(data.Span());

@@ -24,7 +24,7 @@ void Deflate64Bench(const std::vector<Sample>& samples) {
         Compare(what, size,
                 {"ours",
                  [&] {
-                     data = BufferOf(FirstEntry(ReadFile(zip)));
+                     data = ReadFirstEntry(zip);
                      const int status = archive::Inflate(data, static_cast<std::int32_t>(size) - 1, true);
                      crc = archive::Cls_CRC32().CalcCRC32File(data.Span());
                      Require(status == 0, what);

@@ -1,10 +1,13 @@
 #pragma once
 
-#include "Samples.h"
+#include "archive/ByteBuffer.h"
+
+#include <string>
 
 namespace bench {
 
-/// The stored bytes of the first entry of an archive that has one entry.
-Bytes FirstEntry(const Bytes& archive);
+/// The stored bytes of the first entry of an archive that has one entry, read from the file once, as the ZIP
+/// reader does.
+archive::ByteBuffer ReadFirstEntry(const std::string& path);
 
 } // namespace bench
