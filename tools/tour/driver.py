@@ -123,12 +123,22 @@ class Node:
         """All that can be read below: names of labels and buttons."""
         return [child.name for child in self.find_all() if child.name]
 
+    def settled(self):
+        """Its rectangle, once it is on the screen and has stopped moving."""
+        last = None
+
+        def still():
+            nonlocal last
+            before, last = last, self.rectangle
+            return last[2] > 0 and last[3] > 0 and last == before
+
+        wait_for(f"{self.role} {self.name!r} to stand still on the screen", still)
+        return last
+
     # The mouse.
 
     def _move(self, at=(0.5, 0.5)):
-        left, top, width, height = self.rectangle
-        if width <= 0 or height <= 0:
-            raise Failure(f"{self.role} {self.name!r} is not on the screen")
+        left, top, width, height = self.settled()
         xdotool("mousemove", left + int(width * at[0]), top + int(height * at[1]))
 
     def click(self, button=1, at=(0.5, 0.5), holding=None):

@@ -21,6 +21,10 @@ class Explorer:
     def window(self):
         return self.program.window(self.title, "frame")
 
+    def ready(self):
+        """Waits until the main window has the keyboard."""
+        wait_for("the main window to become active", lambda: self.window.has("active"))
+
     def pane(self, columns):
         """The folder tree has one column, the file list several."""
 
@@ -47,6 +51,7 @@ class Explorer:
 
     def go(self, *names):
         """Clicks down the tree: a drive, then folder by folder. The list shows the last one's content afterwards."""
+        self.ready()
         path = ""
         for name in names:
             path = f"{path}{name}" if not path or path.endswith("\\") else f"{path}\\{name}"

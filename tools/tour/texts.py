@@ -1,19 +1,18 @@
 """The texts of the language libraries, read from their sources, as the bus tells of them."""
 
 import re
+import sys
 from pathlib import Path
 
-LANGUAGES = Path(__file__).resolve().parents[2] / "languages"
+PROJECT = Path(__file__).resolve().parents[2]
+sys.path.insert(0, str(PROJECT / "tests" / "languages"))
+
+import rc  # noqa: E402
 
 
 def read(language, kind="langfile"):
     """All texts of a library by their ids."""
-    source = (LANGUAGES / language / f"{kind}.rc").read_text(encoding="utf-8")
-    source = re.sub(r"/\*.*?\*/", "", source, flags=re.S)
-    return {
-        int(number): text.replace('""', '"').replace("\\n", "\n").replace("\\r", "").replace("\\\\", "\\")
-        for number, text in re.findall(r'^\s*(\d+)\s*,?\s*"((?:[^"]|"")*)"', source, flags=re.M)
-    }
+    return rc.read(PROJECT / "languages" / language / f"{kind}.rc").texts
 
 
 class Texts:
