@@ -114,7 +114,10 @@ void ListView::SetEmptyText(const QString& text) {
 }
 
 void ListView::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+    // What the editor of a name leaves over, such as the Enter that ends it, is no command.
+    if (state() == EditingState)
+        QTreeView::keyPressEvent(event);
+    else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
         emit OpenPressed();
     else if (event->key() == Qt::Key_F5)
         emit RefreshPressed();

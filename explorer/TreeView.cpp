@@ -38,6 +38,10 @@ void TreeView::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void TreeView::keyPressEvent(QKeyEvent* event) {
+    if (state() == EditingState) { // what the editor of a name leaves over is no command
+        QTreeView::keyPressEvent(event);
+        return;
+    }
     switch (event->key()) {
     case Qt::Key_F5:
         emit RefreshPressed();

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "platform/desktop/ClipboardFiles.h"
+#include "platform/desktop/ShowProperties.h"
+
+#include <QMimeData>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace fakes {
+
+/// A clipboard of the test's own, which can also be out of reach.
+class FakeClipboard : public platform::ClipboardStore {
+  public:
+    FakeClipboard() : before_(platform::SetClipboardStore(this)) {}
+
+    ~FakeClipboard() override { platform::SetClipboardStore(before_); }
+
+    FakeClipboard(const FakeClipboard&) = delete;
+    FakeClipboard& operator=(const FakeClipboard&) = delete;
+
+    bool isReachable = true;
+    std::unique_ptr<QMimeData> held;
+
+    /// What another program would put there.
+    void Hold(const char* format, const QByteArray& bytes) {
+        held = std::make_unique<QMimeData>();
+        held->setData(QLatin1String(format), bytes);
+    }
+
+    std::string Bytes(const char* format) const {
+        return held ? held->data(QLatin1String(format)).toStdString() : std::string();
+    }
+
+    bool Put(QMimeData* data) override {
+        std::unique_ptr<QMimeData> given(data);
+        if (isReachable)
+            held = std::move(given);
+        return isReachable;
+    }
+
+    const QMimeData* Data() override { return isReachable ? held.get() : nullptr; }
+
+  private:
+    platform::ClipboardStore* before_;
+};
+
+/// A properties viewer that only keeps what it is asked to show.
+class FakeProperties : public platform::PropertiesViewer {
+  public:
+    FakeProperties() : before_(platform::SetPropertiesViewer(this)) {}
+
+    ~FakeProperties() override { platform::SetPropertiesViewer(before_); }
+
+    FakeProperties(const FakeProperties&) = delete;
+    FakeProperties& operator=(const FakeProperties&) = delete;
+
+    std::vector<std::string> shown;
+    int result = 42;
+
+    int Show(const std::string& path, QWidget*) override {
+        shown.push_back(path);
+        return result;
+    }
+
+  private:
+    platform::PropertiesViewer* before_;
+};
+
+} // namespace fakes
