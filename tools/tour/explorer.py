@@ -22,8 +22,15 @@ class Explorer:
         return self.program.window(self.title, "frame")
 
     def ready(self):
-        """Waits until the main window has the keyboard."""
-        wait_for("the main window to become active", lambda: self.window.has("active"))
+        """Waits until the main window has the keyboard; takes note of the warning to those who are no administrators."""
+
+        def is_active():
+            windows = self.program.windows()
+            if any(self.text.second(528) in window.texts() for window in windows if window.role == "alert"):
+                self.answer()
+            return any(window.name == self.title and window.role == "frame" and window.has("active") for window in windows)
+
+        wait_for("the main window to become active", is_active)
 
     def pane(self, columns):
         """The folder tree has one column, the file list several."""

@@ -103,6 +103,7 @@ def start(setting):
     if report.check(splash and splash[1][0] < 700 and splash[1][1] < 500, "a small splash window stands first, drawn"):
         splash[0].rename(report.next_picture("splash"))
     explorer = setting.explorer
+    explorer.ready()
     window = explorer.window
     report.equal(setting.settings.read_bytes(), DEFAULT_SETTINGS, "the settings file is written byte for byte as the default")
     copies = setting.computer / "Pellarion" / "temp"
