@@ -28,7 +28,7 @@ bool HasDrive(std::string_view path) {
 platform::OutputFolder* OpenFolders::CreateFolderPath(std::string_view path, std::string_view madeAs) {
     platform::OutputFolder* folder = Open(path, madeAs);
     if (!folder && messages_)
-        messages_->Report(kTextNoFolder, kTitleNoFolder);
+        messages_->Report(kTextNoFolder, kTitleNoFolder, path);
     return folder;
 }
 

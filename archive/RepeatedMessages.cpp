@@ -2,6 +2,7 @@
 
 #include "app/core/Messages.h"
 #include "app/core/Texts.h"
+#include "platform/Letters.h"
 
 #include <algorithm>
 #include <string>
@@ -13,8 +14,22 @@ namespace {
 constexpr std::uint32_t kTextAndMore = 601; // "%n" stands for the count
 constexpr std::uint64_t kPlainReports = 2;
 
-app::Message StopMessage(std::uint32_t id, std::uint32_t titleId) {
-    return {id, app::WithUserName(app::LoadText(id)), app::kMessageError, app::LoadText(titleId)};
+/// The end of an entry's name, short enough for a message box.
+std::string Shown(std::string_view entry) {
+    constexpr std::size_t kMost = 120;
+    if (entry.size() <= kMost)
+        return std::string(entry);
+    std::string_view end = entry.substr(entry.size() - kMost);
+    // Never from the middle of a character (UTF-8).
+    while (!end.empty() && (static_cast<unsigned char>(end.front()) & 0xC0) == 0x80)
+        end.remove_prefix(1);
+    return "..." + std::string(end);
+}
+
+app::Message StopMessage(std::uint32_t id, std::uint32_t titleId, std::string_view entry) {
+    const std::string text = app::WithUserName(app::LoadText(id));
+    return {id, platform::ReplaceNoCase(text, "%entry", Shown(entry)), app::kMessageError,
+            app::LoadText(titleId)};
 }
 
 std::string AndMore(std::uint64_t count) {
@@ -26,18 +41,19 @@ std::string AndMore(std::uint64_t count) {
 
 } // namespace
 
-void RepeatedMessages::Report(std::uint32_t id, std::uint32_t titleId) {
+void RepeatedMessages::Report(std::uint32_t id, std::uint32_t titleId, std::string_view entry) {
     auto kind = std::ranges::find(kinds_, id, &Kind::id);
     if (kind == kinds_.end())
-        kind = kinds_.insert(kinds_.end(), Kind{id, titleId});
+        kind = kinds_.insert(kinds_.end(), Kind{.id = id, .titleId = titleId});
     if (kind->silent) {
         ++kind->counted;
+        kind->lastEntry = entry;
         return;
     }
     if (kind->shown++ < kPlainReports)
-        app::Messages().Show(StopMessage(id, titleId));
+        app::Messages().Show(StopMessage(id, titleId, entry));
     else
-        kind->silent = app::Messages().ShowOfferingRest(StopMessage(id, titleId));
+        kind->silent = app::Messages().ShowOfferingRest(StopMessage(id, titleId, entry));
 }
 
 bool RepeatedMessages::IsSilent(std::uint32_t id) const {
@@ -49,8 +65,9 @@ void RepeatedMessages::Finish() {
     for (const Kind& kind : kinds_) {
         if (kind.counted == 0)
             continue;
-        app::Message message = StopMessage(kind.id, kind.titleId);
-        message.text += "\n" + AndMore(kind.counted);
+        app::Message message = StopMessage(kind.id, kind.titleId, kind.lastEntry);
+        if (kind.counted > 1)
+            message.text += "\n" + AndMore(kind.counted - 1);
         app::Messages().Show(message);
     }
     kinds_.clear();

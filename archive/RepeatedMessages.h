@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
+#include <string_view>
 #include <vector>
 
 namespace archive {
@@ -10,8 +12,10 @@ namespace archive {
 /// way is counted and told in one last message.
 class RepeatedMessages {
   public:
-    /// Reports language text `id` with the stop icon, under the title text `titleId`.
-    void Report(std::uint32_t id, std::uint32_t titleId);
+    /// Reports language text `id` with the stop icon, under the title text `titleId`; `entry` is the name put
+    /// for
+    /// "%entry" in it.
+    void Report(std::uint32_t id, std::uint32_t titleId, std::string_view entry = {});
 
     /// True once the user has asked for the rest of `id` at once: reports are only counted from then on.
     bool IsSilent(std::uint32_t id) const;
@@ -26,6 +30,7 @@ class RepeatedMessages {
         std::uint64_t shown = 0;
         std::uint64_t counted = 0;
         bool silent = false;
+        std::string lastEntry{}; // of those that were only counted
     };
 
     std::vector<Kind> kinds_;

@@ -78,6 +78,7 @@ std::int16_t ZipExtraction::Run(const EntrySelection& selection) {
     const auto count = static_cast<std::int32_t>(entries_.size());
     for (std::int32_t number = 1; number <= count; ++number) {
         const auto position = static_cast<std::size_t>(number);
+        entryInHand_ = entries_[position - 1].fileName;
         try {
             if (selection[position] && !ExtractEntry(entries_[position - 1])) {
                 status_ = kStatusRefused;
@@ -253,7 +254,7 @@ void ZipExtraction::WriteLarge(const ArchiveEntry& entry, EntryPieces& pieces) {
 }
 
 void ZipExtraction::Report(std::uint32_t textId) {
-    messages_.Report(textId, kTitleWarning);
+    messages_.Report(textId, kTitleWarning, entryInHand_);
 }
 
 } // namespace archive

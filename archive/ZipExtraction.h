@@ -60,6 +60,7 @@ class ZipExtraction {
     Cls_CRC32 crc_;
     Cls_Encrypt encrypt_;
     std::string password_;
+    std::string_view entryInHand_; // name of the entry that reports are about
     std::int16_t status_ = kStatusDone;
 };
 

@@ -15,7 +15,7 @@ import used_ids
 REFERENCE = "0409"
 MOST_BYTES = 382  # of one text, in the code page of the system
 CODE_PAGES = {"0409": "cp1252", "0407": "cp1252"}
-PLACEHOLDER = re.compile(r"%(?:username|s|x|y|n)", re.IGNORECASE)
+PLACEHOLDER = re.compile(r"%(?:username|entry|s|x|y|n)", re.IGNORECASE)
 
 # What stands on the screen together, so that no two may mark the same letter. The menu bar's last entry, and the whole
 # of the groups under "lic", are of the second text library.

@@ -409,7 +409,8 @@ def damaged(setting):
     dialog = explorer.zip_dialog()
     dialog.extract_here()
     said = answer_all(explorer, lambda: not dialog.is_open, lambda: report.picture(explorer.program, "damaged"))
-    report.check(any(explorer.text(n) in " ".join(said) for n in (541, 557, 559)), "the damage is told")
+    named = [explorer.text(n).replace("%entry", "Letters/Arrival.txt") for n in (541, 557, 559)]
+    report.check(any(text in " ".join(said) for text in named), "the damage is told, and of which file")
     originals = digests(setting.stick / "Documents/Letters")
     got = digests(archives / "Letters")
     report.check(all(got.get(n) == d for n, d in originals.items() if n not in ("Arrival.txt",)), "the other files are extracted whole")
