@@ -6,7 +6,6 @@
 #include "platform/Letters.h"
 
 #include <algorithm>
-#include <numeric>
 
 namespace explorer {
 

@@ -3,7 +3,6 @@
 #include "FolderTreeNode.h"
 #include "app/windows/WindowTexts.h"
 #include "explorer/NodeIcons.h"
-#include "explorer/TextColours.h"
 #include "platform/Letters.h"
 
 #include <QIcon>

@@ -3,13 +3,10 @@
 #include "app/core/ApplicationState.h"
 #include "app/core/Messages.h"
 #include "app/core/Texts.h"
-#include "app/windows/BusyCursor.h"
 #include "app/windows/WindowTexts.h"
-#include "explorer/DriveList.h"
 #include "explorer/FileListModel.h"
 #include "explorer/FolderTreeModel.h"
 #include "explorer/TreeView.h"
-#include "platform/Drives.h"
 #include "platform/Files.h"
 
 #include <exception>

@@ -1,6 +1,5 @@
 #include "explorer/frmtarget.h"
 
-#include "app/core/ApplicationState.h"
 #include "app/windows/BusyCursor.h"
 #include "app/windows/WindowTexts.h"
 #include "explorer/CommandSet.h"
@@ -12,7 +11,6 @@
 #include "explorer/Navigator.h"
 #include "explorer/StatusStrip.h"
 #include "explorer/TreeView.h"
-#include "explorer/VSplitter.h"
 #include "platform/Letters.h"
 #include "platform/Process.h"
 #include "platform/desktop/DocumentOpener.h"
@@ -59,6 +57,7 @@ frmtarget::frmtarget(ArchiveDialogs* dialogs)
 
 frmtarget::~frmtarget() {
     // The views draw from what this object owns and answer focus changes: they go while all of it is there.
+    disconnect(qApp, nullptr, this, nullptr);
     hide();
     delete panes_;
 }
