@@ -35,6 +35,7 @@ void Cls_CRC32::SetCRC32(std::uint32_t value) {
     register_ = value;
 }
 
+// NOLINTNEXTLINE(readability-convert-member-functions-to-static): an object's member like the others
 std::uint32_t Cls_CRC32::GetcrcTable(int index) const {
     if (index < 0 || index > 255)
         throw std::out_of_range("CRC table index");

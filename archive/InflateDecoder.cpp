@@ -66,7 +66,7 @@ InflateDecoder::Outcome InflateDecoder::DecodeBlock(unsigned type) {
 }
 
 InflateDecoder::Outcome InflateDecoder::CopyStored() {
-    const std::size_t size = static_cast<std::size_t>(bits_.end - bits_.begin);
+    const auto size = static_cast<std::size_t>(bits_.end - bits_.begin);
     std::size_t position = bits_.BytePosition();
     // The length fields may not be the last bytes of the input, so an empty stored block that ends it answers
     // -1. Nothing is lost: all that it could end has been decoded. The position is that of the fields

@@ -4,6 +4,8 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <sys/resource.h>
+#include <time.h>
 #include <vector>
 
 namespace bench {
@@ -12,11 +14,27 @@ namespace {
 
 constexpr int kRuns = 9;
 
-double Seconds(const Side& side) {
+double Now(Clock clock) {
+    if (clock == Clock::kWall) {
+        const auto now = std::chrono::steady_clock::now().time_since_epoch();
+        return std::chrono::duration<double>(now).count();
+    }
+    timespec own{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &own);
+    rusage children{};
+    getrusage(RUSAGE_CHILDREN, &children);
+    const auto seconds = [](const timeval& time) {
+        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+    };
+    return static_cast<double>(own.tv_sec) + static_cast<double>(own.tv_nsec) / 1e9 +
+           seconds(children.ru_utime) + seconds(children.ru_stime);
+}
+
+double Seconds(const Side& side, Clock clock) {
     side.prepare();
-    const auto start = std::chrono::steady_clock::now();
+    const double start = Now(clock);
     side.run();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    return Now(clock) - start;
 }
 
 double Median(std::vector<double> values) {
@@ -27,14 +45,14 @@ double Median(std::vector<double> values) {
 
 } // namespace
 
-void Compare(const std::string& what, std::size_t bytes, const Side& ours, const Side& peer) {
-    Seconds(ours);
-    Seconds(peer);
+void Compare(const std::string& what, std::size_t bytes, const Side& ours, const Side& peer, Clock clock) {
+    Seconds(ours, clock);
+    Seconds(peer, clock);
     std::vector<double> ourTimes;
     std::vector<double> peerTimes;
     for (int run = 0; run < kRuns; run++) {
-        ourTimes.push_back(Seconds(ours));
-        peerTimes.push_back(Seconds(peer));
+        ourTimes.push_back(Seconds(ours, clock));
+        peerTimes.push_back(Seconds(peer, clock));
     }
     const double our = Median(ourTimes);
     const double their = Median(peerTimes);

@@ -13,6 +13,10 @@ struct Side {
     std::function<void()> prepare = [] {};
 };
 
+/// What a run costs: the time that passes, or the processor time of this process and of the programs that it
+/// ran to their end. The latter is for sides of one thread each: it does not care what else the machine does.
+enum class Clock { kWall, kProcessor };
+
 /// Runs both sides in turn, each at least nine times after a first run that does not count, and prints the
 /// speed of both at `bytes` per run, by their median times, and the line
 ///
@@ -20,7 +24,8 @@ struct Side {
 ///
 /// Above 1 is better for us. A faster peer is still compared run by run, so that a slow moment of the machine
 /// meets both.
-void Compare(const std::string& what, std::size_t bytes, const Side& ours, const Side& peer);
+void Compare(const std::string& what, std::size_t bytes, const Side& ours, const Side& peer,
+             Clock clock = Clock::kWall);
 
 /// Ends the program when `good` is false: a wrong result has no speed.
 void Require(bool good, const std::string& what);

@@ -33,9 +33,11 @@ void DecryptBench() {
                  encrypt.ZipDecryptArray(data.Span());
                  crc = archive::Cls_CRC32().CalcCRC32File(data.Span());
              }},
-            {"7zz", [&] {
+            {"7zz",
+             [&] {
                  RunSevenZip({"t", "-ppassword", zip});
-             }});
+             }},
+            Clock::kProcessor);
     Require(crc == archive::Cls_CRC32().CalcCRC32File(bytes), "decrypt");
     Require(data.Size() == bytes.size() && std::equal(bytes.begin(), bytes.end(), data.Data()), "decrypt");
 }

@@ -29,9 +29,11 @@ void Deflate64Bench(const std::vector<Sample>& samples) {
                      crc = archive::Cls_CRC32().CalcCRC32File(data.Span());
                      Require(status == 0, what);
                  }},
-                {"7zz", [&] {
+                {"7zz",
+                 [&] {
                      RunSevenZip({"t", zip});
-                 }});
+                 }},
+                Clock::kProcessor);
         Require(data.Size() == size && std::equal(sample.bytes.begin(), sample.bytes.end(), data.Data()),
                 what);
     }
