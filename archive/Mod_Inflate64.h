@@ -17,10 +17,14 @@ namespace archive {
 /// and 287 copy nothing, matches reach back to the start of the output, bits missing at the end of the input
 /// read as 0.
 ///
-/// Answers 0 when done, -1 for an invalid block type, for a stored block that runs past the input or the
-/// output, and for a literal or match that does not fit; -2 when a stored block's length check failed
-/// (decoding goes on). After a table error message 541 is shown, the status so far is returned and `data`
-/// still holds the compressed bytes.
+/// Answers 0 when done; -1 for an invalid block type, and for a stored block, literal or match that does not
+/// fit or reaches before the start: what came before it is kept, of itself nothing is copied; -2 when a
+/// stored block's length check failed (decoding goes on). A stored block whose length fields are the last
+/// bytes of the input answers -1, too, though it is empty and nothing is lost. After a table error message
+/// 541 is shown, the status so far is returned and `data` still holds the compressed bytes.
+///
+/// A stream that runs off its input goes on with bits of 0 until it ends by itself, or is full: at the
+/// recorded size, or at the most that so many input bytes can yield, but not below one megabyte.
 std::int16_t Inflate(ByteBuffer& data, std::int32_t lastIndex, bool deflate64);
 
 /// Takes decoded bytes, piece by piece, in order.
