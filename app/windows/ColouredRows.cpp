@@ -4,6 +4,7 @@
 
 #include <QAbstractItemView>
 #include <QHelpEvent>
+#include <QLineEdit>
 #include <QToolTip>
 
 namespace app {
@@ -18,6 +19,14 @@ bool ColouredRows::helpEvent(QHelpEvent* event, QAbstractItemView* view, const Q
     else
         QToolTip::hideText();
     return true;
+}
+
+QWidget* ColouredRows::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                                    const QModelIndex& index) const {
+    QWidget* editor = QStyledItemDelegate::createEditor(parent, option, index);
+    if (auto* line = qobject_cast<QLineEdit*>(editor))
+        line->setFrame(true);
+    return editor;
 }
 
 void ColouredRows::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {

@@ -86,7 +86,7 @@ PropertiesWindow::PropertiesWindow(const std::string& path, QWidget* parent)
     const bool isFolder = (attributes & kAttributeDirectory) != 0;
     setObjectName(QStringLiteral("properties"));
     setAttribute(Qt::WA_DeleteOnClose);
-    setWindowTitle(QString::fromStdString(name) + QLatin1String(" – ") + Text(kPropertiesText));
+    setWindowTitle(Text(kPropertiesText) + QLatin1String(": ") + QString::fromStdString(name));
     setMinimumWidth(kSmallestWidth);
 
     auto* column = new QVBoxLayout(this);

@@ -4,9 +4,9 @@
 # shellcheck disable=SC2034  # the lists are read by the name of their purpose
 
 # The program: compiler, build tools, Qt with its X11 platform, the resource compiler of the text libraries, and
-# what draws the icons.
+# what draws the icons and sets the help documents.
 PACKAGES_build=(g++ cmake ninja-build ccache binutils-mingw-w64-x86-64 librsvg2-bin qt6-base-dev python3
-    libmspack-dev zlib1g-dev)
+    libmspack-dev zlib1g-dev python3-reportlab fonts-dejavu-core)
 
 # Making archives, for tests and for the demo stick.
 PACKAGES_archivers=(zip unzip 7zip gcab cabextract libarchive-tools)
