@@ -1,10 +1,12 @@
 #include "app/windows/InputBox.h"
 
 #include "app/windows/Fonts.h"
+#include "app/windows/WindowTexts.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace app {
@@ -33,6 +35,8 @@ InputBox::InputBox(QWidget* parent) : QDialog(parent) {
     prompt_->setBuddy(edit_);
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+    SetCaption(buttons->button(QDialogButtonBox::Ok), kOkCaption);
+    SetCaption(buttons->button(QDialogButtonBox::Cancel), kCancelCaption);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 

@@ -71,10 +71,13 @@ int MessageBoxes::Show(const Message& message) {
     Prepare(box, message);
     if (message.flags != kMessageQuestion) {
         box.setStandardButtons(QMessageBox::Ok);
+        SetCaption(box.button(QMessageBox::Ok), kOkCaption);
         box.exec();
         return kAnswerOk;
     }
     box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+    SetCaption(box.button(QMessageBox::Yes), kYesCaption);
+    SetCaption(box.button(QMessageBox::No), kNoCaption);
     box.setDefaultButton(QMessageBox::Yes);
     box.setEscapeButton(QMessageBox::No);
     return box.exec() == QMessageBox::Yes ? kAnswerYes : kAnswerNo;
@@ -85,6 +88,7 @@ bool MessageBoxes::ShowOfferingRest(const Message& message) {
     QMessageBox box(QApplication::activeWindow());
     Prepare(box, message);
     QPushButton* ok = box.addButton(QMessageBox::Ok);
+    SetCaption(ok, kOkCaption);
     QPushButton* rest = box.addButton(WindowText(kTakeRestText), QMessageBox::ActionRole);
     rest->setObjectName(QStringLiteral("restButton"));
     box.setDefaultButton(ok);

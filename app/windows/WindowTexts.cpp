@@ -2,6 +2,8 @@
 
 #include "app/core/Texts.h"
 
+#include <QAbstractButton>
+
 namespace app {
 
 QString ToWindow(std::string_view text) {
@@ -31,6 +33,11 @@ QString PlainCaption(QString caption) {
     return caption.replace(QLatin1String("&&"), kept)
         .remove(QLatin1Char('&'))
         .replace(kept, QLatin1String("&"));
+}
+
+void SetCaption(QAbstractButton* button, std::uint32_t id) {
+    if (const QString caption = WindowText(id); !caption.isEmpty())
+        button->setText(caption);
 }
 
 } // namespace app

@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+class QAbstractButton;
+
 namespace app {
 
 /// Text of the layers below the windows as a window shows it, and back.
@@ -19,6 +21,16 @@ QString ExtraWindowText(std::uint32_t id);
 /// `text` as it reads in a window that runs from right to left: paths, dates and sizes keep their order
 /// there. A text that itself begins in a right-to-left script is left alone.
 QString KeptInOrder(const QString& text);
+
+/// Captions of the buttons that message boxes and prompts share.
+inline constexpr std::uint32_t kOkCaption = 604;
+inline constexpr std::uint32_t kCancelCaption = 605;
+inline constexpr std::uint32_t kYesCaption = 606;
+inline constexpr std::uint32_t kNoCaption = 607;
+
+/// Gives a standard button the caption in the program's language. Before the texts are loaded it keeps the
+/// toolkit's own, which is English like the messages shown then.
+void SetCaption(QAbstractButton* button, std::uint32_t id);
 
 /// A menu caption as toolbars, tooltips and screen readers show it: without the mark of its underlined
 /// letter.
