@@ -58,6 +58,8 @@ void CommandSet::ConnectFolderCommands() {
     connect(actions_.nmuFolderRename, &QAction::triggered, this, [this] { folders_.StartRename(); });
     connect(actions_.mnuFolderProperties, &QAction::triggered, this, [this] { folders_.Properties(); });
     connect(&targets_.tree, &TreeView::DeletePressed, this, [this] { folders_.DeleteByKey(); });
+    // Opening a folder leads the focus here, and pasting is what often comes next.
+    connect(&targets_.tree, &TreeView::PastePressed, this, [this] { files_.Paste(); });
     connect(&targets_.tree, &TreeView::RenamePressed, this, [this] { folders_.StartRename(); });
     connect(
         &targets_.nodes, &FolderTreeModel::RenameWanted, this,

@@ -42,6 +42,10 @@ void TreeView::keyPressEvent(QKeyEvent* event) {
         QTreeView::keyPressEvent(event);
         return;
     }
+    if (event->matches(QKeySequence::Paste)) {
+        emit PastePressed();
+        return;
+    }
     switch (event->key()) {
     case Qt::Key_F5:
         emit RefreshPressed();

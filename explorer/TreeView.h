@@ -20,6 +20,7 @@ class TreeView : public QTreeView {
     void RefreshPressed();
     void RenamePressed();
     void DeletePressed();
+    void PastePressed();
 
   protected:
     void mouseReleaseEvent(QMouseEvent* event) override;

@@ -42,7 +42,7 @@ TEST_F(FileCommands, PasteTakesTheListsOfOtherPrograms) {
               "text/uri-list", uris + "/a%20b.txt\r\nhttps://pellarion.example/x\r\n" + uris + "/c\r\n"},
           {"x-special/gnome-copied-files", "cut\n" + uris + "/a%20b.txt\n" + uris + "/c"}}) {
         clipboard_.Hold(format, bytes);
-        QTest::keyClick(&List(), Qt::Key_V, Qt::ControlModifier);
+        QTest::keyClick(&Tree(), Qt::Key_V, Qt::ControlModifier);
         EXPECT_EQ(dir_.Read("to/a b.txt"), "a") << format;
         EXPECT_EQ(dir_.Read("to/c/d.txt"), "d") << format;
         EXPECT_EQ(Names(), (Texts{"c", "a b.txt"}));
