@@ -3,6 +3,8 @@
 #include "app/core/Messages.h"
 #include "dialogs/frmWinExtract.h"
 
+#include <QWidget>
+
 namespace explorer {
 namespace {
 
@@ -15,6 +17,9 @@ void ArchiveDialogs::ShowZip(const std::string& archives, QWidget* parent) {
     dialogs::frmWinExtract window(parent);
     window.ArchiveList = archives;
     window.ShowArchives();
+    // When it closes right behind the folder picker, a window manager may leave the keyboard with nobody.
+    if (parent != nullptr)
+        parent->window()->activateWindow();
 }
 
 // The windows of the two other formats are still to come; until then the user is told.

@@ -4,15 +4,15 @@
 # shellcheck disable=SC2034  # the lists are read by the name of their purpose
 
 # The program: compiler, build tools, Qt with its X11 platform, the resource compiler of the text libraries, and
-# what draws the icons and sets the help documents.
+# what draws the icons and sets the help documents. GoogleTest, since every configuration knows the tests.
 PACKAGES_build=(g++ cmake ninja-build ccache binutils-mingw-w64-x86-64 librsvg2-bin qt6-base-dev python3
-    libmspack-dev zlib1g-dev python3-reportlab fonts-dejavu-core)
+    libmspack-dev zlib1g-dev python3-reportlab fonts-dejavu-core libgtest-dev)
 
 # Making archives, for tests and for the demo stick.
 PACKAGES_archivers=(zip unzip 7zip gcab cabextract libarchive-tools)
 
 # The tests and the checks of the sources.
-PACKAGES_test=("${PACKAGES_build[@]}" "${PACKAGES_archivers[@]}" libgtest-dev git clang clang-format
+PACKAGES_test=("${PACKAGES_build[@]}" "${PACKAGES_archivers[@]}" git clang clang-format
     clang-tidy libclang-rt-14-dev shellcheck fonts-dejavu-core)
 
 # Fuzzing alone.
@@ -20,7 +20,7 @@ PACKAGES_fuzz=(cmake ninja-build ccache binutils-mingw-w64-x86-64 clang libclang
     libmspack-dev zlib1g-dev)
 
 # Our figures beside those of other unpackers.
-PACKAGES_bench=("${PACKAGES_build[@]}" "${PACKAGES_archivers[@]}" libgtest-dev libdeflate-dev)
+PACKAGES_bench=("${PACKAGES_build[@]}" "${PACKAGES_archivers[@]}" libdeflate-dev)
 
 # Running the program on the demo stick.
 PACKAGES_run=("${PACKAGES_build[@]}" "${PACKAGES_archivers[@]}" fonts-dejavu-core)

@@ -188,6 +188,63 @@ def browse(setting):
 
 
 @part
+def files(setting):
+    report = setting.report
+    explorer = open_drive(setting)
+    projects = setting.stick / "Projects"
+    report.step("Making, renaming and deleting a folder")
+    explorer.go("E:\\", "Projects")
+    explorer.command(100)
+    box = explorer.program.window(explorer.text(100))
+    report.check(explorer.text(512) in box.texts(), "New folder asks for a name, by the owner's name")
+    report.picture(explorer.program, "new-folder")
+    write("Harbour log")
+    press("Return")
+    explorer.files.get_row("Harbour log")
+    report.check((projects / "Harbour log").is_dir(), "the folder is made and listed")
+    explorer.select("Harbour log")
+    press("F2")
+    wait_for("the name's field to take the keyboard", lambda: not explorer.files.has("focused"))
+    press("ctrl+a")
+    write("Logbook")
+    press("Return")
+    explorer.files.get_row("Logbook")
+    report.check((projects / "Logbook").is_dir() and not (projects / "Harbour log").exists(), "F2 renames it")
+    explorer.select("Logbook")
+    press("Delete")
+    report.check(any(explorer.text(505) in text for text in explorer.message().texts()), "Delete asks first")
+    report.picture(explorer.program, "delete-question")
+    explorer.answer("Escape")
+    report.check((projects / "Logbook").is_dir(), "Escape keeps the folder")
+    explorer.select("Logbook")
+    press("Delete")
+    explorer.answer("alt+y")
+    wait_for("the folder to go", lambda: "Logbook" not in explorer.names())
+    report.check(not (projects / "Logbook").exists(), "Yes deletes it")
+
+    report.step("Copying and pasting")
+    explorer.go("E:\\", "Pictures")
+    explorer.select("Bay.png", "Dunes.png")
+    press("ctrl+c")
+    explorer.go("E:\\", "Projects")
+    explorer.select("Sundial")
+    press("ctrl+v")
+    wait_for("the copies", lambda: {"Bay.png", "Dunes.png"} <= set(explorer.names()))
+    originals = digests(setting.stick / "Pictures")
+    for name in ("Bay.png", "Dunes.png"):
+        report.equal(digests(projects).get(name), originals[name], f"Ctrl+C and Ctrl+V copy {name} whole")
+        (projects / name).unlink()
+
+    report.step("About")
+    press("alt+h")
+    explorer.window.get("menu item", explorer.text.second(107)).click()
+    about = explorer.program.window(explorer.text.second(303, s="Pellarion"))
+    report.check("Version 1.0.0" in about.texts(), "the About box tells the version")
+    report.picture(explorer.program, "about")
+    press("Escape")
+
+
+@part
 def marks(setting):
     report = setting.report
     report.step("Marking a folder")
