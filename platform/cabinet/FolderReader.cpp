@@ -20,56 +20,54 @@ SystemError FolderReader::Read(std::uint64_t offset, std::uint64_t size, const B
         return {};
     if (offset + size > folder_.Capacity())
         return {kErrorInvalidData};
-    if (offset >= keptFrom_ && offset < keptTo_) {
-        const std::uint64_t kept = std::min(size, keptTo_ - offset);
+    if (const Stretch* stretch = KeptAt(offset)) {
+        const std::uint64_t kept = std::min(size, stretch->to - offset);
         if (const SystemError error = ReadKept(offset, kept, sink))
             return error;
-        offset += kept;
-        size -= kept;
-        if (size == 0)
-            return {};
+        return Read(offset + kept, size - kept, sink);
     }
     if (offset + size > deadEnd_)
         return deadEndError_;
     if (!decoder_ || offset < decoder_->Position())
         Restart();
     if (const std::uint64_t passed = offset - decoder_->Position(); passed > 0) {
-        if (!keeping_)
-            StartKeeping(decoder_->Position());
-        if (const SystemError error = Decode(passed, kNowhere))
+        if (const SystemError error = Decode(passed, kNowhere, true))
             return error;
     }
-    return Decode(size, sink);
+    return Decode(size, sink, keepsAll_);
+}
+
+const FolderReader::Stretch* FolderReader::KeptAt(std::uint64_t offset) const {
+    const auto behind = std::ranges::upper_bound(kept_, offset, {}, &Stretch::from);
+    return behind != kept_.begin() && offset < std::prev(behind)->to ? &*std::prev(behind) : nullptr;
 }
 
 void FolderReader::DropDecoder() {
-    if (decoder_ && wasRestarted_ && keeping_) {
+    if (decoder_ && keepsAll_) {
         // The last block may be a short one, so the end is where decoding stops.
-        while (decoder_ && keeping_ && decoder_->Position() < folder_.Capacity()) {
+        while (decoder_ && decoder_->Position() < folder_.Capacity()) {
             if (Decode(std::min<std::uint64_t>(kBlockSize, folder_.Capacity() - decoder_->Position()),
-                       kNowhere))
+                       kNowhere, true))
                 break;
         }
     }
     decoder_.reset();
-    keeping_ = false;
 }
 
 void FolderReader::Restart() {
     decoder_.reset();
-    wasRestarted_ = wasStarted_;
+    keepsAll_ = wasStarted_;
     wasStarted_ = true;
+    kept_.clear(); // it would be decoded again anyway
     if (source_.mszip && !libraryOnly_ && (folder_.method & kMethodMask) == kMszip)
         decoder_ =
             std::make_unique<MszipFolderDecoder>(source_.input, folder_, source_.dataReserve, source_.mszip);
     else
         decoder_ = std::make_unique<MspackFolderDecoder>(source_.file, folder_, source_.dataReserve);
-    keeping_ = false;
-    if (wasRestarted_)
-        StartKeeping(0);
 }
 
-void FolderReader::StartKeeping(std::uint64_t from) {
+/// Takes a part of the scratch file.
+void FolderReader::StartKeeping() {
     SharedScratch& scratch = source_.scratch;
     if (!scratch.file)
         scratch.file = ScratchFile::Create();
@@ -78,13 +76,11 @@ void FolderReader::StartKeeping(std::uint64_t from) {
         scratch.used += folder_.Capacity();
         hasPart_ = true;
     }
-    keeping_ = hasPart_;
-    keptFrom_ = keptTo_ = from;
 }
 
-SystemError FolderReader::Decode(std::uint64_t count, const ByteSink& sink) {
+SystemError FolderReader::Decode(std::uint64_t count, const ByteSink& sink, bool keep) {
     const std::uint64_t start = decoder_->Position();
-    SystemError error = DecodeKeeping(count, sink);
+    SystemError error = DecodeKeeping(count, sink, keep);
     if (error.code == kErrorInvalidData && dynamic_cast<MszipFolderDecoder*>(decoder_.get())) {
         // The library has the last word on what a block is.
         const std::uint64_t reached = decoder_->Position();
@@ -92,7 +88,7 @@ SystemError FolderReader::Decode(std::uint64_t count, const ByteSink& sink) {
         decoder_ = std::make_unique<MspackFolderDecoder>(source_.file, folder_, source_.dataReserve);
         error = decoder_->Decode(reached, kNowhere);
         if (!error)
-            error = DecodeKeeping(count - (reached - start), sink);
+            error = DecodeKeeping(count - (reached - start), sink, keep);
     }
     if (error.code == kErrorInvalidData || error.code == kErrorCrc) {
         deadEnd_ = decoder_->Position();
@@ -103,17 +99,22 @@ SystemError FolderReader::Decode(std::uint64_t count, const ByteSink& sink) {
     return error;
 }
 
-SystemError FolderReader::DecodeKeeping(std::uint64_t count, const ByteSink& sink) {
-    if (!keeping_)
+SystemError FolderReader::DecodeKeeping(std::uint64_t count, const ByteSink& sink, bool keep) {
+    if (keep)
+        StartKeeping();
+    if (!keep || !hasPart_)
         return decoder_->Decode(count, sink);
+    const std::uint64_t start = decoder_->Position();
+    if (kept_.empty() || kept_.back().to != start)
+        kept_.push_back({start, start});
+    bool hasRoom = true;
     // Nothing here throws: what is called lies behind a library written in C.
     return decoder_->Decode(count, [&](std::span<const std::uint8_t> data) {
-        if (keeping_ && !source_.scratch.file->WriteAt(scratchBase_ + keptTo_, data)) {
-            keptTo_ += data.size();
-        } else {
-            keeping_ = false; // no room: what is not kept is decoded again when it is wanted
-            keptTo_ = keptFrom_;
-        }
+        Stretch& last = kept_.back();
+        // Without room, what is not kept is decoded again when it is wanted.
+        hasRoom = hasRoom && !source_.scratch.file->WriteAt(scratchBase_ + last.to, data);
+        if (hasRoom)
+            last.to += data.size();
         return sink ? sink(data) : SystemError{};
     });
 }

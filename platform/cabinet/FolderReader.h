@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 namespace platform::cabinet {
 
@@ -53,23 +54,28 @@ class FolderReader {
     std::uint64_t lastUse = 0;
 
   private:
-    SystemError Decode(std::uint64_t count, const ByteSink& sink);
-    SystemError DecodeKeeping(std::uint64_t count, const ByteSink& sink);
+    /// A stretch of the folder that the scratch file holds.
+    struct Stretch {
+        std::uint64_t from;
+        std::uint64_t to;
+    };
+
+    SystemError Decode(std::uint64_t count, const ByteSink& sink, bool keep);
+    SystemError DecodeKeeping(std::uint64_t count, const ByteSink& sink, bool keep);
     SystemError ReadKept(std::uint64_t offset, std::uint64_t size, const ByteSink& sink);
+    const Stretch* KeptAt(std::uint64_t offset) const;
     void Restart();
-    void StartKeeping(std::uint64_t from);
+    void StartKeeping();
 
     DataSource source_;
     Folder folder_;
     std::unique_ptr<FolderDecoder> decoder_;
     bool libraryOnly_ = false;
     bool wasStarted_;
-    bool wasRestarted_ = false;
     bool hasPart_ = false; // of the scratch file, from scratchBase_
     std::uint64_t scratchBase_ = 0;
-    bool keeping_ = false;       // what is decoded goes into the scratch file
-    std::uint64_t keptFrom_ = 0; // the scratch file holds [keptFrom_, keptTo_)
-    std::uint64_t keptTo_ = 0;
+    std::vector<Stretch> kept_; // in order; what is decoded next can only lie behind the last
+    bool keepsAll_ = false;
     std::uint64_t deadEnd_ = ~std::uint64_t{0}; // decoding from the start ends here, with deadEndError_
     SystemError deadEndError_;
 };

@@ -6,6 +6,7 @@
 #include "Replacement.h"
 
 #include <cerrno>
+#include <cstdio>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -56,17 +57,25 @@ void NewFile::ApplyTraits(const FileTraits& traits) const {
     }
 }
 
+SystemError NewFile::Replace() const {
+    struct stat status {};
+
+    if (::fstatat(folder_, hostName_.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 && IsProtected(status))
+        return {kErrorAccessDenied};
+    const int result = ::renameat(folder_, temporary_.c_str(), folder_, hostName_.c_str());
+    return result == 0 ? SystemError{} : ErrorFromErrno(errno, Access::kWrite);
+}
+
 SystemError NewFile::Commit(const FileTraits& traits) {
     ApplyTraits(traits);
     if (const SystemError error = file_.Close())
         return error;
 
-    struct stat status {};
-
-    if (::fstatat(folder_, hostName_.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 && IsProtected(status))
-        return {kErrorAccessDenied};
-    if (::renameat(folder_, temporary_.c_str(), folder_, hostName_.c_str()) != 0)
-        return ErrorFromErrno(errno, Access::kWrite);
+    // Nearly always the name is free, and one call is enough.
+    if (::renameat2(folder_, temporary_.c_str(), folder_, hostName_.c_str(), RENAME_NOREPLACE) != 0) {
+        if (const SystemError error = Replace())
+            return error;
+    }
     temporary_.clear();
     return {};
 }

@@ -26,6 +26,9 @@ class NewFile final : public OutputFile {
 
     void ApplyTraits(const FileTraits& traits) const;
 
+    /// Takes the name also from another file that has it.
+    SystemError Replace() const;
+
     int folder_;
     std::string hostName_;
     std::string temporary_;
