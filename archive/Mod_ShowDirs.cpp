@@ -46,6 +46,8 @@ platform::OutputFolder* OpenFolders::Walk(std::string_view path, std::string_vie
     for (std::string_view rest = target_; !rest.empty(); TakeName(rest))
         TakeName(madeAs);
     path.remove_prefix(target_.size());
+    if (OpenInOneStep(path))
+        return direct_.get();
     std::size_t depth = 1;
     while (!path.empty()) {
         const std::string_view name = TakeName(path);
@@ -58,6 +60,23 @@ platform::OutputFolder* OpenFolders::Walk(std::string_view path, std::string_vie
         ++depth;
     }
     return Reopen(depth - 1);
+}
+
+/// Opens a folder of which two levels or more are not open, if it exists under exactly this name.
+bool OpenFolders::OpenInOneStep(std::string_view path) {
+    direct_.reset();
+    std::string_view missing = path;
+    for (std::size_t depth = 1; depth < levels_.size() && !missing.empty(); ++depth) {
+        std::string_view rest = missing;
+        if (TakeName(rest) != levels_[depth].name)
+            break;
+        missing = rest;
+    }
+    TakeName(missing);
+    if (missing.empty())
+        return false;
+    direct_ = levels_[0].folder->OpenExact(path);
+    return direct_ != nullptr;
 }
 
 /// Opens the target; when it is missing, the nearest folder above it that exists, and makes the rest.

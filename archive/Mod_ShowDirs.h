@@ -38,6 +38,7 @@ class OpenFolders {
         std::unique_ptr<platform::OutputFolder> folder; // null: closed to keep few open
     };
 
+    bool OpenInOneStep(std::string_view path);
     platform::OutputFolder* Walk(std::string_view path, std::string_view madeAs);
     bool OpenTarget(std::string_view madeAs);
     platform::OutputFolder* Reopen(std::size_t level);
@@ -45,7 +46,8 @@ class OpenFolders {
 
     std::string target_;
     RepeatedMessages* messages_;
-    std::vector<Level> levels_; // the target first
+    std::vector<Level> levels_;                      // the target first
+    std::unique_ptr<platform::OutputFolder> direct_; // opened without its levels
     std::string lastPath_;
     platform::OutputFolder* last_ = nullptr;
 };

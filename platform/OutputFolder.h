@@ -65,6 +65,11 @@ class OutputFolder {
     virtual std::unique_ptr<OutputFolder> OpenOrCreate(std::string_view name, std::string_view nameWhenMade,
                                                        SystemError& error) = 0;
 
+    /// Opens a folder several levels below this one in one step, where the system can: names in their exact
+    /// letter case with "\\" or "/" between them, no link followed. Null means only that OpenOrCreate has to
+    /// be asked level by level.
+    virtual std::unique_ptr<OutputFolder> OpenExact(std::string_view /*path*/) { return nullptr; }
+
     /// Opens an existing folder by path. Returns null and sets `error` on failure.
     static std::unique_ptr<OutputFolder> Open(const std::string& path, SystemError& error);
 };

@@ -9,7 +9,12 @@
 namespace platform::cabinet {
 namespace {
 
-constexpr int kLevel = 5; // one step quicker than the usual: history gains more than it costs
+constexpr int kLevel = 5; // quicker than the usual; history gains more than it costs
+/// How hard matches are looked for: the gain of each further step is small beside its time.
+constexpr int kGoodLength = 8;
+constexpr int kLazyLength = 8;
+constexpr int kNiceLength = 16;
+constexpr int kLongestChain = 16;
 constexpr int kRawDeflate = -15;
 constexpr int kMemoryLevel = 8;
 
@@ -54,6 +59,7 @@ std::size_t BlockCompressor::Compress(std::span<const std::uint8_t> raw,
     data[1] = 'K';
     std::uint8_t* const packed = data + kMarkSize;
     deflateReset(stream_.get());
+    deflateTune(stream_.get(), kGoodLength, kLazyLength, kNiceLength, kLongestChain);
     if (!history.empty())
         deflateSetDictionary(stream_.get(), history.data(), static_cast<uInt>(history.size()));
     stream_->next_in = const_cast<Bytef*>(raw.data()); // zlib does not write there

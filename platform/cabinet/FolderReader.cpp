@@ -120,7 +120,8 @@ SystemError FolderReader::DecodeKeeping(std::uint64_t count, const ByteSink& sin
 }
 
 SystemError FolderReader::ReadKept(std::uint64_t offset, std::uint64_t size, const ByteSink& sink) {
-    std::vector<std::uint8_t> buffer(static_cast<std::size_t>(std::min<std::uint64_t>(size, kCopyStep)));
+    std::vector<std::uint8_t>& buffer = source_.scratch.buffer;
+    buffer.resize(kCopyStep);
     while (size > 0) {
         const auto piece =
             std::span(buffer).first(static_cast<std::size_t>(std::min<std::uint64_t>(size, buffer.size())));

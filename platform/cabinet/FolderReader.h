@@ -16,6 +16,7 @@ namespace platform::cabinet {
 struct SharedScratch {
     std::unique_ptr<ScratchFile> file;
     std::uint64_t used = 0;
+    std::vector<std::uint8_t> buffer; ///< for what is read from it
 };
 
 /// Where the data of a cabinet comes from and how MSZIP is decoded.

@@ -7,6 +7,7 @@
 #include "HostNames.h"
 #include "HostTimes.h"
 #include "NewFile.h"
+#include "OpenFolderBelow.h"
 #include "WorkingFolder.h"
 #include "platform/Files.h"
 #include "platform/HostPath.h"
@@ -39,6 +40,7 @@ class HostFolder final : public OutputFolder {
     std::unique_ptr<OutputFile> CreateFile(std::string_view name, SystemError& error) override;
     std::unique_ptr<OutputFolder> OpenOrCreate(std::string_view name, std::string_view nameWhenMade,
                                                SystemError& error) override;
+    std::unique_ptr<OutputFolder> OpenExact(std::string_view path) override;
 
   private:
     /// Writes a file that is not there yet; one that cannot be written whole is taken away again.
@@ -139,6 +141,13 @@ std::unique_ptr<OutputFolder> HostFolder::OpenOrCreate(std::string_view name, st
     }
     error = {};
     return std::make_unique<HostFolder>(std::move(below), false);
+}
+
+std::unique_ptr<OutputFolder> HostFolder::OpenExact(std::string_view path) {
+    if (holdsWorkingFolder_)
+        return nullptr;
+    HostFile below = OpenFolderBelow(folder_, path);
+    return below.IsOpen() ? std::make_unique<HostFolder>(std::move(below), false) : nullptr;
 }
 
 } // namespace
