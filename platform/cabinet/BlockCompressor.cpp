@@ -12,9 +12,9 @@ namespace {
 constexpr int kLevel = 5; // quicker than the usual; history gains more than it costs
 /// How hard matches are looked for: the gain of each further step is small beside its time.
 constexpr int kGoodLength = 8;
-constexpr int kLazyLength = 8;
+constexpr int kLazyLength = 16;
 constexpr int kNiceLength = 16;
-constexpr int kLongestChain = 16;
+constexpr int kLongestChain = 24;
 constexpr int kRawDeflate = -15;
 constexpr int kMemoryLevel = 8;
 
