@@ -244,8 +244,10 @@ TEST_F(CabCompressTest, SourceThatChangesIsNoticedAtAnyMoment) {
             dir.MakeFile("src/z", large);
             bool done = false;
             const platform::CabReport report = PackFolder(When(share, change, done));
-            if (!done)
-                continue; // this machine was done before it was asked again
+            if (!done) { // this machine was done before it was asked again
+                fs::remove(dir.Host("src.cab"));
+                continue;
+            }
             EXPECT_NE(report.failure, CabFailure::kNone) << name << " at " << share;
             EXPECT_EQ(dir.Count(), 1u) << name;
         }
