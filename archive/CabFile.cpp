@@ -15,6 +15,7 @@ namespace {
 
 constexpr std::uintptr_t kModeList = 1;
 constexpr std::uintptr_t kModeExtract = 2;
+constexpr std::uintptr_t kModeCompare = 4;
 constexpr std::size_t kLongestNameRead = 512;
 
 CabResult Raise(std::uint32_t number, std::string description) {
@@ -40,18 +41,34 @@ CabFile::~CabFile() {
         SetCurrentCabFile(nullptr);
 }
 
-CabResult CabFile::GetInfo(const std::string& fileFilter) {
-    if (CabName.empty())
-        return Raise(kCabErrorNoName, CabObjectErrorText(kCabErrorNoName));
+CabResult CabFile::Begin(const std::string& fileFilter) {
     fileFilter_ = fileFilter;
-    return Iterate(kModeList);
+    return CabName.empty() ? Raise(kCabErrorNoName, CabObjectErrorText(kCabErrorNoName)) : CabResult{};
+}
+
+CabResult CabFile::GetInfo(const std::string& fileFilter) {
+    const CabResult begun = Begin(fileFilter);
+    return begun ? Iterate(kModeList) : begun;
+}
+
+std::string CabFile::TargetOf(const std::string& fullName, const std::string& destination,
+                              const std::string& namingSource) const {
+    const CabTarget target = CabTargetPath(CabName, destination, namingSource, fullName);
+    return StaysBelowRoot(target) ? target.Path() : std::string();
+}
+
+CabResult CabFile::Compare(const std::string& fileFilter, const std::string& destination,
+                           const std::string& namingSource) {
+    destination_ = destination;
+    namingSource_ = namingSource;
+    const CabResult begun = Begin(fileFilter);
+    return begun ? Iterate(kModeCompare) : begun;
 }
 
 CabResult CabFile::Extract(const std::string& fileFilter, const std::string& destination,
                            const std::string& namingSource) {
-    if (CabName.empty())
-        return Raise(kCabErrorNoName, CabObjectErrorText(kCabErrorNoName));
-    fileFilter_ = fileFilter;
+    if (CabResult begun = Begin(fileFilter); !begun)
+        return begun;
     destination_ = destination;
     namingSource_ = namingSource;
     const bool foldersWereOpen = folders_ != nullptr;
@@ -80,14 +97,28 @@ std::uint32_t CabFile::OnNotification(std::uintptr_t context, std::uint32_t noti
             AfterExtract(paths.Target);
         return paths.Win32Error;
     }
+    if (notification == platform::kNotifyFileProgress)
+        return OnProgress(*static_cast<const platform::FILE_PROGRESS*>(param1));
     return platform::kNoError; // no further cabinet is supplied
+}
+
+std::uint32_t CabFile::OnProgress(const platform::FILE_PROGRESS& progress) const {
+    bool cancel = false;
+    if (Progress)
+        Progress(progress.Done, progress.Size, cancel);
+    return cancel ? kCabErrorCancelled : platform::kNoError;
 }
 
 std::uint32_t CabFile::OnFileInCabinet(std::uintptr_t mode, platform::FILE_IN_CABINET_INFO& info) {
     const std::string name = NameOf(info);
     if (!fileFilter_.empty() && !platform::EqualsNoCase(fileFilter_, name))
         return platform::kFileOpSkip;
-    return mode == kModeList ? List(name, info) : Prepare(name, info);
+    if (mode == kModeList)
+        return List(name, info);
+    if (mode == kModeExtract)
+        return Prepare(name, info);
+    info.FullTargetName = TargetOf(name, destination_, namingSource_);
+    return platform::kFileOpCompare;
 }
 
 std::uint32_t CabFile::List(const std::string& name, const platform::FILE_IN_CABINET_INFO& info) const {

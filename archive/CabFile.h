@@ -12,6 +12,9 @@ namespace archive {
 
 class OpenFolders;
 
+/// Error number of an operation that was cancelled.
+inline constexpr std::uint32_t kCabErrorCancelled = 1223;
+
 /// Outcome of an operation on a cabinet: done, or the error that it raised.
 struct CabResult {
     std::uint32_t number = 0;
@@ -44,6 +47,10 @@ class CabFile {
     /// A file was written at `path`.
     std::function<void(const std::string& path)> AfterExtract;
 
+    /// So many bytes of a large file have been extracted or compared, of so many. With `cancel` set the
+    /// operation ends with kCabErrorCancelled and nothing of the file remains.
+    std::function<void(std::uint64_t done, std::uint64_t size, bool& cancel)> Progress;
+
     /// Raises FileFound for every file, or only for the first one of the name `fileFilter`, in any letter
     /// case.
     CabResult GetInfo(const std::string& fileFilter);
@@ -55,12 +62,23 @@ class CabFile {
     CabResult Extract(const std::string& fileFilter, const std::string& destination,
                       const std::string& namingSource);
 
+    /// Where Extract puts the file of this full name; empty when it skips it.
+    std::string TargetOf(const std::string& fullName, const std::string& destination,
+                         const std::string& namingSource) const;
+
+    /// Decodes the files of this full name once more and compares them with what Extract wrote. Fails at the
+    /// first that is missing or differs; succeeds when there is none.
+    CabResult Compare(const std::string& fileFilter, const std::string& destination,
+                      const std::string& namingSource);
+
     /// Answers one notification of the iteration in the mode `context`. For CabIterateCallback.
     std::uint32_t OnNotification(std::uintptr_t context, std::uint32_t notification, void* param1,
                                  std::uintptr_t param2);
 
   private:
     CabResult Iterate(std::uintptr_t mode);
+    CabResult Begin(const std::string& fileFilter);
+    std::uint32_t OnProgress(const platform::FILE_PROGRESS& progress) const;
     std::uint32_t OnFileInCabinet(std::uintptr_t mode, platform::FILE_IN_CABINET_INFO& info);
     std::uint32_t List(const std::string& name, const platform::FILE_IN_CABINET_INFO& info) const;
     std::uint32_t Prepare(const std::string& name, platform::FILE_IN_CABINET_INFO& info);

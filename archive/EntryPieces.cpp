@@ -1,9 +1,11 @@
 #include "EntryPieces.h"
 
+#include "archive/ExtractionObserver.h"
+
 namespace archive {
 
-EntryPieces::EntryPieces(std::unique_ptr<platform::OutputFile> file, Cls_CRC32& crc)
-    : file_(std::move(file)), crc_(crc) {
+EntryPieces::EntryPieces(std::unique_ptr<platform::OutputFile> file, Cls_CRC32& crc, std::size_t expected)
+    : file_(std::move(file)), crc_(crc), expected_(expected) {
     crc_.ResetCRC32();
 }
 
@@ -12,6 +14,8 @@ void EntryPieces::Take(std::span<const std::uint8_t> piece) {
     size_ += piece.size();
     if (!failed_ && file_->Write(piece))
         failed_ = true;
+    if (ExtractionObserver* observer = Observer())
+        observer->EntryProgress(size_, expected_);
 }
 
 bool EntryPieces::Commit(const std::optional<platform::FileTimes>& times) {

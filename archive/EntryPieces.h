@@ -15,8 +15,9 @@ namespace archive {
 /// the pieces are only counted and checked.
 class EntryPieces {
   public:
-    /// `crc` outlives this and is used by nothing else meanwhile.
-    EntryPieces(std::unique_ptr<platform::OutputFile> file, Cls_CRC32& crc);
+    /// `crc` outlives this and is used by nothing else meanwhile. `expected` bytes are the whole entry, for
+    /// the observer.
+    EntryPieces(std::unique_ptr<platform::OutputFile> file, Cls_CRC32& crc, std::size_t expected);
 
     void Take(std::span<const std::uint8_t> piece);
 
@@ -30,6 +31,7 @@ class EntryPieces {
   private:
     std::unique_ptr<platform::OutputFile> file_;
     Cls_CRC32& crc_;
+    std::size_t expected_;
     std::size_t size_ = 0;
     bool failed_ = false;
 };

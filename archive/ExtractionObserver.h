@@ -13,6 +13,9 @@ class ExtractionObserver {
     /// progress and lets window messages run. Answers false to end the extraction here; what is written stays
     /// whole.
     virtual bool EntryDone(std::int32_t entry, std::int32_t count) = 0;
+
+    /// So many bytes of a large entry, the one in hand, have been written, of so many.
+    virtual void EntryProgress(std::uint64_t, std::uint64_t) {}
 };
 
 /// The observer in use, or null.

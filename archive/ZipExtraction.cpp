@@ -215,7 +215,7 @@ bool ZipExtraction::CopyLarge(const ArchiveEntry& entry, const StoredBytes& stor
     auto file = BeginLarge(entry, stored.size);
     if (!file)
         return false;
-    EntryPieces pieces(std::move(file), crc_);
+    EntryPieces pieces(std::move(file), crc_, stored.size);
     Buffer().Resize(kPiece);
     while (pieces.Size() < stored.size) {
         const std::size_t wanted = std::min(kPiece, stored.size - pieces.Size());
@@ -232,10 +232,11 @@ bool ZipExtraction::CopyLarge(const ArchiveEntry& entry, const StoredBytes& stor
 bool ZipExtraction::InflateLarge(const ArchiveEntry& entry) {
     if (entry.method != kDeflated && entry.method != kDeflated64)
         return false;
-    auto file = BeginLarge(entry, static_cast<std::size_t>(std::max(entry.uncompressedSize, 0)));
+    const auto size = static_cast<std::size_t>(std::max(entry.uncompressedSize, 0));
+    auto file = BeginLarge(entry, size);
     if (!file)
         return false;
-    std::optional<EntryPieces> pieces(std::in_place, std::move(file), crc_);
+    std::optional<EntryPieces> pieces(std::in_place, std::move(file), crc_, size);
     if (InflateInPieces(Buffer().Span(), entry.uncompressedSize - 1, entry.method == kDeflated64,
                         [&](std::span<const std::uint8_t> piece) { pieces->Take(piece); })) {
         WriteLarge(entry, *pieces);

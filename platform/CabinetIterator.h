@@ -17,11 +17,16 @@ class OutputFolder;
 inline constexpr std::uint32_t kNotifyFileInCabinet = 0x11;  ///< param1: FILE_IN_CABINET_INFO
 inline constexpr std::uint32_t kNotifyNeedNewCabinet = 0x12; ///< param1: CABINET_INFO
 inline constexpr std::uint32_t kNotifyFileExtracted = 0x13;  ///< param1: FILEPATHS
+/// Another part of a large file is done. param1: FILE_PROGRESS. This program's own.
+inline constexpr std::uint32_t kNotifyFileProgress = 0x101;
 
 /// Answers to kNotifyFileInCabinet.
 inline constexpr std::uint32_t kFileOpAbort = 0; ///< end the iteration here, which is no failure
 inline constexpr std::uint32_t kFileOpDoIt = 1;  ///< extract it to FullTargetName
 inline constexpr std::uint32_t kFileOpSkip = 2;
+/// Compare it with the file at FullTargetName; one that is missing or differs is notified as extracted with
+/// kErrorCrc. This program's own.
+inline constexpr std::uint32_t kFileOpCompare = 3;
 
 /// Answer to every other notification: go on. Any other number ends the iteration with it.
 inline constexpr std::uint32_t kNoError = 0;
@@ -36,8 +41,8 @@ struct FILE_IN_CABINET_INFO {
     std::uint16_t DosDate = 0;
     std::uint16_t DosTime = 0;
     std::uint16_t DosAttribs = 0;
-    /// Set by the callback that answers kFileOpDoIt: where the file goes. One that does not fit into
-    /// kFullTargetNameUnits makes the file skipped.
+    /// Set by the callback that answers kFileOpDoIt or kFileOpCompare: where the file goes. One that does not
+    /// fit into kFullTargetNameUnits makes the file skipped.
     std::string FullTargetName;
     /// Set by the callback: the open folder that FullTargetName lies in. It stays open until the next
     /// notification.
@@ -49,6 +54,13 @@ struct FILEPATHS {
     std::string Target; ///< FullTargetName
     std::string Source; ///< the cabinet
     std::uint32_t Win32Error = 0;
+};
+
+/// How far the file in hand is. Any answer but kNoError ends the iteration with it, and nothing of the file
+/// remains.
+struct FILE_PROGRESS {
+    std::uint64_t Done = 0; ///< bytes
+    std::uint64_t Size = 0;
 };
 
 /// The cabinet that continues the set.

@@ -4,10 +4,12 @@
 #include "CabinetSession.h"
 #include "FileIdentity.h"
 #include "Utf8.h"
+#include "platform/FileReader.h"
 #include "platform/OutputFolder.h"
 #include "platform/Times.h"
 
 #include <algorithm>
+#include <functional>
 #include <numeric>
 #include <optional>
 #include <vector>
@@ -54,15 +56,39 @@ FILE_IN_CABINET_INFO InfoOf(const Entry& entry) {
     return info;
 }
 
-SystemError Write(CabinetSession& session, const Entry& entry, const FILE_IN_CABINET_INFO& info) {
+/// What is done with the decoded bytes of one file.
+using Take = std::function<SystemError(std::span<const std::uint8_t>)>;
+
+SystemError Write(CabinetSession& session, const Entry& entry, const FILE_IN_CABINET_INFO& info,
+                  const Take& progress) {
     const std::string_view target = info.FullTargetName;
     const std::string_view name = target.substr(target.find_last_of("\\/") + 1);
     SystemError error;
     const std::unique_ptr<OutputFile> file = info.TargetFolder->CreateFile(name, error);
     if (!file)
         return error;
-    error = session.ReadEntry(entry, [&](std::span<const std::uint8_t> data) { return file->Write(data); });
+    error = session.ReadEntry(entry, [&](std::span<const std::uint8_t> data) {
+        const SystemError failure = file->Write(data);
+        return failure ? failure : progress(data);
+    });
     return error ? error : file->Commit(TraitsOf(entry));
+}
+
+SystemError Compare(CabinetSession& session, const Entry& entry, const FILE_IN_CABINET_INFO& info,
+                    const Take& progress) {
+    SystemError error;
+    const std::unique_ptr<FileReader> file = FileReader::Open(info.FullTargetName, error);
+    if (!file || file->Size() != entry.size)
+        return {kErrorCrc};
+    std::vector<std::uint8_t> written;
+    std::uint64_t position = 0;
+    return session.ReadEntry(entry, [&](std::span<const std::uint8_t> data) {
+        written.resize(data.size());
+        const std::size_t count = file->ReadAt(position, written);
+        position += count;
+        return count == data.size() && std::ranges::equal(written, data) ? progress(data)
+                                                                         : SystemError{kErrorCrc};
+    });
 }
 
 } // namespace
@@ -88,7 +114,8 @@ class CabinetIterator::Implementation {
         }
 
         SystemError Visit(const Entry& entry);
-        SystemError Extract(const Entry& entry, const FILE_IN_CABINET_INFO& info);
+        SystemError Extract(const Entry& entry, const FILE_IN_CABINET_INFO& info, std::uint32_t answer);
+        Take Progress(const Entry& entry) const;
         SystemError AskForNext();
     };
 
@@ -106,21 +133,35 @@ SystemError CabinetIterator::Implementation::Run::Visit(const Entry& entry) {
     FILE_IN_CABINET_INFO info = InfoOf(entry);
     const std::uint32_t answer = callback(context, kNotifyFileInCabinet, &info, 0);
     aborted = answer == kFileOpAbort;
-    if (answer != kFileOpDoIt || !info.TargetFolder ||
-        Utf16Units(info.FullTargetName) >= kFullTargetNameUnits)
-        return {};
-    return Extract(entry, info);
+    const bool isWritten =
+        answer == kFileOpDoIt && info.TargetFolder && Utf16Units(info.FullTargetName) < kFullTargetNameUnits;
+    return isWritten || answer == kFileOpCompare ? Extract(entry, info, answer) : SystemError{};
 }
 
 SystemError CabinetIterator::Implementation::Run::Extract(const Entry& entry,
-                                                          const FILE_IN_CABINET_INFO& info) {
+                                                          const FILE_IN_CABINET_INFO& info,
+                                                          std::uint32_t answer) {
     if (entry.continuesInNext) {
-        if (const SystemError answer = AskForNext())
-            return answer;
+        if (const SystemError failure = AskForNext())
+            return failure;
     }
-    const SystemError error = Write(session, entry, info);
+    const auto work = answer == kFileOpCompare ? Compare : Write;
+    const SystemError error = work(session, entry, info, Progress(entry));
     FILEPATHS paths{info.FullTargetName, session.Path(), error.code};
     return Notify(kNotifyFileExtracted, &paths);
+}
+
+/// Notifies now and then of what was done of a large file.
+Take CabinetIterator::Implementation::Run::Progress(const Entry& entry) const {
+    constexpr std::uint64_t kStep = 1u << 20;
+    return [this, progress = FILE_PROGRESS{0, entry.size},
+            next = kStep](std::span<const std::uint8_t> data) mutable -> SystemError {
+        progress.Done += data.size();
+        if (progress.Done < next)
+            return {};
+        next = progress.Done + kStep;
+        return Notify(kNotifyFileProgress, &progress);
+    };
 }
 
 SystemError CabinetIterator::Implementation::Run::AskForNext() {

@@ -65,6 +65,30 @@ TEST_F(CabTest, FilterIgnoresCaseAndFolders) {
     EXPECT_EQ(before, (Texts{"a.txt", "sub\\a.txt", "\xC3\xA4.txt"}));
 }
 
+TEST_F(CabTest, ComparesWhatItWroteAndCanBeCancelledInsideALargeFile) {
+    CabBuilder builder;
+    builder.items = {{"a", std::string(3 << 20, 'a')}, {"b", "12"}, {"..\\b", "12"}};
+    Use(builder);
+    std::vector<std::uint64_t> steps;
+    cab.Progress = [&](std::uint64_t done, std::uint64_t size, bool& cancel) {
+        steps.push_back(done);
+        cancel = size != 3 << 20 || steps.size() == 2;
+    };
+    EXPECT_EQ(cab.Extract("", "E:\\out", cab.CabName).number, archive::kCabErrorCancelled);
+    EXPECT_EQ(dir.Count("out/data"), 0u);
+    ASSERT_EQ(steps.size(), 2u);
+    EXPECT_LT(steps[0], steps[1]);
+
+    EXPECT_TRUE(cab.Extract("", "E:\\out", cab.CabName));
+    EXPECT_TRUE(cab.Compare("A", "E:\\out", cab.CabName));
+    EXPECT_TRUE(cab.Compare("b", "E:\\out", cab.CabName));
+    EXPECT_FALSE(cab.Compare("..\\b", "E:\\out", cab.CabName)) << "it was never written";
+    for (const char* other : {"13", "1", "123"}) {
+        dir.MakeFile("out/data/b", other);
+        EXPECT_FALSE(cab.Compare("b", "E:\\out", cab.CabName)) << other;
+    }
+}
+
 TEST_F(CabTest, CancelledFileStaysUnwritten) {
     CabBuilder builder;
     builder.items = {{"a", "1"}, {"b", "2"}, {"c", "3"}};
