@@ -17,7 +17,7 @@ namespace explorer {
 
 CommandSet::CommandSet(const CommandTargets& targets, Commands& actions, QWidget* parent)
     : QObject(parent), targets_(targets), actions_(actions), files_(targets_), folders_(targets_),
-      help_(parent) {
+      compress_(targets_), help_(parent) {
     ConnectFileCommands();
     ConnectFolderCommands();
     ConnectHelpCommands();
@@ -36,6 +36,7 @@ void CommandSet::ConnectFileCommands() {
     start(actions_.mnuNewFolder, &FileCommands::NewFolder);
     start(actions_.mnuFolderNew, &FileCommands::NewFolder);
     start(actions_.mnuFileProperties, &FileCommands::Properties);
+    connect(actions_.mnuFileCompress, &QAction::triggered, this, [this] { compress_.Run(); });
     connect(&targets_.list, &ListView::DeletePressed, this, [this] { files_.DeleteByKey(); });
     // Not by way of the action: what it last knew of the clipboard may be old.
     connect(&targets_.list, &ListView::PastePressed, this, [this] { files_.Paste(); });

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "explorer/CommandTargets.h"
+#include "explorer/CompressCommand.h"
 #include "explorer/FileCommands.h"
 #include "explorer/FolderCommands.h"
 #include "explorer/HelpCommands.h"
@@ -22,6 +23,11 @@ class CommandSet : public QObject {
     /// Enables the paste entry when the clipboard holds files, and else disables it.
     void UpdatePaste();
 
+    bool IsRunning() const { return targets_.isRunning; }
+
+    /// Ends the command that runs as soon as it can.
+    void Stop() { targets_.isStopWanted = targets_.isRunning; }
+
   private:
     void ConnectFileCommands();
     void ConnectFolderCommands();
@@ -32,6 +38,7 @@ class CommandSet : public QObject {
     Commands& actions_;
     FileCommands files_;
     FolderCommands folders_;
+    CompressCommand compress_;
     HelpCommands help_;
 };
 

@@ -9,6 +9,8 @@ namespace explorer {
 CommandRun::CommandRun(CommandTargets& targets)
     : isFirst_(!targets.isRunning && !targets.navigator.IsBusy()), running_(targets.isRunning) {
     targets.isRunning = true;
+    if (isFirst_)
+        targets.isStopWanted = false;
 }
 
 std::string CurrentFolderPath(const CommandTargets& targets) {

@@ -22,6 +22,9 @@ struct CommandTargets {
     FileListModel& files;
     ListView& list;
     bool isRunning = false;
+    /// The user closes the window: the command that runs ends as soon as it can, and lists the folder, after
+    /// which the window closes.
+    bool isStopWanted = false;
 };
 
 /// One run of a command. A command lets messages run, so that another, or itself, may be wanted meanwhile:

@@ -44,7 +44,6 @@ Commands::Commands(QObject* parent) : QObject(parent) {
     up = Add("up", "up", "up");
 
     mnuHelpUpdates->setVisible(false);
-    mnuFileCompress->setEnabled(false);
 }
 
 QAction* Commands::Add(const char* name, const char* key, const char* icon) {
@@ -152,8 +151,8 @@ void Commands::ApplyTexts() {
 }
 
 void Commands::EnableForSelection(bool hasSelection) {
-    for (QAction* action :
-         {mnuFileOpen, mnuFileExtract, mnuFileDel, nmuFileRename, mnuFileCopy, mnuFileProperties})
+    for (QAction* action : {mnuFileOpen, mnuFileCompress, mnuFileExtract, mnuFileDel, nmuFileRename,
+                            mnuFileCopy, mnuFileProperties})
         action->setEnabled(hasSelection);
 }
 

@@ -119,7 +119,7 @@ void frmtarget::OpenSelected() {
 }
 
 void frmtarget::OpenRow(int row) {
-    if (row < 0 || navigator_->IsBusy())
+    if (row < 0 || IsBusy())
         return;
     const std::string path = files_->FullPath(row);
     if (files_->Row(row).isFolder) {
@@ -138,7 +138,7 @@ void frmtarget::OpenCabinets(const std::string& archives) {
 }
 
 void frmtarget::Extract() {
-    if (!navigator_->IsBusy())
+    if (!IsBusy())
         extract_.Run();
 }
 
@@ -177,6 +177,10 @@ bool frmtarget::SelectRow(std::string_view name) {
     return true;
 }
 
+bool frmtarget::IsBusy() const {
+    return navigator_->IsBusy() || commandSet_->IsRunning();
+}
+
 bool frmtarget::IsProgramWindow(const QWindow* window) const {
     for (const QWidget* widget : QApplication::topLevelWidgets()) {
         if (widget->windowHandle() == window)
@@ -197,10 +201,11 @@ void frmtarget::FocusWindowChanged(QWindow* window) {
 }
 
 void frmtarget::closeEvent(QCloseEvent* event) {
-    if (navigator_->IsBusy()) {
-        // The listing on the stack below ends first; closing comes back when it has.
+    if (IsBusy()) {
+        // What is on the stack below ends first; closing comes back when it has.
         closeWaits_ = true;
         navigator_->CutShort();
+        commandSet_->Stop();
         event->ignore();
         return;
     }

@@ -70,6 +70,7 @@ class frmtarget : public QMainWindow, public FileListAccess {
     void Extract();
     void ShowFileMenuAt(const QPoint& place);
     void FocusWindowChanged(QWindow* window);
+    bool IsBusy() const;
     bool IsProgramWindow(const QWindow* window) const;
 
     ArchiveDialogs ownDialogs_;
