@@ -123,7 +123,9 @@ CompressCommand::Next CompressCommand::Pack(const std::string& path) {
     notice.show();
     platform::CabReport report;
     const auto compress = isFolder ? CompressFolder : CompressFile;
-    if (compress(path, destination, progress, report)) {
+    const bool isMade = compress(path, destination, progress, report);
+    notice.hide();
+    if (isMade) {
         hasChangedFolder_ = true;
         DeleteSource(path, isFolder);
     } else if (report.failure == platform::CabFailure::kStopped) {

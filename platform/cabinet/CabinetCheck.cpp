@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::size_t kMostThreads = 4; // each has read the records for itself
 constexpr std::size_t kCompareStep = 65536;
-constexpr std::chrono::milliseconds kPause{50};
+constexpr std::chrono::milliseconds kPause{20};
 
 const CabReport kNotTheSame{CabFailure::kReadBack, "", {}};
 

@@ -3,7 +3,7 @@
 namespace platform::cabinet {
 namespace {
 
-constexpr std::chrono::milliseconds kPause{50};
+constexpr std::chrono::milliseconds kPause{20};
 
 } // namespace
 

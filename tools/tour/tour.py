@@ -16,6 +16,7 @@ sys.path.insert(0, str(Path(__file__).resolve().parents[1]))
 
 import demo_stick  # noqa: E402
 import driver  # noqa: E402
+import packing  # noqa: E402, F401 (brings parts of its own)
 from explorer import Explorer  # noqa: E402
 from parts import PARTS  # noqa: E402
 
