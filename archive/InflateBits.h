@@ -74,12 +74,24 @@ struct InflateBits {
     /// Index of the first byte of which no bit has been taken; past the size when bits were made up.
     std::size_t BytePosition() const { return static_cast<std::size_t>(next - begin) + missing - count / 8; }
 
+    /// Index of the first bit that has not been taken; past the end when bits were made up.
+    std::uint64_t BitPosition() const {
+        return (static_cast<std::uint64_t>(next - begin) + missing) * 8 - count;
+    }
+
     /// Goes on at byte `position`, which is not past the end, and forgets the bits before it.
     void Seek(std::size_t position) {
         next = begin + position;
         buffer = 0;
         count = 0;
         missing = 0;
+    }
+
+    /// Goes on at bit `position`, which is not past the end.
+    void SeekBit(std::uint64_t position) {
+        Seek(static_cast<std::size_t>(position >> 3));
+        Refill();
+        DropBits(static_cast<unsigned>(position & 7));
     }
 };
 

@@ -53,9 +53,7 @@ class InflateFastLoop {
     }
 
     [[gnu::always_inline]] void Leave(InflateBits& bits, std::size_t& at) const {
-        bits.Seek(static_cast<std::size_t>(position_ >> 3));
-        bits.Refill();
-        bits.DropBits(static_cast<unsigned>(position_ & 7));
+        bits.SeekBit(position_);
         at = static_cast<std::size_t>(out_ - space_);
     }
 

@@ -1,7 +1,7 @@
 #include "CodecBench.h"
 #include "Compare.h"
-#include "PlainReduce.h"
 #include "archive/Mod_Reduce.h"
+#include "support/PlainReduce.h"
 #include "support/ReduceWriter.h"
 
 #include <algorithm>
@@ -23,7 +23,8 @@ void ReduceBench(const std::vector<Sample>& samples) {
                                        static_cast<std::int32_t>(text.size()) - 1);
                  },
                  [&] { data = BufferOf(stream); }},
-                {"plain", [&] { plain = PlainUnreduce(stream, factor, text.size()); }}, Clock::kProcessor);
+                {"plain", [&] { plain = support::PlainUnreduce(stream, factor, text.size()); }},
+                Clock::kProcessor);
         Require(plain == text && std::equal(plain.begin(), plain.end(), data.Data()), what);
     }
 }

@@ -1,13 +1,16 @@
 #include "FuzzSupport.h"
-#include "archive/Mod_Reduce.h"
+#include "ReduceDecoder.h"
+#include "support/PlainReduce.h"
 
-/// First byte: factor; next two: the recorded size; the rest is the stream.
+/// First byte: factor, and length of a lane; next two: the recorded size; the rest is the stream.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz::Input input(data, size);
-    const int method = 2 + input.Byte() % 4;
+    const unsigned how = input.Byte();
+    const unsigned factor = 1 + how % 4;
     const std::size_t recorded = input.Number16();
-    archive::ByteBuffer buffer = fuzz::BufferOf(input.Rest());
-    fuzz::Check(archive::Unreduce(buffer, method, static_cast<std::int32_t>(recorded) - 1) == 0);
-    fuzz::Check(buffer.Size() == recorded);
+    const archive::ByteBuffer stream = fuzz::BufferOf(input.Rest());
+    archive::ByteBuffer output(recorded);
+    archive::ReduceDecoder(stream.Span(), static_cast<int>(factor), 16 + how).Decode(output.Span());
+    fuzz::Check(std::ranges::equal(output.Span(), support::PlainUnreduce(stream.Span(), factor, recorded)));
     return 0;
 }

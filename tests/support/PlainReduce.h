@@ -1,14 +1,18 @@
-#include "PlainReduce.h"
+#pragma once
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
 
-namespace bench {
+namespace support {
 
-namespace {
-
-class PlainReader {
+/// Bits of a byte array as a reducing method reads them, past its end as 0.
+class PlainReduceBits {
   public:
-    explicit PlainReader(const Bytes& input) : input_(input) {}
+    explicit PlainReduceBits(std::span<const std::uint8_t> input) : input_(input) {}
 
     unsigned ReadBits(unsigned n) {
         if (n == 0)
@@ -27,25 +31,26 @@ class PlainReader {
   private:
     unsigned Byte() const { return byte_ - 1 < input_.size() ? input_[byte_ - 1] : 0u; }
 
-    const Bytes& input_;
+    std::span<const std::uint8_t> input_;
     std::size_t byte_ = 0; // one past the index, so that it can stand before the first
     unsigned bit_ = 0;
 };
 
-} // namespace
-
-Bytes PlainUnreduce(const Bytes& input, unsigned factor, std::size_t size) {
-    static constexpr std::array<unsigned, 33> kIndexBits = {0, 1, 1, 2, 2, 3, 3, 3, 3, 4, 4, 4, 4, 4, 4, 4, 4,
-                                                            5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5};
-    PlainReader reader(input);
-    std::array<unsigned, 256> counts{};
-    std::array<std::array<std::uint8_t, 33>, 256> sets{};
+/// The reducing methods, decoded value by value and byte by byte as their description reads: the control for
+/// the real decoder, and its measure.
+inline std::vector<std::uint8_t> PlainUnreduce(std::span<const std::uint8_t> input, unsigned factor,
+                                               std::size_t size) {
+    static constexpr std::array<std::uint16_t, 33> kIndexBits = {
+        0, 1, 1, 2, 2, 3, 3, 3, 3, 4, 4, 4, 4, 4, 4, 4, 4, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5};
+    PlainReduceBits reader(input);
+    std::array<std::uint16_t, 256> counts{};
+    std::array<std::array<std::uint16_t, 33>, 256> sets{};
     for (unsigned j = 256; j-- > 0;) {
-        counts[j] = std::min(reader.ReadBits(6), 32u);
+        counts[j] = static_cast<std::uint16_t>(std::min(reader.ReadBits(6), 32u));
         for (unsigned k = 0; k < counts[j]; k++)
-            sets[j][k] = static_cast<std::uint8_t>(reader.ReadBits(8));
+            sets[j][k] = static_cast<std::uint16_t>(reader.ReadBits(8));
     }
-    Bytes output(size);
+    std::vector<std::uint8_t> output(size);
     const unsigned mask = (1u << (8 - factor)) - 1;
     unsigned last = 0;
     int state = 0;
@@ -89,4 +94,4 @@ Bytes PlainUnreduce(const Bytes& input, unsigned factor, std::size_t size) {
     return output;
 }
 
-} // namespace bench
+} // namespace support
