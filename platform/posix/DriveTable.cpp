@@ -1,19 +1,11 @@
 #include "DriveTable.h"
 
 #include "DriveLetters.h"
-#include "DriveSetting.h"
 #include "HostNames.h"
 #include "Mounts.h"
 
-#include <cstdlib>
-
 namespace platform {
 namespace {
-
-const char* Setting() {
-    const char* setting = std::getenv("PELLARION_DRIVES");
-    return setting == nullptr ? "" : setting;
-}
 
 const std::vector<DriveEntry>& MountedDrives() {
     static std::vector<DriveEntry> drives;
@@ -27,24 +19,10 @@ const std::vector<DriveEntry>& MountedDrives() {
     return drives;
 }
 
-const std::vector<DriveEntry>& SetDrives(const char* setting) {
-    static std::vector<DriveEntry> drives;
-    static std::string read;
-    if (read != setting) {
-        read = setting;
-        drives = ParseDriveSetting(read);
-    }
-    return drives;
-}
-
 } // namespace
 
 const std::vector<DriveEntry>& DriveTable() {
-    return IsDriveTableSet() ? SetDrives(Setting()) : MountedDrives();
-}
-
-bool IsDriveTableSet() {
-    return *Setting() != '\0';
+    return IsDriveTableSet() ? SetDrives() : MountedDrives();
 }
 
 const DriveEntry* FindDrive(char letter) {

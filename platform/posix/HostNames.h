@@ -1,17 +1,12 @@
 #pragma once
 
+#include "PathComponents.h"
+
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace platform {
-
-bool IsDriveLetter(char c);
-char UpperDriveLetter(char c);
-
-/// The components of a path between any of `separators`; empty and "." components are left out and ".." takes
-/// the one before it away, never more than there is.
-std::vector<std::string> SplitComponents(std::string_view path, std::string_view separators);
 
 /// `root` and `components` as one host path.
 std::string JoinHostPath(const std::string& root, const std::vector<std::string>& components);

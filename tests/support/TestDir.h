@@ -1,5 +1,7 @@
 #pragma once
 
+#include <atomic>
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -11,28 +13,36 @@
 
 namespace tests {
 
-/// Sets an environment variable for its own life.
+#ifdef _WIN32
+inline void SetVariable(const char* name, const char* value) {
+    ::_putenv_s(name, value);
+}
+#else
+inline void SetVariable(const char* name, const char* value) {
+    if (*value == '\0')
+        ::unsetenv(name);
+    else
+        ::setenv(name, value, 1);
+}
+#endif
+
+/// Sets an environment variable for its own life; an empty value is as good as none.
 class ScopedVariable {
   public:
     ScopedVariable(std::string name, const std::string& value) : name_(std::move(name)) {
         if (const char* before = ::getenv(name_.c_str()))
             before_ = before;
-        ::setenv(name_.c_str(), value.c_str(), 1);
+        SetVariable(name_.c_str(), value.c_str());
     }
 
-    ~ScopedVariable() {
-        if (before_)
-            ::setenv(name_.c_str(), before_->c_str(), 1);
-        else
-            ::unsetenv(name_.c_str());
-    }
+    ~ScopedVariable() { SetVariable(name_.c_str(), before_.c_str()); }
 
     ScopedVariable(const ScopedVariable&) = delete;
     ScopedVariable& operator=(const ScopedVariable&) = delete;
 
   private:
     std::string name_;
-    std::optional<std::string> before_;
+    std::string before_;
 };
 
 /// A temporary folder that is, for its life, the whole world of the program: drive C: (fixed) and drive E:
@@ -100,10 +110,15 @@ class TestDir {
 
   private:
     static std::filesystem::path MakeRoot() {
-        std::string name = (std::filesystem::temp_directory_path() / "pellarion-test-XXXXXX").string();
-        if (::mkdtemp(name.data()) == nullptr)
-            throw std::runtime_error("no temporary folder");
-        return name;
+        static std::atomic<unsigned> counter{0};
+        const auto now = std::chrono::steady_clock::now().time_since_epoch().count();
+        const std::filesystem::path place = std::filesystem::temp_directory_path();
+        for (;;) {
+            std::filesystem::path root =
+                place / ("pellarion-test-" + std::to_string(now) + "-" + std::to_string(counter++));
+            if (std::filesystem::create_directory(root)) // false when another test was quicker
+                return root;
+        }
     }
 
     std::string DriveTable() const {

@@ -1,8 +1,9 @@
 #include "DriveSetting.h"
 
-#include "HostNames.h"
+#include "PathComponents.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace platform {
 namespace {
@@ -21,18 +22,34 @@ DriveType TypeOfName(std::string_view name) {
     return DriveType::kUnknown;
 }
 
+/// An absolute host path in its shortest form: "/folder" or "X:\\folder". Empty when it is neither.
+std::string CleanRoot(std::string_view root) {
+    const bool hasLetter = root.size() > 2 && IsDriveLetter(root[0]) && root[1] == ':';
+    if (!hasLetter && !root.starts_with('/'))
+        return "";
+    const char separator = hasLetter ? '\\' : '/';
+    std::string clean(hasLetter ? root.substr(0, 2) : "");
+    for (const std::string& name : SplitComponents(root.substr(clean.size()), hasLetter ? "\\/" : "/"))
+        clean.append(1, separator).append(name);
+    return clean.empty() ? "/" : clean;
+}
+
 DriveEntry ParseDrive(std::string_view part) {
     DriveEntry drive;
     const std::size_t colon = part.find(':');
     if (part.size() < 2 || part[1] != '=' || colon == std::string_view::npos || !IsDriveLetter(part[0]))
         return drive;
-    const std::string_view root = part.substr(colon + 1);
-    if (root.empty() || root[0] != '/')
+    drive.root = CleanRoot(part.substr(colon + 1));
+    if (drive.root.empty())
         return drive;
     drive.letter = UpperDriveLetter(part[0]);
     drive.type = TypeOfName(part.substr(2, colon - 2));
-    drive.root = JoinHostPath("/", SplitComponents(root, "/"));
     return drive;
+}
+
+const char* Setting() {
+    const char* setting = std::getenv("PELLARION_DRIVES");
+    return setting == nullptr ? "" : setting;
 }
 
 } // namespace
@@ -48,6 +65,25 @@ std::vector<DriveEntry> ParseDriveSetting(std::string_view setting) {
             drives.push_back(drive);
     }
     return drives;
+}
+
+bool IsDriveTableSet() {
+    return *Setting() != '\0';
+}
+
+const std::vector<DriveEntry>& SetDrives() {
+    static std::vector<DriveEntry> drives;
+    static std::string read;
+    if (read != Setting()) {
+        read = Setting();
+        drives = ParseDriveSetting(read);
+    }
+    return drives;
+}
+
+const DriveEntry* FindSetDrive(char letter) {
+    const auto found = std::ranges::find(SetDrives(), UpperDriveLetter(letter), &DriveEntry::letter);
+    return IsDriveTableSet() && found != SetDrives().end() ? &*found : nullptr;
 }
 
 } // namespace platform

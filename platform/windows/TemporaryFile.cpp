@@ -1,0 +1,107 @@
+#include "TemporaryFile.h"
+
+#include "Entry.h"
+#include "WidePath.h"
+
+#include <atomic>
+#include <vector>
+
+namespace platform {
+namespace {
+
+constexpr std::size_t kPortion = 4U << 20;
+
+std::wstring TemporaryName() {
+    static std::atomic<unsigned> counter{0};
+    // The moment tells this name from one that a process of the same number left behind when the power
+    // failed.
+    return L".pellarion-" + std::to_wstring(::GetCurrentProcessId()) + L"-" +
+           std::to_wstring(CurrentFileTime().ticks) + L"-" + std::to_wstring(counter++) + L".tmp";
+}
+
+std::wstring FolderOfWide(const std::wstring& path) {
+    return path.substr(0, path.find_last_of(L'\\') + 1);
+}
+
+} // namespace
+
+TemporaryFile TemporaryFile::StartIn(const std::wstring& folder) {
+    TemporaryFile temporary;
+    std::wstring name = JoinWide(folder, TemporaryName());
+    temporary.file_ = Handle(::CreateFileW(name.c_str(), GENERIC_READ | GENERIC_WRITE | DELETE,
+                                           FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr, CREATE_NEW,
+                                           FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (temporary.file_.IsOpen())
+        temporary.name_ = std::move(name);
+    else
+        temporary.error_ = LastError();
+    return temporary;
+}
+
+TemporaryFile TemporaryFile::StartFor(const std::wstring& target) {
+    if (const std::optional<HostEntry> entry = DescribeTarget(target);
+        entry && IsProtected(entry->attributes)) {
+        TemporaryFile refused;
+        refused.error_ = {kErrorAccessDenied};
+        return refused;
+    }
+    return StartIn(FolderOfWide(target));
+}
+
+TemporaryFile::~TemporaryFile() {
+    if (file_.IsOpen())
+        DeleteOpenFile(file_);
+}
+
+SystemError TemporaryFile::Commit(const std::wstring& target, Durability durability) {
+    if (durability == Durability::kOnMedium && ::FlushFileBuffers(file_.Get()) == 0)
+        return LastError();
+    const DWORD before = ::GetFileAttributesW(target.c_str());
+    if (before != INVALID_FILE_ATTRIBUTES && IsProtected(before))
+        return {kErrorAccessDenied};
+    file_.Close();
+    constexpr DWORD kKept = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
+    if (before != INVALID_FILE_ATTRIBUTES && (before & kKept) != 0)
+        ::SetFileAttributesW(name_.c_str(), (before & kKept) | FILE_ATTRIBUTE_ARCHIVE);
+    DWORD flags = MOVEFILE_REPLACE_EXISTING;
+    if (durability == Durability::kOnMedium)
+        flags |= MOVEFILE_WRITE_THROUGH;
+    if (::MoveFileExW(name_.c_str(), target.c_str(), flags) != 0)
+        return {};
+    const SystemError error = LastError();
+    ::DeleteFileW(name_.c_str());
+    return error;
+}
+
+void DeleteOpenFile(Handle& file) {
+    FILE_DISPOSITION_INFO disposition{TRUE};
+    ::SetFileInformationByHandle(file.Get(), FileDispositionInfo, &disposition, sizeof disposition);
+    file.Close();
+}
+
+CopyResult CopyContent(const Handle& from, const Handle& to,
+                       const std::function<bool(std::uint64_t bytes)>& goOn) {
+    std::vector<std::uint8_t> buffer(kPortion);
+    std::uint64_t offset = 0;
+    std::size_t count = 0;
+    do {
+        if (const SystemError error = ReadFullyAt(from, offset, buffer, count))
+            return {error, false};
+        if (const SystemError error = WriteFully(to, std::span(buffer).first(count)))
+            return {error, false};
+        offset += count;
+        if (count != 0 && !goOn(count))
+            return {{}, true};
+    } while (count == buffer.size());
+    return {};
+}
+
+void KeepTimes(const Handle& from, const Handle& to) {
+    FILETIME created{};
+    FILETIME accessed{};
+    FILETIME written{};
+    if (::GetFileTime(from.Get(), &created, &accessed, &written) != 0)
+        ::SetFileTime(to.Get(), &created, &accessed, &written);
+}
+
+} // namespace platform
