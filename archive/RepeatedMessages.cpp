@@ -26,9 +26,10 @@ std::string Shown(std::string_view entry) {
     return "..." + std::string(end);
 }
 
-app::Message StopMessage(std::uint32_t id, std::uint32_t titleId, std::string_view entry) {
+app::Message StopMessage(std::uint32_t id, std::uint32_t titleId, std::string_view entry,
+                         std::string_view suffix) {
     const std::string text = app::WithUserName(app::LoadText(id));
-    return {id, platform::ReplaceNoCase(text, "%entry", Shown(entry)), app::kMessageError,
+    return {id, platform::ReplaceNoCase(text, "%entry", Shown(entry)).append(suffix), app::kMessageError,
             app::LoadText(titleId)};
 }
 
@@ -41,19 +42,21 @@ std::string AndMore(std::uint64_t count) {
 
 } // namespace
 
-void RepeatedMessages::Report(std::uint32_t id, std::uint32_t titleId, std::string_view entry) {
+void RepeatedMessages::Report(std::uint32_t id, std::uint32_t titleId, std::string_view entry,
+                              std::string_view suffix) {
     auto kind = std::ranges::find(kinds_, id, &Kind::id);
     if (kind == kinds_.end())
         kind = kinds_.insert(kinds_.end(), Kind{.id = id, .titleId = titleId});
     if (kind->silent) {
         ++kind->counted;
         kind->lastEntry = entry;
+        kind->lastSuffix = suffix;
         return;
     }
     if (kind->shown++ < kPlainReports)
-        app::Messages().Show(StopMessage(id, titleId, entry));
+        app::Messages().Show(StopMessage(id, titleId, entry, suffix));
     else
-        kind->silent = app::Messages().ShowOfferingRest(StopMessage(id, titleId, entry));
+        kind->silent = app::Messages().ShowOfferingRest(StopMessage(id, titleId, entry, suffix));
 }
 
 bool RepeatedMessages::IsSilent(std::uint32_t id) const {
@@ -65,7 +68,7 @@ void RepeatedMessages::Finish() {
     for (const Kind& kind : kinds_) {
         if (kind.counted == 0)
             continue;
-        app::Message message = StopMessage(kind.id, kind.titleId, kind.lastEntry);
+        app::Message message = StopMessage(kind.id, kind.titleId, kind.lastEntry, kind.lastSuffix);
         if (kind.counted > 1)
             message.text += "\n" + AndMore(kind.counted - 1);
         app::Messages().Show(message);

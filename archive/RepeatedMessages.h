@@ -13,9 +13,9 @@ namespace archive {
 class RepeatedMessages {
   public:
     /// Reports language text `id` with the stop icon, under the title text `titleId`; `entry` is the name put
-    /// for
-    /// "%entry" in it.
-    void Report(std::uint32_t id, std::uint32_t titleId, std::string_view entry = {});
+    /// for "%entry" in it, `suffix` follows the text.
+    void Report(std::uint32_t id, std::uint32_t titleId, std::string_view entry = {},
+                std::string_view suffix = {});
 
     /// True once the user has asked for the rest of `id` at once: reports are only counted from then on.
     bool IsSilent(std::uint32_t id) const;
@@ -30,7 +30,9 @@ class RepeatedMessages {
         std::uint64_t shown = 0;
         std::uint64_t counted = 0;
         bool silent = false;
-        std::string lastEntry{}; // of those that were only counted
+        // Of those that were only counted.
+        std::string lastEntry{};
+        std::string lastSuffix{};
     };
 
     std::vector<Kind> kinds_;

@@ -6,6 +6,13 @@ namespace {
 constexpr std::size_t kPatience = 1000;
 } // namespace
 
+void ProbeMessages::Write(JsonWriter& json) const {
+    json.Key("messages").OpenArray();
+    for (const std::uint32_t id : ids_)
+        json.Value(id);
+    json.CloseArray();
+}
+
 int ProbeMessages::Show(const app::Message& message) {
     ids_.push_back(message.id);
     return message.flags == app::kMessageQuestion ? app::kAnswerYes : app::kAnswerOk;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "JsonWriter.h"
 #include "app/core/Messages.h"
 
 #include <cstdint>
@@ -16,7 +17,8 @@ class ProbeMessages final : public app::MessageDoor {
   public:
     explicit ProbeMessages(std::optional<std::string> password) : password_(std::move(password)) {}
 
-    const std::vector<std::uint32_t>& Ids() const { return ids_; }
+    /// Writes the ids as the value "messages".
+    void Write(JsonWriter& json) const;
 
     int Show(const app::Message& message) override;
     bool ShowOfferingRest(const app::Message& message) override;

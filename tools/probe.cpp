@@ -6,6 +6,7 @@
 #include "ProbeCab.h"
 #include "ProbeCommand.h"
 #include "ProbeMessages.h"
+#include "ProbeRar.h"
 #include "app/core/Messages.h"
 #include "archive/Cls_GetFileType.h"
 #include "platform/Files.h"
@@ -53,13 +54,6 @@ void WriteEntry(tools::JsonWriter& json, const archive::Cls_GetFileType& front, 
         .CloseObject();
 }
 
-void WriteMessages(tools::JsonWriter& json, const tools::ProbeMessages& messages) {
-    json.Key("messages").OpenArray();
-    for (const std::uint32_t id : messages.Ids())
-        json.Value(id);
-    json.CloseArray();
-}
-
 /// The entries that the command names, or all of them.
 archive::EntrySelection Selection(const tools::ProbeCommand& command, std::int32_t count) {
     archive::EntrySelection selection(static_cast<std::size_t>(count) + 1, !command.entries);
@@ -78,7 +72,7 @@ void ListZip(const tools::ProbeCommand& command, const tools::ProbeMessages& mes
     for (std::int32_t entry = 1; entry <= front.FileCount(); ++entry)
         WriteEntry(json, front, entry);
     json.CloseArray();
-    WriteMessages(json, messages);
+    messages.Write(json);
     json.CloseObject();
 }
 
@@ -100,7 +94,7 @@ void ExtractZip(const tools::ProbeCommand& command, const tools::ProbeMessages& 
     if (status == archive::kStatusDone)
         status = front.UnPack(Selection(command, front.FileCount()), folder);
     json.OpenObject().Key("status").Value(status);
-    WriteMessages(json, messages);
+    messages.Write(json);
     json.CloseObject();
 }
 
@@ -124,8 +118,6 @@ int main(int count, char** values) {
         return Fail(fault);
     const bool isPack = command->verb == tools::ProbeVerb::kPack;
     const bool isCab = command->format == "cab" || isPack;
-    if (command->format != "zip" && !isCab)
-        return Fail("the format " + command->format + " is not read yet");
     tools::ProbeMessages messages(command->password);
     app::SetMessages(&messages);
     tools::JsonWriter json(stdout);
@@ -134,6 +126,8 @@ int main(int count, char** values) {
         tools::PackCab(*command, json);
     else if (isCab)
         isList ? tools::ListCab(*command, json) : tools::ExtractCab(*command, json);
+    else if (command->format == "rar")
+        isList ? tools::ListRar(*command, messages, json) : tools::ExtractRar(*command, messages, json);
     else
         isList ? ListZip(*command, messages, json) : ExtractZip(*command, messages, json);
     app::SetMessages(nullptr);

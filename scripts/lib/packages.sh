@@ -6,18 +6,18 @@
 # The program: compiler, build tools, Qt with its X11 platform, the resource compiler of the text libraries, and
 # what draws the icons and sets the help documents. GoogleTest, since every configuration knows the tests.
 PACKAGES_build=(g++ cmake ninja-build ccache binutils-mingw-w64-x86-64 librsvg2-bin qt6-base-dev python3
-    libmspack-dev zlib1g-dev python3-reportlab fonts-dejavu-core libgtest-dev)
+    libmspack-dev libarchive-dev zlib1g-dev python3-reportlab fonts-dejavu-core libgtest-dev)
 
 # Making archives, for tests and for the demo stick.
 PACKAGES_archivers=(zip unzip 7zip gcab cabextract libarchive-tools)
 
 # The tests and the checks of the sources.
-PACKAGES_test=("${PACKAGES_build[@]}" "${PACKAGES_archivers[@]}" git clang clang-format
+PACKAGES_test=("${PACKAGES_build[@]}" "${PACKAGES_archivers[@]}" unar git clang clang-format
     clang-tidy libclang-rt-14-dev shellcheck fonts-dejavu-core)
 
 # Fuzzing alone.
 PACKAGES_fuzz=(cmake ninja-build ccache binutils-mingw-w64-x86-64 clang libclang-rt-14-dev llvm python3 zip 7zip
-    libmspack-dev zlib1g-dev)
+    libmspack-dev libarchive-dev zlib1g-dev)
 
 # Our figures beside those of other unpackers.
 PACKAGES_bench=("${PACKAGES_build[@]}" "${PACKAGES_archivers[@]}" libdeflate-dev)

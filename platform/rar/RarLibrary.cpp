@@ -1,0 +1,12 @@
+#include "platform/RarLibrary.h"
+
+#include "RarAdaptor.h"
+
+namespace platform {
+
+RarLibrary& TheRarLibrary() {
+    static rar::RarAdaptor adaptor;
+    return adaptor;
+}
+
+} // namespace platform

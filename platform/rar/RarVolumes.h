@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/FileReader.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace platform::rar {
+
+/// Path of the volume behind the one at `path`: with the last number in its name one higher, or, by the old
+/// numbering, with the endings .rar, .r00 to .r99, .s00 and so on. Empty when there is no such name.
+std::string NextVolumePath(const std::string& path, bool oldNumbering);
+
+/// The files of an archive.
+class RarVolumes {
+  public:
+    using OpenFile = std::function<std::unique_ptr<FileReader>(const std::string& path, SystemError& error)>;
+
+    explicit RarVolumes(std::string path, OpenFile open = FileReader::Open)
+        : paths_{std::move(path)}, open_(std::move(open)) {}
+
+    void SetOldNumbering(bool old) { oldNumbering_ = old; }
+
+    const std::string& Path(std::size_t number) const { return paths_[number]; }
+
+    /// Volume `number` (from 0, no further than one behind the last that was opened), open; null when it is
+    /// not there.
+    std::shared_ptr<FileReader> Volume(std::size_t number);
+
+  private:
+    std::vector<std::string> paths_;
+    OpenFile open_;
+    bool oldNumbering_ = false;
+    // The one that was asked for last.
+    std::size_t openNumber_ = 0;
+    std::shared_ptr<FileReader> openFile_;
+};
+
+} // namespace platform::rar

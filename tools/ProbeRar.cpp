@@ -1,0 +1,66 @@
+#include "ProbeRar.h"
+
+#include "DateText.h"
+#include "archive/basUnrar.h"
+#include "platform/HostPath.h"
+
+#include <algorithm>
+
+namespace tools {
+
+namespace {
+
+/// Writes the rows that the RAR dialog would show.
+class Rows final : public archive::RarListObserver {
+  public:
+    explicit Rows(JsonWriter& json) : json_(json) {}
+
+    std::string TimeText(const platform::SystemTime& local) override { return DateText(local); }
+
+    void RarFileFound(const archive::RarFile& file) override {
+        json_.OpenObject().Key("index").Value(file.entry).Key("name").Value(file.name);
+        json_.Key("size").Value(static_cast<std::int64_t>(file.size));
+        json_.Key("modified").Value(archive::RarArchiveTimeText()).CloseObject();
+    }
+
+  private:
+    JsonWriter& json_;
+};
+
+class Uninterested final : public archive::RarExtractionObserver {
+  public:
+    void EntryBegins(archive::RarPass, const std::string&) override {}
+
+    bool EntryProgress(std::uint64_t, std::uint64_t) override { return true; }
+
+    bool EntryDone(archive::RarPass) override { return true; }
+};
+
+} // namespace
+
+void ListRar(const ProbeCommand& command, const ProbeMessages& messages, JsonWriter& json) {
+    json.OpenObject().Key("entries").OpenArray();
+    Rows rows(json);
+    const auto listing = archive::ListRarArchive(platform::PathFromHost(command.archive), "", rows);
+    json.CloseArray().Key("status").Value(listing == archive::RarListing::kDone ? 0 : 1);
+    messages.Write(json);
+    json.CloseObject();
+}
+
+void ExtractRar(const ProbeCommand& command, const ProbeMessages& messages, JsonWriter& json) {
+    archive::RarFilter filter;
+    if (command.entries)
+        filter = [&](std::int32_t entry, const std::string&) {
+            return std::ranges::count(*command.entries, entry) > 0;
+        };
+    Uninterested observer;
+    const archive::RarOutcome outcome = archive::ExtractRarArchive(
+        platform::PathFromHost(command.folder) + '\\', platform::PathFromHost(command.archive),
+        command.password.value_or(""), observer, filter);
+    json.OpenObject().Key("status").Value(outcome.complete ? 0 : 1);
+    json.Key("written").Value(outcome.written);
+    messages.Write(json);
+    json.CloseObject();
+}
+
+} // namespace tools
