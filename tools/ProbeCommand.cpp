@@ -56,10 +56,12 @@ std::optional<ProbeCommand> ParseProbeCommand(const std::vector<std::string>& ar
     const std::string verb = arguments.empty() ? "" : arguments[0];
     if (verb == "extract") {
         command.verb = ProbeVerb::kExtract;
+    } else if (verb == "test") {
+        command.verb = ProbeVerb::kTest;
     } else if (verb == "pack") {
         command.verb = ProbeVerb::kPack;
     } else if (verb != "list") {
-        fault = "the first word is list, extract or pack";
+        fault = "the first word is list, test, extract or pack";
         return std::nullopt;
     }
     std::vector<std::string> paths;
@@ -74,8 +76,9 @@ std::optional<ProbeCommand> ParseProbeCommand(const std::vector<std::string>& ar
             return std::nullopt;
         }
     }
-    if (paths.size() != (command.verb == ProbeVerb::kList ? 1u : 2u)) {
-        fault = command.verb == ProbeVerb::kList ? "list takes one archive" : verb + " takes two paths";
+    const bool takesOne = command.verb == ProbeVerb::kList || command.verb == ProbeVerb::kTest;
+    if (paths.size() != (takesOne ? 1u : 2u)) {
+        fault = verb + (takesOne ? " takes one archive" : " takes two paths");
         return std::nullopt;
     }
     command.archive = paths[0];
@@ -83,6 +86,10 @@ std::optional<ProbeCommand> ParseProbeCommand(const std::vector<std::string>& ar
         command.folder = paths[1];
     if (command.format.empty())
         command.format = FormatOfName(command.archive);
+    if (command.verb == ProbeVerb::kTest && command.format != "rar") {
+        fault = "only RAR archives have a test of their own";
+        return std::nullopt;
+    }
     return command;
 }
 

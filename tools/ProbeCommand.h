@@ -6,13 +6,13 @@
 
 namespace tools {
 
-enum class ProbeVerb { kList, kExtract, kPack };
+enum class ProbeVerb { kList, kTest, kExtract, kPack };
 
 /// What the command line asks of the probe.
 struct ProbeCommand {
     ProbeVerb verb = ProbeVerb::kList;
     std::string archive; ///< host path; what is packed, for pack
-    std::string folder;  ///< host path; not for list
+    std::string folder;  ///< host path; not for list and test
     std::string format;  ///< "zip", "cab" or "rar"
     std::optional<std::string> password;
     std::optional<std::vector<std::int32_t>> entries; ///< numbers from 1; nothing: all

@@ -1,6 +1,8 @@
 #include "ProbeRar.h"
 
+#include "CrcText.h"
 #include "DateText.h"
+#include "archive/Cls_CRC32.h"
 #include "archive/basUnrar.h"
 #include "platform/HostPath.h"
 
@@ -45,6 +47,28 @@ void ListRar(const ProbeCommand& command, const ProbeMessages& messages, JsonWri
     json.CloseArray().Key("status").Value(listing == archive::RarListing::kDone ? 0 : 1);
     messages.Write(json);
     json.CloseObject();
+}
+
+void TestRar(const ProbeCommand& command, JsonWriter& json) {
+    platform::RAROpenArchiveData data;
+    data.ArcName = platform::PathFromHost(command.archive);
+    data.OpenMode = platform::kRarOpenExtract;
+    const auto archive = platform::TheRarLibrary().RAROpenArchive(data);
+    json.OpenObject().Key("entries").OpenArray();
+    platform::RARHeaderData header;
+    int status = data.OpenResult;
+    while (archive && (status = archive->RARReadHeader(header)) == platform::kRarSuccess) {
+        archive::Cls_CRC32 crc;
+        crc.ResetCRC32();
+        archive->RARSetCallback([&](std::span<const std::uint8_t> piece) {
+            crc.CalcCRC32Block(piece);
+            return true;
+        });
+        const int result = archive->RARProcessFile(platform::kRarTest, "", "", nullptr);
+        json.OpenObject().Key("name").Value(header.FileName).Key("result").Value(result);
+        json.Key("crc").Value(CrcText(static_cast<std::int32_t>(crc.CRC32()))).CloseObject();
+    }
+    json.CloseArray().Key("status").Value(status).CloseObject();
 }
 
 void ExtractRar(const ProbeCommand& command, const ProbeMessages& messages, JsonWriter& json) {

@@ -10,6 +10,10 @@ namespace tools {
 /// with a stop message.
 void ListRar(const ProbeCommand& command, const ProbeMessages& messages, JsonWriter& json);
 
+/// Unpacks every entry to nowhere: {"entries": [{"name", "result", "crc"}], "status"}, with the library's
+/// result codes; the status is that of the last header.
+void TestRar(const ProbeCommand& command, JsonWriter& json);
+
 /// Extracts the entries, or those that the command names: {"status", "messages"}. The status is 0 when the
 /// extraction was complete, else 1.
 void ExtractRar(const ProbeCommand& command, const ProbeMessages& messages, JsonWriter& json);

@@ -1,6 +1,7 @@
 // The engine without windows: lists, extracts or makes one archive through the classes that the dialogs use
 // and prints, as JSON, what they answer.
 
+#include "CrcText.h"
 #include "DateText.h"
 #include "JsonWriter.h"
 #include "ProbeCab.h"
@@ -21,14 +22,6 @@ namespace {
 
 constexpr int kWrongUsage = 2;
 
-std::string CrcText(std::int32_t crc) {
-    std::string text(8, '0');
-    auto rest = static_cast<std::uint32_t>(crc);
-    for (std::size_t place = text.size(); place-- > 0; rest >>= 4)
-        text[place] = "0123456789abcdef"[rest & 15];
-    return text;
-}
-
 void WriteEntry(tools::JsonWriter& json, const archive::Cls_GetFileType& front, std::int32_t entry) {
     json.OpenObject()
         .Key("index")
@@ -44,7 +37,7 @@ void WriteEntry(tools::JsonWriter& json, const archive::Cls_GetFileType& front, 
         .Key("packed")
         .Value(front.Compressed_Size(entry))
         .Key("crc")
-        .Value(CrcText(front.CRC32(entry)))
+        .Value(tools::CrcText(front.CRC32(entry)))
         .Key("method")
         .Value(front.Method(entry))
         .Key("encrypted")
@@ -102,6 +95,7 @@ int Fail(const std::string& fault) {
     std::fprintf(stderr,
                  "probe: %s\n"
                  "usage: probe list ARCHIVE [--format zip|cab|rar]\n"
+                 "       probe test ARCHIVE [--format rar]\n"
                  "       probe extract ARCHIVE FOLDER [--password P] [--entries 1,3] [--format zip|cab|rar]\n"
                  "       probe pack SOURCE FOLDER\n",
                  fault.c_str());
@@ -126,6 +120,8 @@ int main(int count, char** values) {
         tools::PackCab(*command, json);
     else if (isCab)
         isList ? tools::ListCab(*command, json) : tools::ExtractCab(*command, json);
+    else if (command->verb == tools::ProbeVerb::kTest)
+        tools::TestRar(*command, json);
     else if (command->format == "rar")
         isList ? tools::ListRar(*command, messages, json) : tools::ExtractRar(*command, messages, json);
     else

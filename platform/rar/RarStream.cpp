@@ -115,16 +115,19 @@ std::vector<std::uint8_t> EntryHeader5(const PackedEntry& entry) {
     return Sealed5(fields.PutBytes(hash.Taken()));
 }
 
-/// What the library finds behind an entry's data when it looks ahead: a block that it passes over, since the
-/// end of the stream would be for good.
+/// What the library finds behind an entry's data when it looks ahead: blocks that it passes over, since the
+/// end of the stream would be for good. They hold nothing, because it passes over no more than their fields.
 std::vector<std::uint8_t> Filler(int format) {
     if (format == 4)
         return std::vector<std::uint8_t>(kFiller);
     constexpr std::uint64_t kUnknownType = 0x60;
     constexpr std::uint64_t kSkipIfUnknown = 4;
-    HeaderWriter fields;
-    fields.PutVariable(kUnknownType).PutVariable(kSkipIfUnknown);
-    return Sealed5(fields.PutBytes(std::vector<std::uint8_t>(kFiller)));
+    HeaderWriter block;
+    block.PutVariable(kUnknownType).PutVariable(kSkipIfUnknown);
+    HeaderWriter blocks;
+    while (blocks.Taken().size() < kFiller)
+        blocks.PutBytes(Sealed5(block));
+    return blocks.Taken();
 }
 
 } // namespace

@@ -73,7 +73,7 @@ int RarWalk::ReadBlock(Block& block) {
     header_.resize(input_->ReadSome(header_));
     const std::size_t read = header_.size();
     const std::size_t length = format_ == 4 ? HeaderLength4(header_) : HeaderLength5(header_);
-    if (length >= read && length <= file_->Size() - start) {
+    if (length >= kHeaderStart && start < file_->Size() && length <= file_->Size() - start) {
         header_.resize(length);
         if (input_->ReadSome(std::span(header_).subspan(read)) == length - read) {
             block = {};
