@@ -5,6 +5,7 @@
 #include "app/windows/Icons.h"
 #include "app/windows/MessageBoxes.h"
 #include "app/windows/frmprogress.h"
+#include "dialogs/OpenFolder.h"
 #include "explorer/frmtarget.h"
 
 #include <QApplication>
@@ -22,6 +23,7 @@ int Run(QApplication& application) {
     // Otherwise the direction stays that of the command line's -reverse, or left to right.
     if (app::DirectionOf(app::Application().LanguageId) == Qt::RightToLeft)
         QApplication::setLayoutDirection(Qt::RightToLeft);
+    dialogs::EmptyOpenFolder(); // of a run that was cut short
     {
         app::PrepareSkin();
         app::frmprogress splash;
@@ -31,7 +33,9 @@ int Run(QApplication& application) {
     QObject::connect(&window, &explorer::frmtarget::Unloaded, &application, &QApplication::quit);
     window.Load();
     window.show();
-    return QApplication::exec();
+    const int result = QApplication::exec();
+    dialogs::EmptyOpenFolder();
+    return result;
 }
 
 } // namespace

@@ -93,7 +93,7 @@ std::uint32_t CabFile::OnNotification(std::uintptr_t context, std::uint32_t noti
         return OnFileInCabinet(context, *static_cast<platform::FILE_IN_CABINET_INFO*>(param1));
     if (notification == platform::kNotifyFileExtracted) {
         const auto& paths = *static_cast<const platform::FILEPATHS*>(param1);
-        if (paths.Win32Error == platform::kNoError && AfterExtract)
+        if (paths.Win32Error == platform::kNoError && context == kModeExtract && AfterExtract)
             AfterExtract(paths.Target);
         return paths.Win32Error;
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "RepeatedMessages.h"
+#include "archive/RepeatedMessages.h"
 #include "platform/OutputFolder.h"
 
 #include <cstddef>

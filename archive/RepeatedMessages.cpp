@@ -1,4 +1,4 @@
-#include "RepeatedMessages.h"
+#include "archive/RepeatedMessages.h"
 
 #include "app/core/Messages.h"
 #include "app/core/Texts.h"

@@ -3,11 +3,11 @@
 #include "ArchiveWindow.h"
 #include "EntryPieces.h"
 #include "Mod_ShowDirs.h"
-#include "RepeatedMessages.h"
 #include "archive/ArchiveEntry.h"
 #include "archive/ArchiveReader.h"
 #include "archive/Cls_CRC32.h"
 #include "archive/Cls_Encrypt.h"
+#include "archive/RepeatedMessages.h"
 
 #include <cstdint>
 #include <memory>

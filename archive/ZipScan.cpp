@@ -1,7 +1,7 @@
 #include "ZipScan.h"
 
-#include "RepeatedMessages.h"
 #include "ZipRecords.h"
+#include "archive/RepeatedMessages.h"
 
 namespace archive {
 

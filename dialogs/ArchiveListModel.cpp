@@ -43,55 +43,66 @@ Qt::Alignment AlignmentOf(ArchiveColumn column) {
     return Qt::AlignVCenter | (column == ArchiveColumn::Size ? Qt::AlignRight : Qt::AlignLeft);
 }
 
-std::string CellText(const ArchiveRow& row, ArchiveColumn column) {
+} // namespace
+
+QString ArchiveListModel::CellText(const ArchiveRow& row, ArchiveColumn column) const {
     switch (column) {
     case ArchiveColumn::Name:
-        return row.prefix + row.name;
-    case ArchiveColumn::Modified:
-        return GeneralDateText(row.modified).toStdString();
+        return (row.prefix ? QString(QLatin1Char(row.prefix)) : QString()) + QString::fromStdString(row.name);
+    case ArchiveColumn::Modified: {
+        const QString& ofArchive = listing_.archives[static_cast<std::size_t>(row.archive)].modifiedText;
+        return ofArchive.isEmpty() ? GeneralDateText(row.modified) : ofArchive;
+    }
     case ArchiveColumn::Size:
-        return row.sizeText.isEmpty() ? std::to_string(row.size) : row.sizeText.toStdString();
+        return row.sizeText.isEmpty() ? QString::number(row.size) : row.sizeText;
     case ArchiveColumn::Path:
-        return row.path;
+        return QString::fromStdString(row.path);
     case ArchiveColumn::SortDate:
-        return SortDateText(row.modified);
+        return QString::fromStdString(SortDateText(row.modified));
     case ArchiveColumn::SortSize:
-        return PaddedSize(row.size);
+        return QString::fromStdString(PaddedSize(row.size));
     case ArchiveColumn::Archive:
-        return row.archive;
+        return QString::fromStdString(ArchiveOf(row));
     case ArchiveColumn::SortFile:
-        return "11" + row.name;
+        return QLatin1String("11") + QString::fromStdString(row.name);
+    case ArchiveColumn::Flag:
+        return row.flag == RowFlag::kNone ? QString()
+                                          : QLatin1String(row.flag == RowFlag::kTrue ? "True" : "False");
     }
     return {};
 }
 
-} // namespace
-
-void ArchiveListModel::SetRows(std::vector<ArchiveRow> rows) {
+void ArchiveListModel::SetListing(ArchiveListing listing) {
     beginResetModel();
-    rows_ = std::move(rows);
-    shown_.resize(rows_.size());
+    listing_ = std::move(listing);
+    shown_.resize(listing_.rows.size());
     std::iota(shown_.begin(), shown_.end(), std::size_t{0});
     isSorted_ = false;
     endResetModel();
 }
 
-std::string ArchiveListModel::Text(int row, ArchiveColumn column) const {
-    return CellText(Row(row), column);
+void ArchiveListModel::SetFlags(const std::vector<bool>& stays) {
+    for (std::size_t row = 0; row < stays.size(); ++row)
+        listing_.rows.at(shown_.at(row)).flag = stays[row] ? RowFlag::kTrue : RowFlag::kFalse;
+    const int column = static_cast<int>(ArchiveColumn::Flag);
+    if (!stays.empty())
+        emit dataChanged(index(0, column), index(rowCount() - 1, column));
 }
 
 std::vector<std::size_t> ArchiveListModel::Sorted() const {
+    const std::vector<ArchiveRow>& rows = listing_.rows;
     // Dates and sizes order as their fixed-width texts do, without the texts.
     if (key_ == ArchiveColumn::SortDate || key_ == ArchiveColumn::SortSize) {
-        std::vector<std::uint64_t> keys(rows_.size());
-        std::transform(rows_.begin(), rows_.end(), keys.begin(), [this](const ArchiveRow& row) {
+        std::vector<std::uint64_t> keys(rows.size());
+        std::transform(rows.begin(), rows.end(), keys.begin(), [this](const ArchiveRow& row) {
             return key_ == ArchiveColumn::SortSize ? row.size : DateNumber(row.modified);
         });
         return Ordered(keys, order_);
     }
-    std::vector<std::string> keys(rows_.size());
-    std::transform(rows_.begin(), rows_.end(), keys.begin(),
-                   [this](const ArchiveRow& row) { return platform::ToUpper(CellText(row, key_)); });
+    std::vector<std::string> keys(rows.size());
+    std::transform(rows.begin(), rows.end(), keys.begin(), [this](const ArchiveRow& row) {
+        return platform::ToUpper(CellText(row, key_).toStdString());
+    });
     return Ordered(keys, order_);
 }
 
@@ -123,7 +134,7 @@ void ArchiveListModel::SetHeader(ArchiveColumn column, const QString& text) {
 }
 
 int ArchiveListModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(rows_.size());
+    return parent.isValid() ? 0 : static_cast<int>(listing_.rows.size());
 }
 
 int ArchiveListModel::columnCount(const QModelIndex& parent) const {
@@ -137,7 +148,7 @@ QVariant ArchiveListModel::data(const QModelIndex& index, int role) const {
     const ArchiveRow& row = Row(index.row());
     switch (role) {
     case Qt::DisplayRole:
-        return QString::fromStdString(CellText(row, column));
+        return CellText(row, column);
     case Qt::ToolTipRole:
         // Long names are cut in the list.
         return column == ArchiveColumn::Name ? QString::fromStdString(row.name) : QVariant();

@@ -1,5 +1,7 @@
 #include "ArchiveListView.h"
 
+#include "app/core/Twips.h"
+
 #include <QHeaderView>
 #include <QPainter>
 
@@ -54,6 +56,13 @@ ArchiveListView::ArchiveListView(QWidget* parent) : QTreeView(parent) {
 void ArchiveListView::SetEmptyText(const QString& text) {
     emptyText_ = text;
     viewport()->update();
+}
+
+void ArchiveListView::ShowFlags() {
+    constexpr int kTwips = 2540;
+    const int flag = static_cast<int>(ArchiveColumn::Flag);
+    setColumnHidden(flag, false);
+    header()->resizeSection(flag, app::PixelsFromTwips(kTwips));
 }
 
 std::vector<bool> ArchiveListView::SelectedRows() const {

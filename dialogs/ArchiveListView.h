@@ -24,6 +24,9 @@ class ArchiveListView : public QTreeView {
     /// Shown in place of rows while there are none.
     void SetEmptyText(const QString& text);
 
+    /// Shows the column Flag, at its width.
+    void ShowFlags();
+
     /// Whether each row is selected, by row; a lookup per row would be slow with many separate selections.
     std::vector<bool> SelectedRows() const;
 

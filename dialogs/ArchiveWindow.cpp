@@ -5,7 +5,7 @@
 #include "app/core/ApplicationState.h"
 #include "app/core/Messages.h"
 #include "app/core/Numbers.h"
-#include "app/core/Texts.h"
+#include "app/windows/BusyCursor.h"
 #include "app/windows/PathLabel.h"
 #include "app/windows/WindowTexts.h"
 #include "app/windows/Yield.h"
@@ -13,40 +13,94 @@
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QLabel>
+#include <QProgressBar>
 #include <QPushButton>
+#include <QTimer>
 
-#include <algorithm>
 #include <exception>
+#include <unordered_map>
 
 namespace dialogs {
 namespace {
 
-constexpr std::uint32_t kWarningTitle = 300;
-constexpr std::uint32_t kNothingSelected = 524;
 constexpr std::uint32_t kStopping = 603;
+constexpr std::uint32_t kNoEntries = 610;
 constexpr std::uint32_t kStopped = 613;
+constexpr int kSettleMilliseconds = 500;
 
 } // namespace
 
-ArchiveWindow::ArchiveWindow(QWidget* parent) : QDialog(parent) {
+ArchiveWindow::ArchiveWindow(const ArchiveWays& ways, QWidget* parent) : QDialog(parent), ways_(ways) {
     Build();
+    BuildMenu();
+    ApplyLanguageTexts();
     connect(cmdExtract, &QPushButton::clicked, this, [this] { Run(&ArchiveWindow::ExtractToPickedFolder); });
     connect(cmdExtractSame, &QPushButton::clicked, this,
             [this] { Run(&ArchiveWindow::ExtractToSameFolder); });
     connect(cmdOpen, &QPushButton::clicked, this, [this] { Run(&ArchiveWindow::OpenSelected); });
-    connect(ListView, &QAbstractItemView::doubleClicked, this, [this] { Run(&ArchiveWindow::OpenSelected); });
+    connect(ListView, &QAbstractItemView::doubleClicked, cmdOpen, &QPushButton::click);
     connect(cmdExit, &QPushButton::clicked, this, &ArchiveWindow::Exit);
-    connect(chkAll, &QCheckBox::toggled, this, [this](bool isChecked) {
-        if (isChecked)
-            ListView->selectAll();
-        else
-            ListView->clearSelection();
-    });
+    connect(chkAll, &QCheckBox::toggled, this, &ArchiveWindow::SelectAll);
+}
+
+const ArchiveListModel& ArchiveWindow::Model() const {
+    return ListView->Rows();
+}
+
+void ArchiveWindow::SelectAll(bool isChecked) {
+    if (isChecked)
+        ListView->selectAll();
+    else
+        ListView->clearSelection();
+}
+
+void ArchiveWindow::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    if (ways_.listsWhenShown && !isListed_)
+        // Once the window has been painted.
+        QTimer::singleShot(0, this, &ArchiveWindow::Activate);
+    isListed_ = true;
+}
+
+void ArchiveWindow::Activate() {
+    ListArchives(SplitArchiveList(ArchiveList));
+    if (selectsFirstRow_)
+        QTimer::singleShot(kSettleMilliseconds, this, &ArchiveWindow::SelectFirstRow);
+}
+
+void ArchiveWindow::SelectFirstRow() {
+    // Whoever was quicker and has selected something keeps that.
+    if (selectsFirstRow_ && Model().rowCount() > 0 && !ListView->selectionModel()->hasSelection())
+        ListView->setCurrentIndex(Model().index(0, 0));
+    selectsFirstRow_ = false;
+}
+
+void ArchiveWindow::ListArchives(const std::vector<std::string>& paths) {
+    const app::BusyCursor busy;
+    isRunning_ = true;
+    ArchiveListing listing;
+    std::unordered_map<std::string, std::int32_t> known;
+    bool goesOn = true;
+    for (std::size_t i = 0; i < paths.size() && goesOn && !exitAsked_; ++i) {
+        const auto next = static_cast<std::int32_t>(listing.archives.size());
+        const auto [place, isNew] = known.emplace(paths[i], next);
+        if (isNew)
+            listing.archives.push_back({paths[i]});
+        goesOn = List(place->second, listing);
+        app::Yield();
+    }
+    ListView->Rows().SetListing(std::move(listing));
+    ListView->SetEmptyText(app::WindowText(kNoEntries));
+    selectsFirstRow_ = goesOn && ways_.listsWhenShown;
+    isRunning_ = false;
+    if (exitAsked_)
+        Exit();
 }
 
 void ArchiveWindow::Run(Command command) {
     if (isRunning_)
         return;
+    SelectFirstRow();
     isRunning_ = true;
     stopAsked_ = exitAsked_ = false;
     bool closes = false;
@@ -106,39 +160,37 @@ void ArchiveWindow::SetWorking(bool isWorking) {
     // everything.
     if (isWorking)
         ListView->setFocus();
+    ListView->SetLocked(isWorking);
     for (QWidget* control :
          {static_cast<QWidget*>(cmdExtract), static_cast<QWidget*>(cmdExtractSame),
           static_cast<QWidget*>(cmdOpen), static_cast<QWidget*>(chkAll), static_cast<QWidget*>(chkDelete)})
         control->setEnabled(!isWorking);
-    ListView->SetLocked(isWorking);
 }
 
 void ArchiveWindow::ShowProgress(double fraction) {
-    PicProBar->SetFraction(fraction);
-    const QString percentage = QString::number(app::RoundHalfToEven(fraction * 100)) + QLatin1Char('%');
-    if (percentage != lblProBar->text())
-        lblProBar->setText(percentage);
+    if (ProgressBar1 != nullptr && !progressIsHeld_) {
+        ProgressBar1->setValue(static_cast<int>(fraction * ProgressBar1->maximum()));
+    } else if (PicProBar != nullptr) {
+        PicProBar->SetFraction(fraction);
+        const QString percentage = QString::number(app::RoundHalfToEven(fraction * 100)) + QLatin1Char('%');
+        if (percentage != lblProBar->text())
+            lblProBar->setText(percentage);
+    }
     app::Yield();
 }
 
-void ArchiveWindow::ShowDestination(const std::string& folder) {
+void ArchiveWindow::ShowDestination(const std::string& text) {
     lblDest->show();
-    lblDestFile->setText(app::ToWindow(folder));
+    lblDestFile->setText(app::ToWindow(text));
 }
 
-bool ArchiveWindow::SomethingSelected() const {
-    if (ListView->selectionModel()->hasSelection())
-        return true;
-    app::ShowText(kNothingSelected, kWarningTitle, app::kMessageWarning);
-    return false;
+bool ArchiveWindow::KeepsGoing() const {
+    app::Yield();
+    return !stopAsked_;
 }
 
 bool ArchiveWindow::AllChecked() const {
     return chkAll->isChecked();
-}
-
-bool ArchiveWindow::DeleteChecked() const {
-    return chkDelete->isChecked();
 }
 
 std::vector<std::string> SplitArchiveList(const std::string& list) {

@@ -1,9 +1,8 @@
 #pragma once
 
-#include "archive/ArchiveReader.h"
-
 #include <QDialog>
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -11,6 +10,7 @@
 class QCheckBox;
 class QFrame;
 class QLabel;
+class QProgressBar;
 class QPushButton;
 
 namespace app {
@@ -22,10 +22,24 @@ namespace dialogs {
 class ArchiveListModel;
 class ArchiveListView;
 class ProgressStrip;
+struct ArchiveListing;
+struct ArchiveRow;
 
-/// What the windows of all archive formats share: the list of entries, the destination and progress lines,
-/// the commands, and how work is begun, shown, stopped and ended. A format supplies the rows and the three
-/// commands.
+/// Where the windows of the formats differ by rule, not by what they call.
+struct ArchiveWays {
+    std::uint32_t caption = 0;         ///< text of the window's caption
+    bool listsWhenShown = false;       ///< all of ArchiveList at once, and the first row selected then
+    bool pickedNothingFails = false;   ///< text 525 when the folder picker is left without a folder
+    bool failsBesideInSilence = false; ///< a failure beside the archive says nothing and closes the window
+    bool refusesPerRow = false;        ///< text 561 for each selected row instead of once
+    bool deletesBySelection = false;   ///< whatever "Select all" says
+    bool openFillsStrip = false;       ///< Open ends with a full strip, whatever happened
+    bool hasProgressBar = false;       ///< ProgressBar1 instead of the strip with its percentage
+};
+
+/// The window of an archive format: the list of entries, the destination and progress lines, and the commands
+/// Extract (to a picked folder, or beside the archive), Open and "delete the archive after extracting". A
+/// format supplies its rows, and how they are extracted and read back.
 ///
 /// The window stays alive while it works. Escape stops the work after the entry in hand and leaves the window
 /// open; Exit and the window's close button stop it in the same way and then close the window.
@@ -40,22 +54,75 @@ class ArchiveWindow : public QDialog {
     void reject() override;
 
   protected:
-    explicit ArchiveWindow(QWidget* parent);
+    enum class Outcome { kDone, kFailed, kStopped };
 
-    /// The three commands. Each runs with a guard against being entered again and answers whether the window
-    /// closes now.
-    virtual bool ExtractToPickedFolder() = 0;
-    virtual bool ExtractToSameFolder() = 0;
-    virtual bool OpenSelected() = 0;
+    /// What one command extracts. Rows are numbered as they stand in the list.
+    struct Job {
+        std::vector<bool> wanted; ///< by row
+        std::string folder;       ///< with a last backslash; empty: each archive's own folder
+        std::vector<bool> done;   ///< by row: what has been extracted, set by ExtractRows
+    };
 
-    /// Sets captions, headers and fonts. A format adds the window's caption.
-    virtual void ApplyLanguageTexts();
+    ArchiveWindow(const ArchiveWays& ways, QWidget* parent);
+
+    /// Appends the entries of `listing.archives[archive]` to the rows; false ends the listing.
+    virtual bool List(std::int32_t archive, ArchiveListing& listing) = 0;
+
+    /// Extracts the wanted rows, in any order.
+    virtual Outcome ExtractRows(Job& job) = 0;
+
+    /// Where ExtractRows puts an entry with this job's folder; empty when it refuses to.
+    virtual std::string TargetOf(const ArchiveRow& row, const std::string& folder) = 0;
+
+    /// Whether what lies at TargetOf is the entry, byte by byte, as far as the archive can tell.
+    virtual bool ReadsBack(const ArchiveRow& row, const std::string& folder) = 0;
+
+    /// The rows to extract when these selected ones are to be opened.
+    virtual std::vector<bool> RowsToOpen(std::vector<bool> selected) { return selected; }
+
+    /// Opens what was extracted of a row.
+    virtual void OpenDocument(const ArchiveRow& row, const std::string& path);
+
+    /// Whether the archive of a row counts as wholly selected without this row.
+    virtual bool NeedsNoSelection(const ArchiveRow&) const { return false; }
+
+    /// Closes archives that are kept open: one of them is about to be deleted.
+    virtual void LetGo() {}
+
+    /// Lists these archives anew.
+    void ListArchives(const std::vector<std::string>& paths);
+
+    /// Fills the strip to this fraction, sets the percentage beside it and lets window messages run.
+    void ShowProgress(double fraction);
+    /// A folder, or the entry in hand, in the destination line.
+    void ShowDestination(const std::string& text);
+
+    /// The folder of the job, or the folder of the row's archive.
+    std::string DestinationOf(const ArchiveRow& row, const std::string& folder) const;
+
+    /// Lets window messages run, in the middle of something large; false when it is to stop.
+    bool KeepsGoing() const;
+
+    /// Whether the user has asked for the work in hand, or the last one, to stop.
+    bool StopAsked() const { return stopAsked_; }
+
+    bool AllChecked() const;
+
+    ArchiveListView* Rows() const { return ListView; }
+
+    const ArchiveListModel& Model() const;
+
+    void showEvent(QShowEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    using Command = bool (ArchiveWindow::*)();
 
     /// While one lives the window is at work: what cannot be used meanwhile is disabled, the strip is empty
     /// at first, and text `hint` says what goes on.
     class Work {
       public:
-        explicit Work(ArchiveWindow& window, std::uint32_t hint = kExtractingHint);
+        Work(ArchiveWindow& window, std::uint32_t hint);
         ~Work();
         Work(const Work&) = delete;
         Work& operator=(const Work&) = delete;
@@ -64,40 +131,40 @@ class ArchiveWindow : public QDialog {
         ArchiveWindow& window_;
     };
 
-    /// Fills the strip to this fraction, sets the percentage beside it and lets window messages run.
-    void ShowProgress(double fraction);
-    void ShowDestination(const std::string& folder);
-
-    /// Whether the user has asked for the work in hand, or the last one, to stop.
-    bool StopAsked() const { return stopAsked_; }
-
-    /// Whether a row is selected; says so to the user when none is.
-    bool SomethingSelected() const;
-    bool AllChecked() const;
-    bool DeleteChecked() const;
-
-    ArchiveListView* List() const { return ListView; }
-
-    void closeEvent(QCloseEvent* event) override;
-
-    static constexpr std::uint32_t kExtractingHint = 602;
-    static constexpr std::uint32_t kCheckingHint = 615;
-
-  private:
-    using Command = bool (ArchiveWindow::*)();
-
     void Build();
     QFrame* BuildCommandFrame();
+    void BuildMenu();
+    void ApplyLanguageTexts();
+
+    void Activate();
+    void SelectFirstRow();
+    void SelectAll(bool isChecked);
     void Run(Command command);
     void Stop();
     void Exit();
     void SetWorking(bool isWorking);
 
+    // The commands; each answers whether the window closes now.
+    bool ExtractToPickedFolder();
+    bool ExtractToSameFolder();
+    bool OpenSelected();
+
+    bool SomethingSelected() const;
+    bool Extract(const std::string& folder);
+    std::vector<bool> WantedRows() const;
+    std::string FolderOfCurrentRow() const;
+    void DeleteSources(const Job& job);
+    void DeleteSource(const std::string& archive, const std::vector<int>& rows, const std::string& folder);
+    void OpenRows(const Job& job);
+
+    const ArchiveWays ways_;
+
     // Named as their object names, by which the rest of the world knows them.
     ArchiveListView* ListView;
     QLabel* lblDest;
     app::PathLabel* lblDestFile;
-    ProgressStrip* PicProBar;
+    ProgressStrip* PicProBar = nullptr;
+    QProgressBar* ProgressBar1 = nullptr;
     QLabel* lblProBar;
     QFrame* fraCommand;
     QLabel* lblDest2;
@@ -108,7 +175,10 @@ class ArchiveWindow : public QDialog {
     QPushButton* cmdOpen;
     QPushButton* cmdExit;
 
-    bool isRunning_ = false; // a command has begun; it may still be asking for a folder
+    bool isListed_ = false;
+    bool selectsFirstRow_ = false; // listed, but the first row is not selected yet
+    bool isRunning_ = false;       // listing, or a command has begun; it may still be asking for a folder
+    bool progressIsHeld_ = false;
     bool stopAsked_ = false;
     bool exitAsked_ = false;
 };

@@ -14,6 +14,8 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMenu>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -21,6 +23,7 @@ namespace dialogs {
 namespace {
 
 constexpr QSize kDefaultSize{760, 520};
+constexpr int kProgressSteps = 10000;
 
 /// Gives a control its name, for tests, style sheets and automation.
 template <typename Control>
@@ -51,7 +54,15 @@ void ArchiveWindow::Build() {
     lblDest->setSizePolicy(keepsPlace);
     lblDest->hide();
     lblDestFile = Named(new app::PathLabel(this), "lblDestFile");
-    PicProBar = Named(new ProgressStrip(this), "PicProBar");
+    QWidget* bar;
+    if (ways_.hasProgressBar) {
+        bar = ProgressBar1 = Named(new QProgressBar(this), "ProgressBar1");
+        ProgressBar1->setRange(0, kProgressSteps);
+        ProgressBar1->setTextVisible(false);
+        ProgressBar1->setValue(0);
+    } else {
+        bar = PicProBar = Named(new ProgressStrip(this), "PicProBar");
+    }
     lblProBar = Named(new QLabel(this), "lblProBar");
     lblProBar->setAlignment(Qt::AlignTrailing | Qt::AlignVCenter);
     lblProBar->setMinimumWidth(lblProBar->fontMetrics().horizontalAdvance(QStringLiteral("100%")));
@@ -61,8 +72,9 @@ void ArchiveWindow::Build() {
     destination->addWidget(lblDest);
     destination->addWidget(lblDestFile, 1);
     auto* progress = new QHBoxLayout;
-    progress->addWidget(PicProBar, 1);
+    progress->addWidget(bar, 1);
     progress->addWidget(lblProBar);
+    lblProBar->setHidden(ways_.hasProgressBar);
 
     auto* rows = new QVBoxLayout(this);
     rows->addWidget(ListView, 1);
@@ -108,7 +120,34 @@ QFrame* ArchiveWindow::BuildCommandFrame() {
     return frame;
 }
 
+void ArchiveWindow::BuildMenu() {
+    auto* mnuFile = Named(new QMenu(this), "mnuFile");
+    const auto add = [&](const char* name, QAbstractButton* button) {
+        QAction* action = Named(mnuFile->addAction(QString()), name);
+        connect(action, &QAction::triggered, button, &QAbstractButton::click);
+    };
+    add("mnuExtract", cmdExtract);
+    add("mnuOpen", cmdOpen);
+    Named(mnuFile->addSeparator(), "mnuSeparator");
+    QAction* all = Named(mnuFile->addAction(QString()), "mnuSelectAll");
+    connect(all, &QAction::triggered, this, [this] {
+        chkAll->setChecked(true);
+        // It may have been checked, with rows deselected since.
+        SelectAll(true);
+    });
+    ListView->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(ListView, &QWidget::customContextMenuRequested, mnuFile, [this, mnuFile](const QPoint& place) {
+        if (!isRunning_)
+            mnuFile->popup(ListView->viewport()->mapToGlobal(place));
+    });
+}
+
 void ArchiveWindow::ApplyLanguageTexts() {
+    setWindowTitle(app::WindowText(ways_.caption));
+    findChild<QMenu*>(QLatin1String("mnuFile"))->setTitle(app::WindowText(113));
+    for (const auto& [name, id] :
+         {std::pair("mnuExtract", 107U), std::pair("mnuOpen", 105U), std::pair("mnuSelectAll", 515U)})
+        findChild<QAction*>(QLatin1String(name))->setText(app::WindowText(id));
     SetCaption(cmdExtract, 513);
     SetCaption(cmdExtractSame, 514);
     SetCaption(cmdOpen, 105);
@@ -123,7 +162,9 @@ void ArchiveWindow::ApplyLanguageTexts() {
     rows.SetHeader(ArchiveColumn::Path, app::WindowText(119));
     ListView->setAccessibleName(app::WindowText(115));
     lblDestFile->setAccessibleName(lblDest->text());
-    PicProBar->setAccessibleName(app::WindowText(107));
+    for (QWidget* bar : {static_cast<QWidget*>(PicProBar), static_cast<QWidget*>(ProgressBar1)})
+        if (bar != nullptr)
+            bar->setAccessibleName(Spoken(app::WindowText(107)));
 
     app::ApplyFonts(this);
     const int points = app::LabelPointSize(app::Application().LanguageId);

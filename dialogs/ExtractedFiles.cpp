@@ -2,31 +2,16 @@
 
 #include "archive/Cls_CRC32.h"
 #include "archive/OutputPathRule.h"
-#include "platform/Files.h"
+#include "platform/FileReader.h"
 
 #include <algorithm>
-#include <span>
+#include <vector>
 
 namespace dialogs {
-namespace {
 
-bool ReadsBack(const archive::Cls_GetFileType& front, std::int32_t entry, const std::string& path) {
-    if (front.IsDir(entry))
-        return platform::FolderExists(path);
-    const auto size = static_cast<std::uint32_t>(front.UnCompressed_Size(entry));
-    platform::SystemError error;
-    const auto content = platform::ReadWholeFile(path, size, error);
-    if (!content || content->size() != size)
-        return false;
-    const std::span bytes(reinterpret_cast<const std::uint8_t*>(content->data()), content->size());
-    return archive::Cls_CRC32().CalcCRC32File(bytes) == static_cast<std::uint32_t>(front.CRC32(entry));
-}
-
-} // namespace
-
-std::optional<std::string> ExtractedPath(const std::string& folder, const std::string& entryName) {
+std::string ExtractedPath(const std::string& folder, const std::string& entryName) {
     if (!archive::StaysInTarget(entryName))
-        return std::nullopt;
+        return {};
     std::string path = folder + entryName;
     std::replace(path.begin(), path.end(), '/', '\\');
     for (std::size_t at; (at = path.find("\\\\")) != std::string::npos;)
@@ -34,14 +19,23 @@ std::optional<std::string> ExtractedPath(const std::string& folder, const std::s
     return path;
 }
 
-bool AllEntriesReadBack(const archive::Cls_GetFileType& front, const std::string& folder,
-                        const std::function<bool(std::int32_t entry)>& goOn) {
-    for (std::int32_t entry = 1; entry <= front.FileCount(); ++entry) {
-        const auto path = ExtractedPath(folder, front.FileName(entry));
-        if (!goOn(entry) || !path || !ReadsBack(front, entry, *path))
+bool HasContent(const std::string& path, std::uint64_t size, std::uint32_t crc,
+                const std::function<bool()>& goOn) {
+    constexpr std::uint64_t kPiece = 1u << 20;
+    platform::SystemError error;
+    const auto file = platform::FileReader::Open(path, error);
+    if (!file || file->Size() != size)
+        return false;
+    archive::Cls_CRC32 check;
+    check.ResetCRC32();
+    std::vector<std::uint8_t> piece(static_cast<std::size_t>(std::min(size, kPiece)));
+    for (std::uint64_t done = 0; done < size; done += piece.size()) {
+        piece.resize(static_cast<std::size_t>(std::min(kPiece, size - done)));
+        if (!goOn() || file->ReadAt(done, piece) != piece.size())
             return false;
+        check.CalcCRC32Block(piece);
     }
-    return true;
+    return size == 0 ? crc == 0 : check.CRC32() == crc;
 }
 
 } // namespace dialogs

@@ -1,22 +1,18 @@
 #pragma once
 
-#include "archive/Cls_GetFileType.h"
-
 #include <cstdint>
 #include <functional>
-#include <optional>
 #include <string>
 
 namespace dialogs {
 
 /// Where an entry of this stored name lies once it is extracted into `folder` (which ends in a backslash).
-/// Nothing for a name that would lead out of the folder.
-std::optional<std::string> ExtractedPath(const std::string& folder, const std::string& entryName);
+/// Empty for a name that would lead out of the folder.
+std::string ExtractedPath(const std::string& folder, const std::string& entryName);
 
-/// Reads back what was extracted into `folder` from every entry of the archive that `front` has loaded, and
-/// compares it with the recorded size and checksum. False at the first that is missing or differs, and when
-/// `goOn`, asked before each entry, says no.
-bool AllEntriesReadBack(const archive::Cls_GetFileType& front, const std::string& folder,
-                        const std::function<bool(std::int32_t entry)>& goOn);
+/// Whether the file at `path` has this size and CRC-32. `goOn` is asked now and then with the part that has
+/// been read; when it says no, so does this.
+bool HasContent(const std::string& path, std::uint64_t size, std::uint32_t crc,
+                const std::function<bool()>& goOn);
 
 } // namespace dialogs

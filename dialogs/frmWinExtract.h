@@ -6,7 +6,7 @@
 
 namespace dialogs {
 
-/// The ZIP archive window: shows the entries of one archive at a time and extracts all or some of them.
+/// The ZIP archive window: shows the entries of one archive at a time.
 class frmWinExtract : public ArchiveWindow, private archive::ExtractionObserver {
     Q_OBJECT
 
@@ -27,23 +27,18 @@ class frmWinExtract : public ArchiveWindow, private archive::ExtractionObserver 
     void ShowNumber(std::size_t number, std::size_t count);
 
   protected:
-    bool ExtractToPickedFolder() override;
-    bool ExtractToSameFolder() override;
-    bool OpenSelected() override;
-    void ApplyLanguageTexts() override;
+    bool List(std::int32_t archive, ArchiveListing& listing) override;
+    Outcome ExtractRows(Job& job) override;
+    std::string TargetOf(const ArchiveRow& row, const std::string& folder) override;
+    bool ReadsBack(const ArchiveRow& row, const std::string& folder) override;
+    std::vector<bool> RowsToOpen(std::vector<bool> selected) override;
 
   private:
     bool EntryDone(std::int32_t entry, std::int32_t count) override;
-
-    archive::EntrySelection EntryFlags() const;
-    archive::EntrySelection FlagsForOpening() const;
-    std::int16_t UnPack(const archive::EntrySelection& flags, const std::string& folder);
-    void OpenExtracted(const std::string& folder);
-    void DeleteSource(const std::string& folder);
-    std::string ArchiveFolder() const;
+    void EntryProgress(std::uint64_t done, std::uint64_t size) override;
 
     archive::Cls_GetFileType front_;
-    std::int32_t lastEntryDone_ = 0; // of the UnPack in hand, or the last one
+    std::int32_t lastEntryDone_ = 0; // of the extraction in hand, or the last one
 };
 
 } // namespace dialogs

@@ -2,6 +2,7 @@
 
 #include "app/core/Messages.h"
 #include "dialogs/frmWinExtract.h"
+#include "dialogs/frmextract.h"
 
 #include <QWidget>
 
@@ -11,23 +12,29 @@ namespace {
 constexpr std::uint32_t kWarningTitle = 300;
 constexpr std::uint32_t kCannotOpenYet = 611;
 
+/// When a window closes right behind the folder picker, a window manager may leave the keyboard with nobody.
+void ComeForward(QWidget* parent) {
+    if (parent != nullptr)
+        parent->window()->activateWindow();
+}
+
 } // namespace
 
 void ArchiveDialogs::ShowZip(const std::string& archives, QWidget* parent) {
     dialogs::frmWinExtract window(parent);
     window.ArchiveList = archives;
     window.ShowArchives();
-    // When it closes right behind the folder picker, a window manager may leave the keyboard with nobody.
-    if (parent != nullptr)
-        parent->window()->activateWindow();
+    ComeForward(parent);
 }
 
-// The windows of the two other formats are still to come; until then the user is told.
-
-void ArchiveDialogs::ShowCab(const std::string&, QWidget*) {
-    app::ShowText(kCannotOpenYet, kWarningTitle, app::kMessageWarning);
+void ArchiveDialogs::ShowCab(const std::string& archives, QWidget* parent) {
+    dialogs::frmextract window(parent);
+    window.ArchiveList = archives;
+    window.exec();
+    ComeForward(parent);
 }
 
+// The window of this format is still to come; until then the user is told.
 void ArchiveDialogs::ShowRar(const std::string&, QWidget*) {
     app::ShowText(kCannotOpenYet, kWarningTitle, app::kMessageWarning);
 }

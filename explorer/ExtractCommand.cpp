@@ -40,6 +40,8 @@ void ExtractCommand::Extract() {
     files_.ClearSelection();
     if (route == Route::kZip)
         SelectResult(*selection);
+    else if (route != Route::kNone)
+        SelectExtracted(paths);
 }
 
 ExtractCommand::Route ExtractCommand::RouteOf(std::string_view path) {
@@ -99,6 +101,17 @@ void ExtractCommand::SelectResult(const Selection& selection) {
         files_.SelectRow(archiveName);
     else if (!files_.SelectRow(selection.resultName) && selection.hasSeveral)
         files_.SelectRow(archiveName);
+}
+
+/// What cabinets and RAR archives gave, as far as it lies beside them; else the archives.
+void ExtractCommand::SelectExtracted(const std::vector<std::string>& archives) {
+    std::vector<std::string> results;
+    if (app::Application().ExtractionDone)
+        for (const std::string& archive : archives)
+            // A cabinet's files go into a folder of its name.
+            results.push_back(archive.substr(0, archive.rfind('.')));
+    if (results.empty() || !files_.SelectPaths(results))
+        files_.SelectPaths(archives);
 }
 
 } // namespace explorer

@@ -36,6 +36,7 @@ class ExtractCommand {
     void Inspect(const std::string& path, Selection& selection);
     void Show(Route route, const std::string& archives);
     void SelectResult(const Selection& selection);
+    void SelectExtracted(const std::vector<std::string>& archives);
     void Extract();
 
     FileListAccess& files_;

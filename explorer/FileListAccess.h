@@ -30,6 +30,10 @@ class FileListAccess {
     /// scrolls to it. False when no row does.
     virtual bool SelectRow(std::string_view name) = 0;
 
+    /// Selects exactly the rows of these full paths, without regard to case, and scrolls to the first. False
+    /// when there is none.
+    virtual bool SelectPaths(const std::vector<std::string>& paths) = 0;
+
     /// The window that dialogs stand over.
     virtual QWidget* DialogParent() = 0;
 };

@@ -9,6 +9,7 @@
 #include "explorer/FolderTreeModel.h"
 #include "explorer/ListView.h"
 #include "explorer/Navigator.h"
+#include "explorer/RowSelection.h"
 #include "explorer/StatusStrip.h"
 #include "explorer/TreeView.h"
 #include "platform/Letters.h"
@@ -179,6 +180,11 @@ bool frmtarget::SelectRow(std::string_view name) {
 
 bool frmtarget::IsBusy() const {
     return navigator_->IsBusy() || commandSet_->IsRunning();
+}
+
+bool frmtarget::SelectPaths(const std::vector<std::string>& paths) {
+    explorer::SelectPaths(*panes_->List(), *files_, paths);
+    return panes_->List()->selectionModel()->hasSelection();
 }
 
 bool frmtarget::IsProgramWindow(const QWindow* window) const {

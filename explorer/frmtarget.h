@@ -44,6 +44,7 @@ class frmtarget : public QMainWindow, public FileListAccess {
     void ShowCurrentFolder() override;
     void ClearSelection() override;
     bool SelectRow(std::string_view name) override;
+    bool SelectPaths(const std::vector<std::string>& paths) override;
 
     QWidget* DialogParent() override { return this; }
 

@@ -34,6 +34,13 @@ class FakeFileList : public explorer::FileListAccess {
         return isThere;
     }
 
+    bool SelectPaths(const std::vector<std::string>& paths) override {
+        bool found = false;
+        for (const std::string& path : paths)
+            found = SelectRow(path) || found;
+        return found;
+    }
+
     QWidget* DialogParent() override { return nullptr; }
 };
 
