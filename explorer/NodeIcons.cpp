@@ -13,11 +13,7 @@ QIcon DriveIcon() {
 }
 
 QIcon FolderIcon() {
-    QIcon icon = app::Icon("folder");
-    const QIcon open = app::Icon("folder-open");
-    for (const QSize size : open.availableSizes())
-        icon.addPixmap(open.pixmap(size), QIcon::Selected);
-    return icon;
+    return app::Icon("folder", "folder-open");
 }
 
 } // namespace explorer

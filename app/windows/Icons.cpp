@@ -1,6 +1,7 @@
 #include "app/windows/Icons.h"
 
-#include <QFile>
+#include "DrawnIcon.h"
+
 #include <QHash>
 #include <QString>
 #include <QtGlobal>
@@ -14,17 +15,8 @@ namespace app {
 
 namespace {
 
-QIcon MakeIcon(const QString& name) {
-    constexpr int kSizes[] = {16, 20, 24, 32, 40, 48, 64, 128, 256};
-    QIcon icon;
-    for (const int size : kSizes) {
-        const QString file = QStringLiteral(":/icons/%1-%2.png").arg(name).arg(size);
-        if (!QFile::exists(file))
-            continue;
-        icon.addFile(file, QSize(size, size));
-        // As drawn: the tint that a selected row would give it hides it in the row's own colour.
-        icon.addFile(file, QSize(size, size), QIcon::Selected);
-    }
+QIcon MakeIcon(const QString& name, const QString& selected) {
+    const QIcon icon(new DrawnIcon(name, selected));
     if (icon.isNull())
         qWarning("there is no icon named %s", qUtf8Printable(name));
     return icon;
@@ -32,15 +24,17 @@ QIcon MakeIcon(const QString& name) {
 
 } // namespace
 
-QIcon Icon(const char* name) {
+QIcon Icon(const char* name, const char* selected) {
     // Never destroyed: pixmaps must not outlive the application object, and statics do.
     static QHash<QString, QIcon>& icons = *new QHash<QString, QIcon>;
     if (icons.isEmpty())
         InitIconResources();
-    const QString key = QString::fromLatin1(name);
+    const QString normal = QString::fromLatin1(name);
+    const QString other = QString::fromLatin1(selected);
+    const QString key = normal + QLatin1Char('/') + other;
     auto found = icons.find(key);
     if (found == icons.end())
-        found = icons.insert(key, MakeIcon(key));
+        found = icons.insert(key, MakeIcon(normal, other));
     return *found;
 }
 

@@ -53,7 +53,7 @@ TEST(Icons, ComeInEverySize) {
         for (const int size : {16, 20, 24, 32, 40, 48, 64})
             EXPECT_TRUE(app::Icon(qPrintable(name)).availableSizes().contains(QSize(size, size)))
                 << qPrintable(name) << ' ' << size;
-    EXPECT_TRUE(app::Icon("pellarion").availableSizes().contains(QSize(256, 256)));
+    EXPECT_TRUE(app::Icon("pellarion").availableSizes().contains(QSize(128, 128)));
 }
 
 TEST(Icons, AreSeenOnLightAndDark) {

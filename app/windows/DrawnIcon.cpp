@@ -1,0 +1,86 @@
+#include "DrawnIcon.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QPainter>
+#include <QPixmapCache>
+#include <QStyle>
+#include <QStyleOption>
+
+#include <utility>
+
+namespace app {
+
+namespace {
+
+constexpr int kSizes[] = {16, 20, 24, 32, 40, 48, 64, 128};
+
+QString FileOf(const QString& name, int size) {
+    return QStringLiteral(":/icons/%1-%2.png").arg(name).arg(size);
+}
+
+} // namespace
+
+DrawnIcon::DrawnIcon(QString normal, QString selected)
+    : normal_(std::move(normal)), selected_(std::move(selected)) {
+    for (const int size : kSizes) {
+        if (QFile::exists(FileOf(normal_, size)))
+            sizes_.append(size);
+    }
+}
+
+/// Edge of the smallest picture that is no smaller than `size`; of the largest where all are.
+int DrawnIcon::Fitting(const QSize& size) const {
+    const int wanted = qMin(size.width(), size.height());
+    for (const int edge : sizes_) {
+        if (edge >= wanted)
+            return edge;
+    }
+    return sizes_.last();
+}
+
+QSize DrawnIcon::actualSize(const QSize& size, QIcon::Mode, QIcon::State) {
+    if (isNull() || size.isEmpty())
+        return {};
+    const int edge = qMin(Fitting(size), qMin(size.width(), size.height()));
+    return {edge, edge};
+}
+
+QPixmap DrawnIcon::pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) {
+    const QSize shown = actualSize(size, mode, state);
+    if (shown.isEmpty())
+        return {};
+    const QString file = FileOf(mode == QIcon::Selected ? selected_ : normal_, Fitting(size));
+    const qint64 greyOf = mode == QIcon::Disabled ? QApplication::palette().cacheKey() : 0;
+    const QString key = QStringLiteral("%1 %2 %3").arg(file).arg(shown.width()).arg(greyOf);
+    QPixmap picture;
+    if (QPixmapCache::find(key, &picture))
+        return picture;
+    picture.load(file);
+    if (picture.size() != shown)
+        picture = picture.scaled(shown, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    if (mode == QIcon::Disabled) {
+        QStyleOption option;
+        option.palette = QApplication::palette();
+        picture = QApplication::style()->generatedIconPixmap(mode, picture, &option);
+    }
+    QPixmapCache::insert(key, picture);
+    return picture;
+}
+
+void DrawnIcon::paint(QPainter* painter, const QRect& place, QIcon::Mode mode, QIcon::State state) {
+    const qreal ratio = painter->device()->devicePixelRatio();
+    QPixmap picture = pixmap(place.size() * ratio, mode, state);
+    picture.setDevicePixelRatio(ratio);
+    const QSize size = picture.deviceIndependentSize().toSize();
+    painter->drawPixmap(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size, place), picture);
+}
+
+QList<QSize> DrawnIcon::availableSizes(QIcon::Mode, QIcon::State) {
+    QList<QSize> sizes;
+    for (const int edge : std::as_const(sizes_))
+        sizes.append({edge, edge});
+    return sizes;
+}
+
+} // namespace app
