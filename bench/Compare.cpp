@@ -37,15 +37,15 @@ double Seconds(const Side& side, Clock clock) {
     return Now(clock) - start;
 }
 
+} // namespace
+
 double Median(std::vector<double> values) {
     const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
     std::nth_element(values.begin(), middle, values.end());
     return *middle;
 }
 
-} // namespace
-
-void Compare(const std::string& what, std::size_t bytes, const Side& ours, const Side& peer, Clock clock) {
+Times Measure(const Side& ours, const Side& peer, Clock clock) {
     Seconds(ours, clock);
     Seconds(peer, clock);
     std::vector<double> ourTimes;
@@ -54,8 +54,11 @@ void Compare(const std::string& what, std::size_t bytes, const Side& ours, const
         ourTimes.push_back(Seconds(ours, clock));
         peerTimes.push_back(Seconds(peer, clock));
     }
-    const double our = Median(ourTimes);
-    const double their = Median(peerTimes);
+    return {Median(ourTimes), Median(peerTimes)};
+}
+
+void Compare(const std::string& what, std::size_t bytes, const Side& ours, const Side& peer, Clock clock) {
+    const auto [our, their] = Measure(ours, peer, clock);
     const double megabytes = static_cast<double>(bytes) / 1e6;
     std::printf("%-24s %9.1f MB/s %-10s %9.1f MB/s %s\n", what.c_str(), megabytes / our, ours.name.c_str(),
                 megabytes / their, peer.name.c_str());

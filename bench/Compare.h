@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace bench {
 
@@ -17,6 +18,15 @@ struct Side {
 /// ran to their end. The latter is for sides of one thread each: it does not care what else the machine does.
 enum class Clock { kWall, kProcessor };
 
+/// Median seconds of both sides.
+struct Times {
+    double ours;
+    double peers;
+};
+
+/// Runs both sides in turn, as Compare does, and prints nothing.
+Times Measure(const Side& ours, const Side& peer, Clock clock);
+
 /// Runs both sides in turn, each at least nine times after a first run that does not count, and prints the
 /// speed of both at `bytes` per run, by their median times, and the line
 ///
@@ -26,6 +36,8 @@ enum class Clock { kWall, kProcessor };
 /// meets both.
 void Compare(const std::string& what, std::size_t bytes, const Side& ours, const Side& peer,
              Clock clock = Clock::kWall);
+
+double Median(std::vector<double> values);
 
 /// Ends the program when `good` is false: a wrong result has no speed.
 void Require(bool good, const std::string& what);

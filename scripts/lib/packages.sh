@@ -19,16 +19,17 @@ PACKAGES_test=("${PACKAGES_build[@]}" "${PACKAGES_archivers[@]}" unar git clang 
 PACKAGES_fuzz=(cmake ninja-build ccache binutils-mingw-w64-x86-64 clang libclang-rt-14-dev llvm python3 zip 7zip
     libmspack-dev libarchive-dev zlib1g-dev)
 
-# Our figures beside those of other unpackers.
-PACKAGES_bench=("${PACKAGES_build[@]}" "${PACKAGES_archivers[@]}" libdeflate-dev)
+# Our figures beside those of other unpackers, and of a file manager on a display of its own.
+PACKAGES_bench=("${PACKAGES_build[@]}" "${PACKAGES_archivers[@]}" libdeflate-dev pcmanfm xvfb openbox xdotool x11-utils
+    imagemagick dbus fonts-dejavu-core)
 
 # Running the program on the demo stick.
 PACKAGES_run=("${PACKAGES_build[@]}" "${PACKAGES_archivers[@]}" fonts-dejavu-core)
 
 # Driving the program on a display of its own: the server, a window manager, real input, the accessibility bus
-# that finds its controls, and screenshots.
+# that finds its controls, screenshots, and file managers to exchange files with.
 PACKAGES_tour=("${PACKAGES_run[@]}" xvfb openbox xdotool x11-utils imagemagick dbus at-spi2-core gir1.2-atspi-2.0
-    python3-gi)
+    python3-gi pcmanfm thunar)
 
 # is_installed PACKAGE
 is_installed() {
