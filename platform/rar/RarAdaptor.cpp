@@ -1,39 +1,15 @@
 #include "RarAdaptor.h"
 
+#include "RarOutput.h"
 #include "RarUnpacker.h"
 #include "RarVolumes.h"
 #include "RarWalk.h"
-#include "platform/OutputFolder.h"
 
 #include <new>
 
 namespace platform::rar {
 
 namespace {
-
-FileTraits TraitsOf(const EntryHeader& header) {
-    FileTraits traits;
-    traits.executable = header.executable;
-    if (header.lastWrite)
-        traits.times = FileTimes{*header.lastWrite, *header.lastWrite, *header.lastWrite};
-    return traits;
-}
-
-/// What the end of a file's writing answers.
-int CommitResult(const SystemError& error) {
-    switch (error.code) {
-    case 0:
-        return kRarSuccess;
-    case kErrorDiskFull:
-    case kErrorWriteFault:
-        return kRarWriteError;
-    case kErrorAccessDenied:
-    case kErrorWriteProtect:
-        return kRarCannotCreate; // a folder or a protected file has the name
-    default:
-        return kRarCannotClose;
-    }
-}
 
 class AdaptedArchive final : public RarArchive {
   public:
@@ -93,13 +69,12 @@ int AdaptedArchive::Process(int operation, const std::string& destName, OutputFo
         return operation == kRarTest ? kRarSuccess : kRarCannotCreate;
     if (operation == kRarTest)
         return Unpack(nullptr);
-    SystemError error;
-    const auto file =
-        folder ? folder->CreateFile(destName.substr(destName.find_last_of('\\') + 1), error) : nullptr;
+    const std::unique_ptr<OutputFile> file = BeginOutput(folder, destName);
     if (!file)
         return kRarCannotCreate;
     const int result = Unpack(file.get());
-    return result == kRarSuccess ? CommitResult(file->Commit(TraitsOf(entry_.header))) : result;
+    const EntryHeader& header = entry_.header;
+    return result == kRarSuccess ? CommitOutput(*file, header.lastWrite, header.executable) : result;
 }
 
 int AdaptedArchive::Unpack(OutputFile* file) {
