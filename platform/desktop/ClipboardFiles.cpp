@@ -1,10 +1,9 @@
 #include "platform/desktop/ClipboardFiles.h"
 
+#include "SystemShell.h"
 #include "platform/DropFiles.h"
 #include "platform/HostPath.h"
 
-#include <QClipboard>
-#include <QGuiApplication>
 #include <QMimeData>
 #include <QUrl>
 
@@ -18,20 +17,11 @@ constexpr char kUriList[] = "text/uri-list";
 constexpr char kGnomeList[] = "x-special/gnome-copied-files";
 constexpr char kKdeCut[] = "application/x-kde-cutselection";
 
-class DesktopClipboard : public ClipboardStore {
-  public:
-    bool Put(QMimeData* data) override {
-        QClipboard* clipboard = QGuiApplication::clipboard();
-        clipboard->setMimeData(data);
-        return clipboard->mimeData() != nullptr &&
-               clipboard->mimeData()->hasFormat(QLatin1String(kDropFilesMimeType));
-    }
+ClipboardStore* storeInUse = nullptr; ///< null: the system's
 
-    const QMimeData* Data() override { return QGuiApplication::clipboard()->mimeData(); }
-};
-
-DesktopClipboard desktopClipboard;
-ClipboardStore* storeInUse = &desktopClipboard;
+ClipboardStore& Store() {
+    return storeInUse == nullptr ? SystemClipboard() : *storeInUse;
+}
 
 /// The address of a file, byte for byte as the host names it.
 QByteArray UriOf(const std::string& path) {
@@ -66,7 +56,7 @@ bool Has(const QMimeData& data, const char* format) {
 } // namespace
 
 ClipboardStore* SetClipboardStore(ClipboardStore* store) {
-    return std::exchange(storeInUse, store ? store : &desktopClipboard);
+    return std::exchange(storeInUse, store);
 }
 
 bool ClipboardCopyFiles(const std::vector<std::string>& paths) {
@@ -75,11 +65,11 @@ bool ClipboardCopyFiles(const std::vector<std::string>& paths) {
     data->setData(QLatin1String(kUriList), Joined(paths, "", "\r\n"));
     data->setData(QLatin1String(kGnomeList), "copy" + Joined(paths, "\n", ""));
     data->setData(QLatin1String(kKdeCut), "0");
-    return storeInUse->Put(data);
+    return Store().Put(data);
 }
 
 std::vector<std::string> ClipboardGetFiles() {
-    const QMimeData* data = storeInUse->Data();
+    const QMimeData* data = Store().Data();
     if (data == nullptr)
         return {};
     if (Has(*data, kDropFilesMimeType)) {
@@ -94,7 +84,7 @@ std::vector<std::string> ClipboardGetFiles() {
 }
 
 bool ClipboardHoldsFiles() {
-    const QMimeData* data = storeInUse->Data();
+    const QMimeData* data = Store().Data();
     return data != nullptr &&
            (Has(*data, kDropFilesMimeType) || Has(*data, kUriList) || Has(*data, kGnomeList));
 }

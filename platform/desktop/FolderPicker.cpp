@@ -1,7 +1,7 @@
 #include "platform/desktop/FolderPicker.h"
 
+#include "SystemShell.h"
 #include "platform/Files.h"
-#include "platform/desktop/FolderPickerDialog.h"
 
 #include <utility>
 
@@ -11,8 +11,7 @@ namespace {
 class DesktopPicker : public FolderPicker {
   public:
     std::string Pick(const std::string& prompt, const std::string& start, QWidget* parent) override {
-        FolderPickerDialog dialog(prompt, start, parent);
-        return dialog.exec() == QDialog::Accepted ? dialog.Folder() : std::string();
+        return ShellPickFolder(prompt, start, parent);
     }
 };
 

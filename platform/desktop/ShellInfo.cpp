@@ -1,5 +1,6 @@
 #include "platform/desktop/ShellInfo.h"
 
+#include "SystemShell.h"
 #include "platform/Letters.h"
 
 #include <QApplication>
@@ -82,11 +83,12 @@ QMimeType TypeOf(const std::string& extension) {
 QIcon IconOfExtension(const std::string& extension) {
     if (const char* own = OwnIconName(extension))
         return Drawn(own, QStyle::SP_FileIcon);
+    if (const QIcon icon = ShellIcon(extension); !icon.isNull())
+        return icon;
     const QMimeType type = TypeOf(extension);
     if (extension.empty() || type.isDefault())
         return Drawn("file", QStyle::SP_FileIcon);
-    const QIcon themed = QIcon::fromTheme(type.iconName(), QIcon::fromTheme(type.genericIconName()));
-    return themed.isNull() ? Drawn(KindIconName(type), QStyle::SP_FileIcon) : themed;
+    return Drawn(KindIconName(type), QStyle::SP_FileIcon);
 }
 
 } // namespace
@@ -116,11 +118,8 @@ std::string FileTypeName(const std::string& extension) {
         return known->second;
     std::string name = "File";
     if (!key.empty()) {
-        const QMimeType type = TypeOf(key);
-        QString comment = type.isDefault() ? QString() : type.comment();
-        if (!comment.isEmpty())
-            name = comment.replace(0, 1, comment.at(0).toUpper()).toStdString();
-        else
+        name = ShellTypeName(key);
+        if (name.empty())
             name = ToUpper(key) + " File";
     }
     return names.emplace(std::move(key), std::move(name)).first->second;

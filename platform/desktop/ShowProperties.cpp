@@ -1,6 +1,6 @@
 #include "platform/desktop/ShowProperties.h"
 
-#include "FileManager.h"
+#include "SystemShell.h"
 #include "platform/Files.h"
 #include "platform/desktop/PropertiesWindow.h"
 
@@ -17,7 +17,7 @@ class DesktopViewer : public PropertiesViewer {
     int Show(const std::string& path, QWidget* ownerWindow) override {
         if (!GetFileAttributes(path))
             return kNotFound;
-        if (!FileManagerShowsProperties(path))
+        if (!ShellShowsProperties(path, ownerWindow))
             (new PropertiesWindow(path, ownerWindow))->show();
         return kShown;
     }

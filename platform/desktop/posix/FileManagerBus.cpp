@@ -1,4 +1,4 @@
-#include "FileManager.h"
+#include "SystemShell.h"
 #include "platform/HostPath.h"
 
 #include <QDBusConnection>
@@ -22,7 +22,7 @@ bool IsThere(const QDBusConnection& bus) {
 
 } // namespace
 
-bool FileManagerShowsProperties(const std::string& path) {
+bool ShellShowsProperties(const std::string& path, QWidget*) {
     const QDBusConnection bus = QDBusConnection::sessionBus();
     if (!IsThere(bus))
         return false;

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/desktop/ClipboardFiles.h"
+
+#include <QIcon>
+
+#include <string>
+
+class QWidget;
+
+namespace platform {
+
+// What the system's own shell does behind the services of this folder: one implementation for the free
+// desktops, one for Windows.
+
+/// Starts the program for a document, or for a page at a web address; see DocumentOpener::Open.
+int ShellOpen(const std::string& file, const std::string& parameters, const std::string& verb);
+
+/// Has the system's file manager show the properties of what is at `path`. False when there is none, or it
+/// does not answer.
+bool ShellShowsProperties(const std::string& path, QWidget* ownerWindow);
+
+/// Asks for a folder; see FolderPicker::Pick.
+std::string ShellPickFolder(const std::string& prompt, const std::string& start, QWidget* parent);
+
+/// The system's clipboard.
+ClipboardStore& SystemClipboard();
+
+/// The system's icon for files of an extension (lower case, without its dot); null when it has none.
+QIcon ShellIcon(const std::string& extension);
+
+/// The system's description of such files; empty when it has none.
+std::string ShellTypeName(const std::string& extension);
+
+} // namespace platform
