@@ -92,8 +92,9 @@ PropertiesWindow::PropertiesWindow(const std::string& path, QWidget* parent)
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     column->setSpacing(kMargin);
-    AddHeading(QString::fromStdString(name), isFolder);
-    AddRow(kTypeText, isFolder ? Text(kFolderType) : QString::fromStdString(TypeTextOf(name)), "type");
+    const QString type = isFolder ? Text(kFolderType) : QString::fromStdString(TypeTextOf(name));
+    AddHeading(QString::fromStdString(name), FileIcon(path_, isFolder), type);
+    AddRow(kTypeText, type, "type");
     if (!isRoot)
         AddRow(kLocationText, QString::fromStdString(std::string(FolderOf(path_))), "location");
     size_ = AddRow(kSizeText, {}, "size");
@@ -116,9 +117,10 @@ PropertiesWindow::PropertiesWindow(const std::string& path, QWidget* parent)
     CountMore();
 }
 
-void PropertiesWindow::AddHeading(const QString& name, bool isFolder) {
-    auto* icon = new QLabel(this);
-    icon->setPixmap(FileIcon(path_, isFolder).pixmap(QSize(kIconSize, kIconSize), devicePixelRatioF()));
+void PropertiesWindow::AddHeading(const QString& name, const QIcon& icon, const QString& type) {
+    auto* picture = new QLabel(this);
+    picture->setPixmap(icon.pixmap(QSize(kIconSize, kIconSize), devicePixelRatioF()));
+    picture->setAccessibleName(type);
     auto* title = new QLabel(name, this);
     title->setObjectName(QStringLiteral("name"));
     title->setTextFormat(Qt::PlainText);
@@ -128,7 +130,7 @@ void PropertiesWindow::AddHeading(const QString& name, bool isFolder) {
     title->setFont(font);
     auto* heading = new QHBoxLayout;
     heading->setSpacing(kMargin);
-    heading->addWidget(icon);
+    heading->addWidget(picture);
     heading->addWidget(title, 1);
     static_cast<QVBoxLayout*>(layout())->addLayout(heading);
     auto* line = new QFrame(this);

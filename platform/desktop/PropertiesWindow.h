@@ -20,7 +20,7 @@ class PropertiesWindow : public QDialog {
 
   private:
     QLabel* AddRow(std::uint32_t captionId, const QString& value, const char* name);
-    void AddHeading(const QString& name, bool isFolder);
+    void AddHeading(const QString& name, const QIcon& icon, const QString& type);
     void AddDriveSpace();
     void CountMore();
     void ShowCounts(bool isComplete);

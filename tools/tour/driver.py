@@ -17,6 +17,9 @@ from gi.repository import Atspi, GLib  # noqa: E402
 
 PATIENCE = 30.0
 
+# What only holds or parts other controls, or shows what another one is.
+NAMELESS = {"filler", "panel", "separator", "scroll bar", "scroll pane", "layered pane", "viewport", "splitter", "menu bar", "frame"}
+
 
 class Failure(Exception):
     """A check that did not hold, or something that did not come in time."""
@@ -118,6 +121,15 @@ class Node:
     def get(self, role=None, name=None):
         """As find, but waits for it."""
         return wait_for(f"{role or 'a control'} {name or ''!r}", lambda: self.find(role, name))
+
+    def unnamed(self):
+        """What a screen reader could only call by its kind: controls below, itself included, that bear no name."""
+        found = [] if self.name or self.role in NAMELESS or not self.has("showing") else [self.role]
+        if self.role in ("table", "tree", "tree table"):  # the rows are their own texts
+            return found
+        for child in self.children:
+            found += child.unnamed()
+        return found
 
     def texts(self):
         """All that can be read below: names of labels and buttons."""
@@ -293,9 +305,14 @@ class Report:
         return self.folder / f"{self.pictures:02}-{name}.png"
 
     def picture(self, program, name, windows=None):
+        """A picture of the windows that stand there, which are also looked through for controls without a name."""
         path = self.next_picture(name)
-        screenshot(path, windows or program.windows())
+        windows = windows or program.windows()
+        screenshot(path, windows)
         print(f"  picture {path.name}", flush=True)
+        nameless = [window.role for window in windows if not window.name]
+        nameless += [role for window in windows for child in window.children for role in child.unnamed()]
+        self.equal(nameless, [], "every control in it has a name")
         return path
 
     def close(self):
