@@ -1,11 +1,17 @@
-// The two passes of an extraction.
+// The passes over an archive: test, extract, compare.
 
 #include "Mod_ShowDirs.h"
 #include "RarMessages.h"
 #include "archive/OutputPathRule.h"
 #include "archive/basUnrar.h"
+#include "platform/FileReader.h"
 #include "platform/Files.h"
 #include "platform/Letters.h"
+
+#include <algorithm>
+#include <memory>
+#include <span>
+#include <vector>
 
 namespace archive {
 
@@ -20,18 +26,23 @@ class RarExtraction {
         : destination_(destination), path_(path), password_(password), observer_(observer), filter_(filter),
           folders_(destination) {}
 
-    RarOutcome Run() {
+    RarOutcome Extract() {
         const bool done = Pass(RarPass::kTest) && Pass(RarPass::kExtract);
         messages_.Finish();
         outcome_.complete = done && failures_ == 0;
         return outcome_;
     }
 
+    bool Compare() { return Pass(RarPass::kCompare) && failures_ == 0; }
+
   private:
     bool Pass(RarPass pass);
     bool DoEntry(RarPass pass, platform::RarArchive& archive, std::int32_t entry);
-    int Extract(platform::RarArchive& archive);
-    bool Check(int code);
+    int Process(RarPass pass, platform::RarArchive& archive);
+    int ExtractEntry(platform::RarArchive& archive);
+    int CompareEntry(platform::RarArchive& archive);
+    bool IsInFile(std::span<const std::uint8_t> piece, std::uint64_t offset);
+    bool Check(RarPass pass, int code);
 
     std::string destination_;
     std::string path_;
@@ -41,14 +52,17 @@ class RarExtraction {
     OpenFolders folders_;
     RepeatedMessages messages_;
     platform::RARHeaderData header_;
+    std::unique_ptr<platform::FileReader> file_; // that the entry in hand is compared with
+    std::vector<std::uint8_t> buffer_;
     RarOutcome outcome_;
     int failures_ = 0;
 };
 
-/// Notes and reports a result that is none of success; whether to go on.
-bool RarExtraction::Check(int code) {
-    failures_ += code != kRarSuccess && code != platform::kRarEndOfArchive;
-    return ReportRarResult(messages_, code, header_);
+/// Notes and reports a result that is none of success; whether to go on. A comparison ends with the first.
+bool RarExtraction::Check(RarPass pass, int code) {
+    const bool failed = code != kRarSuccess && code != platform::kRarEndOfArchive;
+    failures_ += failed;
+    return pass == RarPass::kCompare ? !failed : ReportRarResult(messages_, code, header_);
 }
 
 /// Whether the extraction goes on.
@@ -58,7 +72,7 @@ bool RarExtraction::Pass(RarPass pass) {
     platform::RAROpenArchiveData data{.ArcName = path_, .OpenMode = mode};
     const auto archive = platform::TheRarLibrary().RAROpenArchive(data);
     if (!archive) {
-        Check(data.OpenResult);
+        Check(pass, data.OpenResult);
         return false;
     }
     if (!password_.empty())
@@ -70,40 +84,46 @@ bool RarExtraction::Pass(RarPass pass) {
         header_ = {.ArcName = path_};
         result = archive->RARReadHeader(header_);
     }
-    return Check(result) && Check(archive->RARCloseArchive());
+    return Check(pass, result) && Check(pass, archive->RARCloseArchive());
 }
 
 bool RarExtraction::DoEntry(RarPass pass, platform::RarArchive& archive, std::int32_t entry) {
     if (filter_ && !filter_(entry, header_.FileName)) {
         const int skipped = archive.RARProcessFile(platform::kRarSkip, "", "", nullptr);
-        return pass == RarPass::kTest || Check(skipped);
+        return pass == RarPass::kTest || Check(pass, skipped);
     }
     const std::string name = platform::ToLower(header_.FileName);
     observer_.EntryBegins(pass, pass == RarPass::kTest ? "testing -" + name : name);
     std::uint64_t done = 0;
     archive.RARSetCallback([&, size = header_.UnpSize](std::span<const std::uint8_t> piece) {
+        if (file_ && !IsInFile(piece, done))
+            return false;
         done += piece.size();
         outcome_.stopped = outcome_.stopped || !observer_.EntryProgress(done, size);
         return !outcome_.stopped;
     });
-    int result = kRarSuccess;
-    if (pass == RarPass::kTest)
-        archive.RARProcessFile(platform::kRarTest, destination_, destination_ + header_.FileName, nullptr);
-    else
-        result = Extract(archive);
+    const int result = Process(pass, archive);
     archive.RARSetCallback({});
     if (outcome_.stopped)
         return false;
-    if (pass == RarPass::kExtract)
-        outcome_.written += result == kRarSuccess;
-    if (!Check(result))
+    outcome_.written += pass == RarPass::kExtract && result == kRarSuccess;
+    // The test pass tells nothing of a single entry.
+    if (pass != RarPass::kTest && !Check(pass, result))
         return false;
     outcome_.stopped = !observer_.EntryDone(pass);
     return !outcome_.stopped;
 }
 
+int RarExtraction::Process(RarPass pass, platform::RarArchive& archive) {
+    if (pass == RarPass::kExtract)
+        return ExtractEntry(archive);
+    if (pass == RarPass::kCompare)
+        return CompareEntry(archive);
+    return archive.RARProcessFile(platform::kRarTest, destination_, destination_ + header_.FileName, nullptr);
+}
+
 /// Answers the library's code, or the one for a file that cannot be created where the target refuses it.
-int RarExtraction::Extract(platform::RarArchive& archive) {
+int RarExtraction::ExtractEntry(platform::RarArchive& archive) {
     std::string target = destination_ + header_.FileName;
     if (header_.IsFolder && !target.ends_with('\\'))
         target += '\\';
@@ -121,6 +141,29 @@ int RarExtraction::Extract(platform::RarArchive& archive) {
     return folder ? skipped : platform::kRarCannotCreate;
 }
 
+/// Answers kRarBadData where the file or folder is missing or differs.
+int RarExtraction::CompareEntry(platform::RarArchive& archive) {
+    const std::string target = destination_ + header_.FileName;
+    if (!StaysInTarget(header_.FileName))
+        return platform::kRarBadData;
+    if (header_.IsFolder) {
+        const int skipped = archive.RARProcessFile(platform::kRarSkip, "", "", nullptr);
+        return platform::FolderExists(target) ? skipped : platform::kRarBadData;
+    }
+    platform::SystemError error;
+    file_ = platform::FileReader::Open(target, error);
+    if (!file_ || file_->Size() != header_.UnpSize)
+        return platform::kRarBadData;
+    const int result = archive.RARProcessFile(platform::kRarTest, destination_, target, nullptr);
+    file_.reset();
+    return result;
+}
+
+bool RarExtraction::IsInFile(std::span<const std::uint8_t> piece, std::uint64_t offset) {
+    buffer_.resize(piece.size());
+    return file_->ReadAt(offset, buffer_) == piece.size() && std::ranges::equal(buffer_, piece);
+}
+
 } // namespace
 
 RarOutcome ExtractRarArchive(const std::string& destination, const std::string& path,
@@ -130,7 +173,12 @@ RarOutcome ExtractRarArchive(const std::string& destination, const std::string& 
         ShowArchiveGone(path);
         return {};
     }
-    return RarExtraction(destination, path, password, observer, filter).Run();
+    return RarExtraction(destination, path, password, observer, filter).Extract();
+}
+
+bool CompareRarArchive(const std::string& destination, const std::string& path, const std::string& password,
+                       RarExtractionObserver& observer, const RarFilter& filter) {
+    return RarExtraction(destination, path, password, observer, filter).Compare();
 }
 
 } // namespace archive

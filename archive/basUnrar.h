@@ -28,8 +28,8 @@ class RarListObserver {
     virtual void RarFileFound(const RarFile& file) = 0;
 };
 
-/// An extraction goes over the archive twice.
-enum class RarPass { kTest, kExtract };
+/// An extraction goes over the archive twice, a comparison once.
+enum class RarPass { kTest, kExtract, kCompare };
 
 /// Told of the progress of an extraction. The RAR dialog stands behind it.
 class RarExtractionObserver {
@@ -85,6 +85,11 @@ RarListing ListRarArchive(const std::string& path, const std::string& password, 
 RarOutcome ExtractRarArchive(const std::string& destination, const std::string& path,
                              const std::string& password, RarExtractionObserver& observer,
                              const RarFilter& filter = {});
+
+/// Unpacks the wanted entries once more and compares them with what lies in `destination`: whether all are
+/// there, whole and unchanged. An archive may be deleted only after that. Shows nothing.
+bool CompareRarArchive(const std::string& destination, const std::string& path, const std::string& password,
+                       RarExtractionObserver& observer, const RarFilter& filter = {});
 
 /// Shows the message for a failure code of the library (title text 300), with names from the header record
 /// where it names them. Answers whether to go on.
