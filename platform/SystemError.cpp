@@ -50,6 +50,8 @@ std::string SystemError::Description() const {
         return "The file is not a valid library.";
     case kErrorNameTooLong:
         return "The file name or extension is too long.";
+    case kErrorFileTooLarge:
+        return "The file is larger than the file system allows.";
     case kErrorFolderInvalid:
         return "The folder name is not valid.";
     default:

@@ -41,6 +41,7 @@ inline constexpr std::uint32_t kErrorBadPathName = 161;
 inline constexpr std::uint32_t kErrorAlreadyExists = 183;
 inline constexpr std::uint32_t kErrorBadExeFormat = 193;
 inline constexpr std::uint32_t kErrorNameTooLong = 206;
+inline constexpr std::uint32_t kErrorFileTooLarge = 223;
 inline constexpr std::uint32_t kErrorFolderInvalid = 267;
 
 } // namespace platform

@@ -23,8 +23,9 @@ SystemError ErrorFromErrno(int number, Access access) {
         return {kErrorWriteProtect};
     case ENOSPC:
     case EDQUOT:
-    case EFBIG:
         return {kErrorDiskFull};
+    case EFBIG:
+        return {kErrorFileTooLarge};
     case EEXIST:
         return {kErrorAlreadyExists};
     case ENOTEMPTY:

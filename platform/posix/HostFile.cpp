@@ -51,7 +51,8 @@ HostFile OpenForReading(const std::string& hostPath, struct stat& status, System
     // Not blocking, so that a pipe without a writer is refused instead of waited for.
     HostFile file(::open(hostPath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (!file.IsOpen()) {
-        error = ErrorForPath(errno, hostPath);
+        // What has no device behind it is a socket: the medium itself is well.
+        error = errno == ENXIO ? SystemError{kErrorAccessDenied} : ErrorForPath(errno, hostPath);
         return {};
     }
     if (::fstat(file.Descriptor(), &status) != 0 || !S_ISREG(status.st_mode)) {

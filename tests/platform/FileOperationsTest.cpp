@@ -2,13 +2,20 @@
 
 #include "platform/FileName.h"
 #include "platform/TreeSize.h"
+#include "support/SmallDisk.h"
 #include "support/TestDir.h"
 
+#include <algorithm>
 #include <chrono>
+#include <csignal>
+#include <fcntl.h>
 #include <functional>
 #include <gtest/gtest.h>
 #include <map>
+#include <sys/resource.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 namespace {
@@ -173,18 +180,109 @@ TEST_F(FileOperations, CopyStoppedHalfWayLeavesEveryFileWhole) {
     EXPECT_TRUE(IsClean("to"));
 }
 
-TEST_F(FileOperations, CopyGoesOnPastWhatFails) {
+TEST_F(FileOperations, CopyGoesOnPastWhatIsNoFile) {
     dir_.MakeFile("from/a", "a");
     dir_.MakeFile("from/z", "z");
     ASSERT_EQ(::mkfifo(dir_.Host("from/pipe").c_str(), 0600), 0);
+    fs::create_symlink("/dev/zero", dir_.Host("from/device"));
+    const int socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    sockaddr_un address{AF_UNIX, {}};
+    dir_.Host("from/socket").string().copy(address.sun_path, sizeof(address.sun_path) - 1);
+    ASSERT_EQ(::bind(socket, reinterpret_cast<const sockaddr*>(&address), sizeof(address)), 0);
     dir_.MakeFolder("to");
     EXPECT_EQ(Copy("from", "to"), FileOutcome::kFailed);
-    EXPECT_EQ(watcher_.failures, (Failures{{"E:\\from\\pipe", platform::kErrorAccessDenied}}));
+    ::close(socket);
+    std::ranges::sort(watcher_.failures);
+    EXPECT_EQ(watcher_.failures, (Failures{{"E:\\from\\device", platform::kErrorAccessDenied},
+                                           {"E:\\from\\pipe", platform::kErrorAccessDenied},
+                                           {"E:\\from\\socket", platform::kErrorAccessDenied}}));
     EXPECT_EQ(dir_.Read("to/from/a"), "a");
     EXPECT_EQ(dir_.Read("to/from/z"), "z");
+    EXPECT_EQ(dir_.Count("to/from"), 2U);
     EXPECT_EQ(Copy("gone", "to"), FileOutcome::kFailed);
     EXPECT_EQ(watcher_.failures, (Failures{{"E:\\gone", platform::kErrorFileNotFound}}));
     EXPECT_EQ(Copy("from/a", "nowhere"), FileOutcome::kFailed);
+}
+
+TEST_F(FileOperations, CopyEndsWhereItsMediumDoes) {
+    dir_.MakeFolder("disk");
+    const std::string content(20'000, 'c');
+    for (const char* name : {"1", "2", "3", "4", "5", "6"})
+        dir_.MakeFile("from/" + std::string(name), content);
+    // What is there afterwards is whole, and nothing but the copies.
+    const auto wholeFiles = [&](const std::string& folder) {
+        std::size_t files = 0;
+        for (const auto& entry : fs::directory_iterator(dir_.Host(folder)))
+            files += dir_.Read(folder + "/" + entry.path().filename().string()) == content ? 1U : 100U;
+        return files;
+    };
+    {
+        const tests::SmallDisk disk(dir_.Host("disk"));
+        if (!disk.IsMounted())
+            GTEST_SKIP() << "mounting is not permitted here";
+        EXPECT_EQ(Copy("from", "disk"), FileOutcome::kFailed);
+        ASSERT_EQ(watcher_.failures.size(), 1U) << "the rest is not tried";
+        EXPECT_EQ(watcher_.failures[0].second, platform::kErrorDiskFull);
+        EXPECT_EQ(wholeFiles("disk/from"), 3U);
+        ASSERT_TRUE(disk.Protect());
+        for (const FileOutcome outcome : {Copy("from/1", "disk"), Delete("disk/from")}) {
+            EXPECT_EQ(outcome, FileOutcome::kFailed);
+            EXPECT_EQ(watcher_.failures[0].second, platform::kErrorWriteProtect);
+        }
+        EXPECT_EQ(wholeFiles("disk/from"), 3U);
+    }
+    tests::SmallDisk disk(dir_.Host("disk"), 1U << 20);
+    dir_.MakeFolder("to");
+    ASSERT_EQ(Copy("from", "disk"), FileOutcome::kDone);
+    watcher_ = {};
+    watcher_.goOn = [&](const std::string&) {
+        if (watcher_.entries == 2 && disk.IsMounted())
+            disk.PullOut();
+        return true;
+    };
+    EXPECT_EQ(platform::CopyTree("E:\\disk\\from", "E:\\to", watcher_), FileOutcome::kFailed);
+    EXPECT_EQ(watcher_.failures.size(), 4U);
+    EXPECT_EQ(wholeFiles("to/from"), 2U);
+    EXPECT_EQ(wholeFiles("from"), 6U);
+}
+
+TEST_F(FileOperations, AFileTooLargeForItsMediumKeepsNoOtherBack) {
+    dir_.MakeFile("from/large", std::string(300'000, 'l'));
+    for (const char* name : {"from/1", "from/2", "from/3"})
+        dir_.MakeFile(name, "small");
+    dir_.MakeFolder("to");
+    rlimit before{};
+    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
+    const rlimit small{100'000, before.rlim_max};
+    const auto signal = std::signal(SIGXFSZ, SIG_IGN);
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
+    const FileOutcome outcome = Copy("from", "to");
+    ::setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, signal);
+    EXPECT_EQ(outcome, FileOutcome::kFailed);
+    EXPECT_EQ(watcher_.failures, (Failures{{"E:\\from\\large", platform::kErrorFileTooLarge}}));
+    EXPECT_EQ(dir_.Count("to/from"), 3U);
+}
+
+TEST_F(FileOperations, PathsLongerThanTheSystemTakes) {
+    const std::string name(250, 'd');
+    dir_.MakeFolder("from");
+    dir_.MakeFolder("to");
+    int folder = ::open(dir_.Host("from").c_str(), O_RDONLY | O_DIRECTORY);
+    for (int depth = 0; depth < 20; ++depth) {
+        ASSERT_EQ(::mkdirat(folder, name.c_str(), 0700), 0);
+        const int inner = ::openat(folder, name.c_str(), O_RDONLY | O_DIRECTORY);
+        ::close(folder);
+        folder = inner;
+    }
+    ::close(folder);
+    EXPECT_EQ(Copy("from", "to"), FileOutcome::kFailed);
+    ASSERT_EQ(watcher_.failures.size(), 1U);
+    EXPECT_EQ(watcher_.failures[0].second, platform::kErrorNameTooLong);
+    for (const char* tree : {"to", "from"}) {
+        EXPECT_EQ(Delete(tree), FileOutcome::kDone);
+        EXPECT_FALSE(Exists(tree));
+    }
 }
 
 TEST_F(FileOperations, CopyKeepsNamesThatAreNoText) {

@@ -32,6 +32,12 @@ class SmallDisk {
         return ::mount("none", folder_.c_str(), "", MS_REMOUNT | MS_RDONLY, nullptr) == 0;
     }
 
+    /// Takes the medium away, whatever is being done on it.
+    void PullOut() {
+        ::umount2(folder_.c_str(), MNT_DETACH);
+        isMounted_ = false;
+    }
+
   private:
     std::filesystem::path folder_;
     bool isMounted_ = false;

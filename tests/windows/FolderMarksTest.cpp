@@ -53,9 +53,29 @@ TEST_F(Marks, WhatFollowsTheLastLineEndIsNoMarkUntilALineIsAdded) {
     EXPECT_EQ(Content(), "\\one\r\n\\two\r\n\\three\r\n");
 }
 
-TEST_F(Marks, AListThatCannotBeReadIsNotReplaced) {
+TEST_F(Marks, ALongListAndRubbishInItAreKept) {
+    std::string list = "\\Docs\r\n\n\r\n" + std::string(3000, '\xFF') + std::string(3, '\0') + "\r\n";
+    for (int number = 0; list.size() < 10'000'000; ++number)
+        list += "\\Folder " + std::to_string(number) + "\r\n";
+    dir_.MakeFile("tree.dat", list);
+    EXPECT_TRUE(marks_.IsMarked("E:\\docs"));
+    EXPECT_TRUE(marks_.IsMarked("E:\\FOLDER 400000"));
+    marks_.AddMark("\\New");
+    EXPECT_EQ(Content(), list + "\\New\r\n");
+    marks_.RemoveMark("\\DOCS");
+    EXPECT_EQ(Content(), list.substr(7) + "\\New\r\n");
+}
+
+TEST_F(Marks, AListThatCannotBeReadOrWrittenIsNotReplaced) {
+    dir_.MakeFile("tree.dat", "\\one\r\n");
+    std::filesystem::permissions(dir_.Host("tree.dat"), std::filesystem::perms::owner_read);
+    marks_.AddMark("\\two");
+    marks_.RemoveMark("\\one");
+    EXPECT_EQ(Content(), "\\one\r\n");
+    std::filesystem::remove(dir_.Host("tree.dat"));
     dir_.MakeFolder("tree.dat");
     marks_.AddMark("\\Docs");
     EXPECT_TRUE(std::filesystem::is_directory(dir_.Host("tree.dat")));
     EXPECT_FALSE(marks_.IsMarked("E:\\Docs"));
+    EXPECT_EQ(dir_.Count(), 1U);
 }
