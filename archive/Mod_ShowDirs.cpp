@@ -1,12 +1,16 @@
 #include "Mod_ShowDirs.h"
 
+#include "platform/Letters.h"
+
+#include <iterator>
+
 namespace archive {
 
 namespace {
 
 constexpr std::uint32_t kTextNoFolder = 542;
 constexpr std::uint32_t kTitleNoFolder = 305;
-constexpr std::size_t kMostOpen = 32;
+constexpr std::size_t kMostOpen = 128;
 constexpr std::string_view kSeparators = "\\/";
 constexpr std::size_t kRootLength = 3; // of "C:\"
 
@@ -41,42 +45,72 @@ platform::OutputFolder* OpenFolders::Open(std::string_view path, std::string_vie
 }
 
 platform::OutputFolder* OpenFolders::Walk(std::string_view path, std::string_view madeAs) {
-    if (levels_.empty() && !OpenTarget(madeAs))
+    if (!base_ && !OpenTarget(madeAs))
         return nullptr;
     for (std::string_view rest = target_; !rest.empty(); TakeName(rest))
         TakeName(madeAs);
     path.remove_prefix(target_.size());
-    if (OpenInOneStep(path))
-        return direct_.get();
-    std::size_t depth = 1;
-    while (!path.empty()) {
-        const std::string_view name = TakeName(path);
-        const std::string_view nameWhenMade = TakeName(madeAs);
-        if (name == ".")
-            continue;
-        if (depth == levels_.size() || levels_[depth].name != name)
-            if (!Push(depth, name, nameWhenMade))
-                return nullptr;
-        ++depth;
+    SplitPath(path, madeAs);
+
+    std::size_t depth = steps_.size();
+    platform::OutputFolder* folder = nullptr;
+    while (depth > 0 && !(folder = FindKept(steps_[depth - 1])))
+        --depth;
+    if (!folder)
+        folder = base_.get();
+    if (steps_.size() - depth >= 2) {
+        const std::string_view rest = path.substr(depth == 0 ? 0 : steps_[depth - 1].path.size());
+        if (auto direct = folder->OpenExact(rest))
+            return Keep(steps_.back(), std::move(direct));
     }
-    return Reopen(depth - 1);
+    for (; folder && depth < steps_.size(); ++depth) {
+        platform::SystemError error;
+        auto below = folder->OpenOrCreate(steps_[depth].name, steps_[depth].nameWhenMade, error);
+        folder = below ? Keep(steps_[depth], std::move(below)) : nullptr;
+    }
+    return folder;
 }
 
-/// Opens a folder of which two levels or more are not open, if it exists under exactly this name.
-bool OpenFolders::OpenInOneStep(std::string_view path) {
-    direct_.reset();
-    std::string_view missing = path;
-    for (std::size_t depth = 1; depth < levels_.size() && !missing.empty(); ++depth) {
-        std::string_view rest = missing;
-        if (TakeName(rest) != levels_[depth].name)
-            break;
-        missing = rest;
+/// `path` and `madeAs` start at the target.
+void OpenFolders::SplitPath(std::string_view path, std::string_view madeAs) {
+    steps_.clear();
+    key_.clear();
+    for (std::string_view rest = path; !rest.empty();) {
+        Step step{TakeName(rest), TakeName(madeAs), path.substr(0, path.size() - rest.size()), 0};
+        if (step.name == ".")
+            continue;
+        key_ += platform::ToUpper(step.name) + '\\';
+        step.keyEnd = key_.size();
+        steps_.push_back(step);
     }
-    TakeName(missing);
-    if (missing.empty())
-        return false;
-    direct_ = levels_[0].folder->OpenExact(path);
-    return direct_ != nullptr;
+}
+
+/// A folder that is open under another letter case is closed instead: on some systems it is another one, and
+/// on others two that are open would not know what was made in each.
+platform::OutputFolder* OpenFolders::FindKept(const Step& step) {
+    const auto found = byKey_.find(std::string_view(key_).substr(0, step.keyEnd));
+    if (found == byKey_.end())
+        return nullptr;
+    const auto kept = found->second;
+    if (kept->path != step.path) {
+        Drop(kept);
+        return nullptr;
+    }
+    kept_.splice(kept_.begin(), kept_, kept);
+    return kept->folder.get();
+}
+
+platform::OutputFolder* OpenFolders::Keep(const Step& step, std::unique_ptr<platform::OutputFolder> folder) {
+    if (kept_.size() == kMostOpen)
+        Drop(std::prev(kept_.end())); // never the one above this, which was used just now
+    kept_.push_front({key_.substr(0, step.keyEnd), std::string(step.path), std::move(folder)});
+    byKey_.emplace(kept_.front().key, kept_.begin());
+    return kept_.front().folder.get();
+}
+
+void OpenFolders::Drop(KeptList::iterator kept) {
+    byKey_.erase(kept->key);
+    kept_.erase(kept);
 }
 
 /// Opens the target; when it is missing, the nearest folder above it that exists, and makes the rest.
@@ -101,42 +135,7 @@ bool OpenFolders::OpenTarget(std::string_view madeAs) {
     }
     if (!folder)
         return false;
-    levels_.push_back({{}, std::move(folder)});
-    return true;
-}
-
-/// The folder of a level, opened again when it was closed; deeper levels are given up then.
-platform::OutputFolder* OpenFolders::Reopen(std::size_t level) {
-    if (levels_[level].folder)
-        return levels_[level].folder.get();
-    std::size_t from = level;
-    while (!levels_[from].folder)
-        --from;
-    platform::OutputFolder* parent = levels_[from].folder.get();
-    std::unique_ptr<platform::OutputFolder> opened;
-    while (parent && from != level) {
-        const std::string& name = levels_[++from].name;
-        platform::SystemError error;
-        opened = parent->OpenOrCreate(name, name, error);
-        parent = opened.get();
-    }
-    levels_.resize(level + 1);
-    levels_[level].folder = std::move(opened);
-    return levels_[level].folder.get();
-}
-
-bool OpenFolders::Push(std::size_t level, std::string_view name, std::string_view nameWhenMade) {
-    levels_.resize(level);
-    platform::OutputFolder* parent = Reopen(level - 1);
-    if (!parent)
-        return false;
-    platform::SystemError error;
-    auto folder = parent->OpenOrCreate(name, nameWhenMade, error);
-    if (!folder)
-        return false;
-    levels_.push_back({std::string(name), std::move(folder)});
-    if (level > kMostOpen)
-        levels_[level - kMostOpen].folder.reset(); // never the target
+    base_ = std::move(folder);
     return true;
 }
 

@@ -4,15 +4,17 @@
 #include "platform/OutputFolder.h"
 
 #include <cstddef>
+#include <list>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace archive {
 
-/// The folders of one extraction: the target and those on the way to the last one used stay open, so that
-/// entries that stand together are written without walking their path again.
+/// The folders of one extraction: the target and those used last stay open, so that entries are written
+/// without walking their paths again and a folder is not listed for each that is made in it, in any order.
 class OpenFolders {
   public:
     /// `target` is a path with a drive letter and a last separator; `messages` outlives this. Without them no
@@ -33,21 +35,37 @@ class OpenFolders {
     platform::OutputFolder* CreateFolderPath(std::string_view path, std::string_view madeAs);
 
   private:
-    struct Level {
-        std::string name;
-        std::unique_ptr<platform::OutputFolder> folder; // null: closed to keep few open
+    /// A folder below the target that is kept open.
+    struct Kept {
+        std::string key;  ///< its path in upper case; no two are the same
+        std::string path; ///< as it was asked for
+        std::unique_ptr<platform::OutputFolder> folder;
     };
 
-    bool OpenInOneStep(std::string_view path);
-    platform::OutputFolder* Walk(std::string_view path, std::string_view madeAs);
+    /// One step on the way from the target to a folder.
+    struct Step {
+        std::string_view name;
+        std::string_view nameWhenMade;
+        std::string_view path; ///< from the target to here
+        std::size_t keyEnd;    ///< of the part of `key_` that stands for it
+    };
+
+    using KeptList = std::list<Kept>;
+
     bool OpenTarget(std::string_view madeAs);
-    platform::OutputFolder* Reopen(std::size_t level);
-    bool Push(std::size_t level, std::string_view name, std::string_view nameWhenMade);
+    platform::OutputFolder* Walk(std::string_view path, std::string_view madeAs);
+    void SplitPath(std::string_view path, std::string_view madeAs);
+    platform::OutputFolder* FindKept(const Step& step);
+    platform::OutputFolder* Keep(const Step& step, std::unique_ptr<platform::OutputFolder> folder);
+    void Drop(KeptList::iterator kept);
 
     std::string target_;
     RepeatedMessages* messages_;
-    std::vector<Level> levels_;                      // the target first
-    std::unique_ptr<platform::OutputFolder> direct_; // opened without its levels
+    std::unique_ptr<platform::OutputFolder> base_; ///< the target
+    KeptList kept_;                                ///< the one used last comes first
+    std::unordered_map<std::string_view, KeptList::iterator> byKey_;
+    std::vector<Step> steps_; ///< of the path that is being walked
+    std::string key_;
     std::string lastPath_;
     platform::OutputFolder* last_ = nullptr;
 };

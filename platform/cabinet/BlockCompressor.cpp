@@ -11,10 +11,10 @@ namespace {
 
 constexpr int kLevel = 5; // quicker than the usual; history gains more than it costs
 /// How hard matches are looked for: the gain of each further step is small beside its time.
-constexpr int kGoodLength = 8;
-constexpr int kLazyLength = 16;
+constexpr int kGoodLength = 4;
+constexpr int kLazyLength = 8;
 constexpr int kNiceLength = 16;
-constexpr int kLongestChain = 24;
+constexpr int kLongestChain = 12;
 constexpr int kRawDeflate = -15;
 constexpr int kMemoryLevel = 8;
 

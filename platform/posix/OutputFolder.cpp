@@ -123,8 +123,10 @@ std::unique_ptr<OutputFolder> HostFolder::OpenOrCreate(std::string_view name, st
     HostFile below = OpenBelow(HostNameOf(name));
     if (!below.IsOpen() && errno == ENOENT) {
         // Only now does the letter case matter.
-        const std::string found = listing_.Find(folder_, name);
-        below = OpenBelow(found.empty() ? HostNameOf(name) : found);
+        if (const std::string found = listing_.Find(folder_, name); !found.empty())
+            below = OpenBelow(found);
+        else
+            errno = ENOENT;
     }
     if (!below.IsOpen() && errno == ENOENT) {
         const std::string hostName = HostNameOf(nameWhenMade);
