@@ -26,7 +26,15 @@ class CabTest : public testing::Test {
         cab.AfterExtract = [this](const std::string& path) { after.push_back(path); };
     }
 
-    void Use(const CabBuilder& builder) { cab.CabName = dir.MakeFile("data.cab", builder.Bytes()); }
+    void Use(const CabBuilder& builder) { UseBytes(builder.Bytes()); }
+
+    void UseItems(std::vector<CabItem> items) {
+        CabBuilder builder;
+        builder.items = std::move(items);
+        Use(builder);
+    }
+
+    void UseBytes(const std::string& bytes) { cab.CabName = dir.MakeFile("data.cab", bytes); }
 
     archive::CabResult ExtractAll() { return cab.Extract("", TestDir::Path("out"), cab.CabName); }
 
