@@ -4,6 +4,7 @@
 
 #include <charconv>
 #include <cstdint>
+#include <fstream>
 #include <string_view>
 
 namespace tools {
@@ -26,7 +27,16 @@ std::optional<std::vector<std::int32_t>> ParseEntries(std::string_view text) {
     }
 }
 
-std::string FormatOfName(std::string_view archive) {
+/// By what the file begins with; one that begins with nothing known, by its name.
+std::string FormatOf(const std::string& archive) {
+    std::string start(4, '\0');
+    std::ifstream(archive, std::ios::binary).read(start.data(), static_cast<std::streamsize>(start.size()));
+    if (start == "MSCF")
+        return "cab";
+    if (start == "Rar!")
+        return "rar";
+    if (start.starts_with("PK"))
+        return "zip";
     if (platform::EndsWithNoCase(archive, ".cab"))
         return "cab";
     return platform::EndsWithNoCase(archive, ".rar") ? "rar" : "zip";
@@ -85,7 +95,7 @@ std::optional<ProbeCommand> ParseProbeCommand(const std::vector<std::string>& ar
     if (paths.size() == 2)
         command.folder = paths[1];
     if (command.format.empty())
-        command.format = FormatOfName(command.archive);
+        command.format = FormatOf(command.archive);
     if (command.verb == ProbeVerb::kTest && command.format != "rar") {
         fault = "only RAR archives have a test of their own";
         return std::nullopt;
