@@ -59,6 +59,45 @@ def write(folder, seeds):
         (folder / f"seed-{number:03}").write_bytes(seed)
 
 
+def variable(number):
+    """A number as RAR 5 stores it."""
+    out = bytearray()
+    while number > 127:
+        out.append(number & 127 | 128)
+        number >>= 7
+    return bytes(out + bytes([number]))
+
+
+def rar5(*blocks):
+    out = b"Rar!\x1a\x07\x01\x00"
+    for fields, data in blocks:
+        header = variable(len(fields)) + fields
+        out += zlib.crc32(header).to_bytes(4, "little") + header + data
+    return out
+
+
+def rar4(*blocks):
+    out = b"Rar!\x1a\x07\x00"
+    for kind, flags, fields, data in blocks:
+        header = bytes([kind]) + flags.to_bytes(2, "little") + (len(fields) + 7).to_bytes(2, "little") + fields
+        out += (zlib.crc32(header) & 0xFFFF).to_bytes(2, "little") + header + data
+    return out
+
+
+def rar_archives():
+    for content in contents():
+        crc = zlib.crc32(content).to_bytes(4, "little")
+        for method in (0, 3):
+            size = variable(len(content))
+            entry = b"\x02\x02" + size + b"\x04" + size + b"\x20" + crc + variable(method << 7) + b"\x01\x03a/b"
+            yield rar5((b"\x01\x00\x00", b""), (entry, content), (b"\x05\x00\x00", b""))
+        for method, name in ((0x30, b"a\\b"), (0x33, b"a?\0\x04\x40a\x42")):
+            size = len(content).to_bytes(4, "little")
+            entry = size + size + b"\x03" + crc + bytes(4) + bytes([29, method, len(name), 0]) + bytes(4) + name
+            flags = 0x8000 | (0x200 if b"\0" in name else 0)
+            yield rar4((0x73, 0, bytes(6), b""), (0x74, flags, entry, content), (0x7B, 0x4000, b"", b""))
+
+
 def main():
     root = Path(sys.argv[1])
     size = lambda content: len(content).to_bytes(2, "little")
@@ -67,6 +106,9 @@ def main():
     no_sets = bytes(192)
     write(root / "ReduceFuzz", [bytes([f]) + size(c) + no_sets + c.replace(b"r", b"\x90\x45\x03")
                                 for c in contents() for f in range(4)])
+    archives = list(rar_archives())
+    write(root / "RarArchiveFuzz", archives)
+    write(root / "RarBlockFuzz", [bytes([archive[6] & 1]) + archive[20:300] for archive in archives])
 
 
 main()
