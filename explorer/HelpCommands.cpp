@@ -54,7 +54,11 @@ void HelpCommands::Open(const std::string& document) {
     auto busy = std::make_shared<app::BusyCursor>();
     const int result = platform::OpenDocumentLower(document);
     if (result > kLastFailure) {
-        QTimer::singleShot(kStartTime, window_, [busy] {});
+        // The window owns the wait, so that the pointer is given back before the program ends.
+        auto* wait = new QTimer(window_);
+        wait->setSingleShot(true);
+        QObject::connect(wait, &QTimer::timeout, wait, [busy, wait] { wait->deleteLater(); });
+        wait->start(kStartTime);
         return;
     }
     busy.reset();

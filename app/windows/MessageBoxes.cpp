@@ -4,6 +4,7 @@
 #include "app/windows/WindowTexts.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -36,6 +37,9 @@ void Prepare(QMessageBox& box, const Message& message) {
     box.setTextFormat(Qt::PlainText);
     box.setText(ToWindow(message.text));
     box.setIcon(IconFor(message.flags));
+    // The picture says what the title says.
+    if (auto* picture = box.findChild<QLabel*>(QStringLiteral("qt_msgboxex_icon_label")))
+        picture->setAccessibleName(box.windowTitle());
     box.setWindowModality(Qt::ApplicationModal);
     box.setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                        Qt::WindowCloseButtonHint);

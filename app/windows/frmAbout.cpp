@@ -53,6 +53,7 @@ frmAbout::frmAbout(QWidget* parent)
 
 void frmAbout::Build() {
     auto* icon = new QLabel(this);
+    icon->setAccessibleName(ToWindow(ProgramTitle()));
     icon->setPixmap(QApplication::windowIcon().pixmap(QSize(kIconSize, kIconSize), devicePixelRatioF()));
     lblTitle_->setProperty("keepsFontSize", true);
     QFont large = lblTitle_->font();

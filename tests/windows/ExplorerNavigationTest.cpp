@@ -72,7 +72,7 @@ TEST_F(ExplorerNavigation, OpenTakesAllSelectedRowsAndExtractReachesTheArchives)
     ClickRow("set.rar");
     Trigger("mnuFileExtract");
     EXPECT_EQ(dialogs_.opened.back(), "RAR E:\\Docs\\set.rar\r\n");
-    EXPECT_TRUE(window_->SelectedPaths().empty());
+    EXPECT_EQ(window_->SelectedPaths(), Texts{"E:\\Docs\\set.rar"});
 }
 
 TEST_F(ExplorerNavigation, UpGoesToTheFolderAboveAndStopsAtTheRoot) {

@@ -17,8 +17,12 @@ from gi.repository import Atspi, GLib  # noqa: E402
 
 PATIENCE = 30.0
 
-# What only holds or parts other controls, or shows what another one is.
-NAMELESS = {"filler", "panel", "separator", "scroll bar", "scroll pane", "layered pane", "viewport", "splitter", "menu bar", "frame"}
+# What only holds or parts other controls, or shows what another one is; the bus knows no kind for the grip in the
+# corner of a window; a label's name is its text, and without one there is nothing to read.
+NAMELESS = {
+    "filler", "panel", "separator", "scroll bar", "scroll pane", "layered pane", "viewport", "splitter", "menu bar", "frame",
+    "unknown", "label",
+}
 
 
 class Failure(Exception):
