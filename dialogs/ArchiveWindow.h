@@ -61,6 +61,7 @@ class ArchiveWindow : public QDialog {
         std::vector<bool> wanted; ///< by row
         std::string folder;       ///< with a last backslash; empty: each archive's own folder
         std::vector<bool> done;   ///< by row: what has been extracted, set by ExtractRows
+        bool isOpening = false;   ///< into the temporary folder, to be opened from there
     };
 
     ArchiveWindow(const ArchiveWays& ways, QWidget* parent);

@@ -114,7 +114,7 @@ std::vector<bool> ArchiveWindow::WantedRows() const {
 }
 
 bool ArchiveWindow::Extract(const std::string& folder) {
-    Job job{WantedRows(), folder, {}};
+    Job job{WantedRows(), folder, {}, false};
     job.done.resize(job.wanted.size());
     Outcome outcome;
     {
@@ -197,7 +197,7 @@ bool ArchiveWindow::OpenSelected() {
         const Work work(*this, kExtractingHint);
         const app::BusyCursor busy;
         OpenFolder folder;
-        Job job{RowsToOpen(ListView->SelectedRows()), OpenFolder::Path(), {}};
+        Job job{RowsToOpen(ListView->SelectedRows()), OpenFolder::Path(), {}, true};
         job.done.resize(job.wanted.size());
         for (std::size_t i = 0; i < job.wanted.size(); ++i)
             if (job.wanted[i])

@@ -22,15 +22,25 @@ struct Patterns {
     }
 };
 
+const Patterns& UserPatterns() {
+    static const Patterns patterns;
+    return patterns;
+}
+
 } // namespace
 
+QString DateAndTimeText(const platform::SystemTime& time) {
+    const Patterns& patterns = UserPatterns();
+    return patterns.locale.toString(QDate(time.year, time.month, time.day), patterns.date) +
+           QLatin1Char(' ') +
+           patterns.locale.toString(QTime(time.hour, time.minute, time.second), patterns.time);
+}
+
 QString GeneralDateText(const platform::SystemTime& time) {
-    static const Patterns patterns;
-    const QTime clock(time.hour, time.minute, time.second);
-    QString text = patterns.locale.toString(QDate(time.year, time.month, time.day), patterns.date);
-    if (clock.isValid() && clock != QTime(0, 0))
-        text += QLatin1Char(' ') + patterns.locale.toString(clock, patterns.time);
-    return text;
+    if (QTime::isValid(time.hour, time.minute, time.second) && time.hour + time.minute + time.second > 0)
+        return DateAndTimeText(time);
+    const Patterns& patterns = UserPatterns();
+    return patterns.locale.toString(QDate(time.year, time.month, time.day), patterns.date);
 }
 
 std::string SortDateText(const platform::SystemTime& time) {

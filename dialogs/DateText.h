@@ -10,6 +10,9 @@ namespace dialogs {
 /// the time is left out at midnight.
 QString GeneralDateText(const platform::SystemTime& time);
 
+/// The same with the time also at midnight.
+QString DateAndTimeText(const platform::SystemTime& time);
+
 /// "yyyymmddhhmmss".
 std::string SortDateText(const platform::SystemTime& time);
 

@@ -1,6 +1,6 @@
 #include "explorer/ArchiveDialogs.h"
 
-#include "app/core/Messages.h"
+#include "dialogs/frmRarExtract.h"
 #include "dialogs/frmWinExtract.h"
 #include "dialogs/frmextract.h"
 
@@ -8,9 +8,6 @@
 
 namespace explorer {
 namespace {
-
-constexpr std::uint32_t kWarningTitle = 300;
-constexpr std::uint32_t kCannotOpenYet = 611;
 
 /// When a window closes right behind the folder picker, a window manager may leave the keyboard with nobody.
 void ComeForward(QWidget* parent) {
@@ -34,9 +31,14 @@ void ArchiveDialogs::ShowCab(const std::string& archives, QWidget* parent) {
     ComeForward(parent);
 }
 
-// The window of this format is still to come; until then the user is told.
-void ArchiveDialogs::ShowRar(const std::string&, QWidget*) {
-    app::ShowText(kCannotOpenYet, kWarningTitle, app::kMessageWarning);
+void ArchiveDialogs::ShowRar(const std::string& archives, QWidget* parent) {
+    dialogs::frmRarExtract window(parent);
+    window.ArchiveList = archives;
+    window.exec();
+    ComeForward(parent);
+    // Once the command that waits for this window has ended.
+    if (window.EndsProgram() && parent != nullptr)
+        QMetaObject::invokeMethod(parent->window(), &QWidget::close, Qt::QueuedConnection);
 }
 
 } // namespace explorer

@@ -3,6 +3,7 @@
 #include "app/core/ApplicationState.h"
 #include "app/core/Messages.h"
 #include "app/windows/BusyCursor.h"
+#include "archive/basUnrar.h"
 #include "platform/Letters.h"
 
 #include <QScopedValueRollback>
@@ -41,7 +42,7 @@ void ExtractCommand::Extract() {
     if (route == Route::kZip)
         SelectResult(*selection);
     else if (route != Route::kNone)
-        SelectExtracted(paths);
+        SelectExtracted(paths, route);
 }
 
 ExtractCommand::Route ExtractCommand::RouteOf(std::string_view path) {
@@ -104,14 +105,28 @@ void ExtractCommand::SelectResult(const Selection& selection) {
 }
 
 /// What cabinets and RAR archives gave, as far as it lies beside them; else the archives.
-void ExtractCommand::SelectExtracted(const std::vector<std::string>& archives) {
+void ExtractCommand::SelectExtracted(const std::vector<std::string>& archives, Route route) {
     std::vector<std::string> results;
-    if (app::Application().ExtractionDone)
+    if (app::Application().ExtractionDone && route == Route::kRar)
+        results = RarResults(archives.back());
+    else if (app::Application().ExtractionDone)
         for (const std::string& archive : archives)
             // A cabinet's files go into a folder of its name.
             results.push_back(archive.substr(0, archive.rfind('.')));
     if (results.empty() || !files_.SelectPaths(results))
         files_.SelectPaths(archives);
+}
+
+/// Where the entries of the archive listed last lie beside it: an entry in a folder is in the folder's row.
+std::vector<std::string> ExtractCommand::RarResults(const std::string& archive) {
+    const std::string folder = archive.substr(0, archive.rfind('\\') + 1);
+    const std::string_view names = archive::RarEntryNames();
+    std::vector<std::string> results;
+    for (std::size_t from = 0, end; (end = names.find("\r\n", from)) != names.npos; from = end + 2) {
+        const std::string_view name = names.substr(from, end - from);
+        results.push_back(folder + std::string(name.substr(0, name.find('\\'))));
+    }
+    return results;
 }
 
 } // namespace explorer

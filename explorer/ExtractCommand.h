@@ -36,7 +36,8 @@ class ExtractCommand {
     void Inspect(const std::string& path, Selection& selection);
     void Show(Route route, const std::string& archives);
     void SelectResult(const Selection& selection);
-    void SelectExtracted(const std::vector<std::string>& archives);
+    void SelectExtracted(const std::vector<std::string>& archives, Route route);
+    static std::vector<std::string> RarResults(const std::string& archive);
     void Extract();
 
     FileListAccess& files_;

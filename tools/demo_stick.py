@@ -133,6 +133,48 @@ def archives(stick):
     make("One note.zip", ("zip", "-q", "-X", "-9"), documents, "Garden plan.txt")
     make("Diary.zip", zip_deflate, documents, text=tree(documents, "Diary"))
     make("Pictures.cab", ("gcab", "-c", "-z", "-n"), pictures, *sorted(entry.name for entry in pictures.iterdir()))
+    make("Letters.cab", ("gcab", "-c", "-z"), documents, *sorted(f"Letters/{entry.name}" for entry in (documents / "Letters").iterdir()))
+    write(folder / "Sundial.rar", rar(rar_tree(projects, "Sundial")), stamp(25))
+    write(folder / "Pictures.rar", rar(rar_tree(stick, "Pictures")), stamp(26))
+
+
+def number(value):
+    """A number of the RAR format: seven bits in a byte, the lowest first."""
+    out = bytearray()
+    while value > 0x7F:
+        out.append(value & 0x7F | 0x80)
+        value >>= 7
+    return bytes(out) + bytes([value])
+
+
+def rar_block(*parts):
+    """A block of a RAR 5 archive: its checksum and length before what it says."""
+    body = b"".join(part if isinstance(part, bytes) else number(part) for part in parts)
+    body = number(len(body)) + body
+    return struct.pack("<I", zlib.crc32(body)) + body
+
+
+def rar(items):
+    """A RAR 5 archive of (name, content, time); stored, as no free program packs them. A folder's content is None."""
+    blocks = [b"Rar!\x1a\x07\x01\0", rar_block(1, 0, 0)]
+    for name, content, time in items:
+        is_folder = content is None
+        content = content or b""
+        blocks.append(
+            rar_block(
+                2, 2, len(content), (1 if is_folder else 4) | 2, len(content), 0o40755 if is_folder else 0o100644,
+                struct.pack("<I", time), b"" if is_folder else struct.pack("<I", zlib.crc32(content)),
+                0, 1, len(name.encode()), name.encode(),
+            )
+        )
+        blocks.append(content)
+    return b"".join([*blocks, rar_block(5, 0, 0)])
+
+
+def rar_tree(folder, top):
+    """The items of folder/top, parents first."""
+    paths = sorted([folder / top, *(folder / top).rglob("*")])
+    return [(str(path.relative_to(folder)), None if path.is_dir() else path.read_bytes(), int(path.stat().st_mtime)) for path in paths]
 
 
 def program(stick, source):
