@@ -2,11 +2,13 @@
 
 #include "app/core/ApplicationState.h"
 #include "app/core/Texts.h"
+#include "dialogs/frmRarExtract.h"
 #include "dialogs/frmWinExtract.h"
 #include "dialogs/frmextract.h"
 #include "fakes/FakeDesktop.h"
 #include "fakes/RecordingMessages.h"
 #include "support/CabBuilder.h"
+#include "support/RarBuilder.h"
 #include "support/TestDir.h"
 #include "support/ZipFiles.h"
 
@@ -36,7 +38,7 @@ class MessagesInMidWork : public fakes::RecordingMessages {
     }
 };
 
-enum class Format { kZip, kCab };
+enum class Format { kZip, kCab, kRar };
 
 using Texts = std::vector<std::string>;
 
@@ -77,7 +79,9 @@ class ArchiveWindows : public QObject, public testing::Test {
         app::FreeLanguageLibrary();
     }
 
-    static std::string Extension(Format format) { return format == Format::kZip ? ".zip" : ".cab"; }
+    static std::string Extension(Format format) {
+        return Texts{".zip", ".cab", ".rar"}[static_cast<std::size_t>(format)];
+    }
 
     /// Makes E:\<name><extension>; slashes in names are the format's own.
     std::string Make(Format format, const std::string& name, const std::vector<Item>& items) {
@@ -88,6 +92,14 @@ class ArchiveWindows : public QObject, public testing::Test {
             for (const Item& item : items)
                 entries.push_back({item.name, item.content});
             tests::MakeZip(dir_.Host(file), entries);
+        } else if (format == Format::kRar) {
+            tests::RarBuilder builder;
+            for (const Item& item : items) {
+                const bool isFolder = item.name.ends_with('/');
+                builder.items.push_back(
+                    {item.name.substr(0, item.name.size() - isFolder), item.content, isFolder});
+            }
+            dir_.MakeFile(file, builder.Bytes());
         } else {
             tests::CabBuilder builder;
             for (const Item& item : items) {
@@ -110,17 +122,20 @@ class ArchiveWindows : public QObject, public testing::Test {
             zip->CurrentArchive = tests::TestDir::Path(files.at(0));
             zip->ListArchive();
             window_ = std::move(zip);
-        } else {
+        } else if (format == Format::kCab) {
             window_ = std::make_unique<dialogs::frmextract>();
-            window_->ArchiveList = list;
+        } else {
+            window_ = std::make_unique<dialogs::frmRarExtract>();
         }
+        window_->ArchiveList = list;
         Get<QWidget>("chkDelete").installEventFilter(this);
         isListed_ = false;
         connect(List().model(), &QAbstractItemModel::modelReset, this, [this] { isListed_ = true; });
         window_->show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(window_.get()));
-        if (format == Format::kZip)
+        if (format == Format::kZip) {
+            ASSERT_TRUE(QTest::qWaitForWindowExposed(window_.get()));
             return;
+        }
         ASSERT_TRUE(QTest::qWaitFor([&] { return isListed_; }));
         ASSERT_TRUE(RowCount() == 0 || QTest::qWaitFor([&] { return !SelectedNames().empty(); }));
     }
@@ -229,6 +244,8 @@ class EveryArchiveWindow : public ArchiveWindows, public testing::WithParamInter
 
     bool IsCab() const { return F() == Format::kCab; }
 
+    bool IsRar() const { return F() == Format::kRar; }
+
     /// Makes an archive of this format and opens its window.
     std::string OpenNew(const std::string& name, const std::vector<Item>& items) {
         const std::string file = Make(F(), name, items);
@@ -236,7 +253,7 @@ class EveryArchiveWindow : public ArchiveWindows, public testing::WithParamInter
         return file;
     }
 
-    const char* Bar() const { return "PicProBar"; }
+    const char* Bar() const { return F() == Format::kRar ? "ProgressBar1" : "PicProBar"; }
 
     /// Where an entry of the archive `name` lies below the folder that it was extracted to.
     std::string In(const std::string& name, const std::string& entry) const {
