@@ -45,8 +45,8 @@ class RarExtractionObserver {
     /// entry.
     virtual bool EntryProgress(std::uint64_t done, std::uint64_t size) = 0;
 
-    /// The entry, a file or a folder, lies in the destination now, with so many bytes of this CRC-32.
-    virtual void EntryWritten(std::int32_t, std::uint64_t, std::uint32_t) {}
+    /// This entry, a file or a folder, lies in the destination now.
+    virtual void EntryWritten(std::int32_t) {}
 
     /// The entry in hand has been dealt with. Answers false to end the extraction here.
     virtual bool EntryDone(RarPass pass) = 0;

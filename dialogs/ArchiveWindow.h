@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -75,8 +76,8 @@ class ArchiveWindow : public QDialog {
     /// Where ExtractRows puts an entry with this job's folder; empty when it refuses to.
     virtual std::string TargetOf(const ArchiveRow& row, const std::string& folder) = 0;
 
-    /// Whether what lies at TargetOf is the entry, byte by byte, as far as the archive can tell.
-    virtual bool ReadsBack(const ArchiveRow& row, const std::string& folder) = 0;
+    /// Whether what lies at TargetOf is the entry, byte by byte, for each of these rows: all of one archive.
+    virtual bool ReadBack(const std::vector<int>& rows, const std::string& folder) = 0;
 
     /// The rows to extract when these selected ones are to be opened.
     virtual std::vector<bool> RowsToOpen(std::vector<bool> selected) { return selected; }
@@ -100,6 +101,9 @@ class ArchiveWindow : public QDialog {
 
     /// The folder of the job, or the folder of the row's archive.
     std::string DestinationOf(const ArchiveRow& row, const std::string& folder) const;
+
+    /// Whether all of the rows are as asked; shows the progress, and stops when it is to.
+    bool AreAll(const std::vector<int>& rows, const std::function<bool(const ArchiveRow&)>& is);
 
     /// Lets window messages run, in the middle of something large; false when it is to stop.
     bool KeepsGoing() const;

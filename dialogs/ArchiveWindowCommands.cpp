@@ -170,14 +170,11 @@ void ArchiveWindow::DeleteSources(const Job& job) {
 /// Deletes an archive once all of its rows, as they lie in the target, have been read back.
 void ArchiveWindow::DeleteSource(const std::string& archive, const std::vector<int>& rows,
                                  const std::string& folder) {
-    bool isSafe = true;
+    bool isSafe;
     {
         const Work work(*this, kCheckingHint);
         const app::BusyCursor busy;
-        for (std::size_t i = 0; i < rows.size() && isSafe; ++i) {
-            ShowProgress(static_cast<double>(i) / static_cast<double>(rows.size()));
-            isSafe = !StopAsked() && ReadsBack(Model().Row(rows[i]), folder);
-        }
+        isSafe = ReadBack(rows, folder);
         ShowProgress(1);
     }
     if (StopAsked())
@@ -188,6 +185,15 @@ void ArchiveWindow::DeleteSource(const std::string& archive, const std::vector<i
         LetGo();
         platform::ShellDelete(archive);
     }
+}
+
+bool ArchiveWindow::AreAll(const std::vector<int>& rows, const std::function<bool(const ArchiveRow&)>& is) {
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        ShowProgress(static_cast<double>(i) / static_cast<double>(rows.size()));
+        if (StopAsked() || !is(Model().Row(rows[i])))
+            return false;
+    }
+    return true;
 }
 
 bool ArchiveWindow::OpenSelected() {

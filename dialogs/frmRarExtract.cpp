@@ -48,12 +48,11 @@ class frmRarExtract::Listing : public archive::RarListObserver {
     ArchiveListing& listing_;
 };
 
-/// Shows how one archive after another is tested and extracted: each counts as many steps as it has entries
-/// to write, half of each step in either pass.
-class frmRarExtract::Extraction : public archive::RarExtractionObserver {
+/// Shows how the passes over one archive after another get on: each entry is a step in each pass.
+class frmRarExtract::Progress : public archive::RarExtractionObserver {
   public:
-    Extraction(frmRarExtract& window, std::size_t entries)
-        : window_(window), steps_(2 * static_cast<double>(entries)) {}
+    Progress(frmRarExtract& window, std::size_t entries, int passes)
+        : window_(window), steps_(static_cast<double>(entries) * passes) {}
 
     void Begin(std::int32_t archive) { archive_ = archive; }
 
@@ -66,9 +65,7 @@ class frmRarExtract::Extraction : public archive::RarExtractionObserver {
         return !window_.StopAsked();
     }
 
-    void EntryWritten(std::int32_t entry, std::uint64_t size, std::uint32_t crc) override {
-        window_.written_[{archive_, entry}] = {size, crc};
-    }
+    void EntryWritten(std::int32_t entry) override { window_.written_.emplace(archive_, entry); }
 
     bool EntryDone(archive::RarPass) override {
         window_.ShowProgress(++done_ / steps_);
@@ -139,15 +136,15 @@ ArchiveWindow::Outcome frmRarExtract::ExtractRows(Job& job) {
         wanted[entry] = true;
     }
     written_.clear();
-    Extraction observer(*this, count);
+    Progress progress(*this, count, 2);
     Outcome outcome = Outcome::kDone;
     for (const std::int32_t archive : order) {
         const std::vector<bool>& wanted = entries[static_cast<std::size_t>(archive)];
         const std::string& path = Model().Archives()[static_cast<std::size_t>(archive)].path;
-        observer.Begin(archive);
+        progress.Begin(archive);
         const std::string folder = job.folder.empty() ? path.substr(0, path.rfind('\\') + 1) : job.folder;
         const archive::RarOutcome result = archive::ExtractRarArchive(
-            folder, path, "", observer, [&](std::int32_t entry, const std::string&) {
+            folder, path, "", progress, [&](std::int32_t entry, const std::string&) {
                 return static_cast<std::size_t>(entry) < wanted.size() &&
                        wanted[static_cast<std::size_t>(entry)];
             });
@@ -168,13 +165,14 @@ std::string frmRarExtract::TargetOf(const ArchiveRow& row, const std::string& fo
     return ExtractedPath(DestinationOf(row, folder), row.name);
 }
 
-bool frmRarExtract::ReadsBack(const ArchiveRow& row, const std::string& folder) {
-    const auto written = written_.find({row.archive, row.entry});
-    if (written == written_.end())
-        return false;
-    const std::string path = TargetOf(row, folder);
-    return (row.size == 0 && platform::FolderExists(path)) ||
-           HasContent(path, written->second.size, written->second.crc, [this] { return KeepsGoing(); });
+bool frmRarExtract::ReadBack(const std::vector<int>& rows, const std::string& folder) {
+    const ArchiveRow& first = Model().Row(rows.front());
+    const bool isWritten = std::all_of(rows.begin(), rows.end(), [&](int i) {
+        return written_.contains({first.archive, Model().Row(i).entry});
+    });
+    Progress progress(*this, rows.size(), 1);
+    return isWritten &&
+           archive::CompareRarArchive(DestinationOf(first, folder), Model().ArchiveOf(first), "", progress);
 }
 
 } // namespace dialogs

@@ -3,7 +3,7 @@
 #include "archive/basUnrar.h"
 #include "dialogs/ArchiveWindow.h"
 
-#include <map>
+#include <set>
 #include <string>
 #include <utility>
 
@@ -24,23 +24,17 @@ class frmRarExtract : public ArchiveWindow {
     bool List(std::int32_t archive, ArchiveListing& listing) override;
     Outcome ExtractRows(Job& job) override;
     std::string TargetOf(const ArchiveRow& row, const std::string& folder) override;
-    bool ReadsBack(const ArchiveRow& row, const std::string& folder) override;
+    bool ReadBack(const std::vector<int>& rows, const std::string& folder) override;
     bool NeedsNoSelection(const ArchiveRow& row) const override;
 
   private:
     class Listing;
-    class Extraction;
-
-    /// What was written of an entry.
-    struct Content {
-        std::uint64_t size = 0;
-        std::uint32_t crc = 0;
-    };
+    class Progress;
 
     std::vector<bool> RowsToWrite(const Job& job);
 
     bool endsProgram_ = false;
-    std::map<std::pair<std::int32_t, std::int32_t>, Content> written_; // by archive and entry
+    std::set<std::pair<std::int32_t, std::int32_t>> written_; // archive and entry
 };
 
 } // namespace dialogs

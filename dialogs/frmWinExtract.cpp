@@ -101,12 +101,14 @@ std::string frmWinExtract::TargetOf(const ArchiveRow& row, const std::string& fo
     return ExtractedPath(DestinationOf(row, folder), row.name);
 }
 
-bool frmWinExtract::ReadsBack(const ArchiveRow& row, const std::string& folder) {
-    const std::string path = TargetOf(row, folder);
-    if (path.empty() || row.isFolder)
-        return !path.empty() && platform::FolderExists(path);
-    return HasContent(path, row.size, static_cast<std::uint32_t>(front_.CRC32(row.entry)),
-                      [this] { return KeepsGoing(); });
+bool frmWinExtract::ReadBack(const std::vector<int>& rows, const std::string& folder) {
+    return AreAll(rows, [&](const ArchiveRow& row) {
+        const std::string path = TargetOf(row, folder);
+        if (path.empty() || row.isFolder)
+            return !path.empty() && platform::FolderExists(path);
+        return HasContent(path, row.size, static_cast<std::uint32_t>(front_.CRC32(row.entry)),
+                          [this] { return KeepsGoing(); });
+    });
 }
 
 std::vector<bool> frmWinExtract::RowsToOpen(std::vector<bool> selected) {

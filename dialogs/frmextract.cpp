@@ -62,7 +62,6 @@ bool frmextract::IsNew(Names& names, const ArchiveRow& row) {
 ArchiveWindow::Outcome frmextract::ExtractRows(Job& job) {
     archive::RepeatedMessages messages;
     Names extracted;
-    compared_.clear();
     const auto count = static_cast<double>(job.wanted.size());
     Outcome outcome = Outcome::kDone;
     for (std::size_t i = 0; i < job.wanted.size() && outcome == Outcome::kDone; ++i) {
@@ -104,12 +103,15 @@ std::string frmextract::TargetOf(const ArchiveRow& row, const std::string& folde
     return cabinet.TargetOf(FullName(row), DestinationOf(row, folder), cabinet.CabName);
 }
 
-bool frmextract::ReadsBack(const ArchiveRow& row, const std::string& folder) {
-    if (!IsNew(compared_, row))
-        return true;
-    archive::CabFile& cabinet = Cabinet(row);
-    cabinet.Progress = [this](std::uint64_t, std::uint64_t, bool& cancel) { cancel = !KeepsGoing(); };
-    return static_cast<bool>(cabinet.Compare(FullName(row), DestinationOf(row, folder), cabinet.CabName));
+bool frmextract::ReadBack(const std::vector<int>& rows, const std::string& folder) {
+    Names compared;
+    return AreAll(rows, [&](const ArchiveRow& row) {
+        if (!IsNew(compared, row))
+            return true;
+        archive::CabFile& cabinet = Cabinet(row);
+        cabinet.Progress = [this](std::uint64_t, std::uint64_t, bool& cancel) { cancel = !KeepsGoing(); };
+        return static_cast<bool>(cabinet.Compare(FullName(row), DestinationOf(row, folder), cabinet.CabName));
+    });
 }
 
 void frmextract::LetGo() {

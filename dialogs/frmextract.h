@@ -21,7 +21,7 @@ class frmextract : public ArchiveWindow {
     bool List(std::int32_t archive, ArchiveListing& listing) override;
     Outcome ExtractRows(Job& job) override;
     std::string TargetOf(const ArchiveRow& row, const std::string& folder) override;
-    bool ReadsBack(const ArchiveRow& row, const std::string& folder) override;
+    bool ReadBack(const std::vector<int>& rows, const std::string& folder) override;
     void OpenDocument(const ArchiveRow& row, const std::string& path) override;
     void LetGo() override;
 
@@ -34,7 +34,6 @@ class frmextract : public ArchiveWindow {
     archive::CabFile& Cabinet(const ArchiveRow& row);
 
     std::unique_ptr<archive::CabFile> cabinet_;
-    Names compared_; // since the extraction
 };
 
 } // namespace dialogs

@@ -1,7 +1,9 @@
 #include "explorer/ExtractCommand.h"
 
 #include "app/core/ApplicationState.h"
+#include "archive/basUnrar.h"
 #include "fakes/RecordingMessages.h"
+#include "support/RarBuilder.h"
 #include "support/TestDir.h"
 #include "support/ZipFiles.h"
 
@@ -156,6 +158,44 @@ TEST_F(ExtractCommand, SelectsWhatTheLastZipArchiveGave) {
         dialogs_.extracts = c.extracts;
         command_.Run();
         ASSERT_GE(files_.done.size(), 3U);
+        EXPECT_EQ(Texts(files_.done.begin() + 2, files_.done.end()), c.looked);
+    }
+}
+
+TEST_F(ExtractCommand, SelectsWhatCabinetsAndRarArchivesGaveBesideThem) {
+    class Quiet : public archive::RarListObserver {
+        std::string TimeText(const platform::SystemTime&) override { return {}; }
+
+        void RarFileFound(const archive::RarFile&) override {}
+    } quiet;
+
+    tests::RarBuilder rar;
+    rar.items = {{"docs/a", "1"}, {"b", "2"}};
+    dir_.MakeFile("x.rar", rar.Bytes());
+    dialogs_.whileOpen = [&] { archive::ListRarArchive("E:\\x.rar", "", quiet); };
+
+    struct Case {
+        Texts archives;
+        bool extracts;
+        Texts looked;
+    };
+
+    const Case kCases[] = {
+        {{"E:\\x.rar"}, true, {"select E:\\docs", "miss E:\\b"}},
+        {{"E:\\x.rar"}, false, {"select E:\\x.rar"}},
+        {{"E:\\p.cab", "E:\\q.r.cab"}, true, {"miss E:\\p", "select E:\\q.r"}},
+        {{"E:\\gone.cab", "E:\\x.cab"},
+         true,
+         {"miss E:\\gone", "miss E:\\x", "select E:\\gone.cab", "miss E:\\x.cab"}},
+    };
+    files_.names = {"E:\\docs", "E:\\x.rar", "E:\\q.r", "E:\\gone.cab"};
+    for (const Case& c : kCases) {
+        SCOPED_TRACE(c.archives[0]);
+        app::Application().ExtractionDone = false;
+        files_.done.clear();
+        files_.selected = c.archives;
+        dialogs_.extracts = c.extracts;
+        command_.Run();
         EXPECT_EQ(Texts(files_.done.begin() + 2, files_.done.end()), c.looked);
     }
 }
