@@ -2,7 +2,7 @@
 #include "HostError.h"
 #include "HostFile.h"
 #include "HostNames.h"
-#include "Replacement.h"
+#include "TemporaryFile.h"
 #include "platform/FileOperations.h"
 #include "platform/HostPath.h"
 
@@ -41,41 +41,6 @@ struct Identity {
     explicit Identity(const struct stat& status) : device(status.st_dev), inode(status.st_ino) {}
 
     friend bool operator==(const Identity&, const Identity&) = default;
-};
-
-/// A file under a name of its own until it takes its place; left behind by nothing.
-class CopyTarget {
-  public:
-    explicit CopyTarget(const std::string& folder)
-        : name_(folder + "/" + TemporaryName()),
-          file_(::open(name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600)) {}
-
-    ~CopyTarget() {
-        if (file_.IsOpen())
-            ::unlink(name_.c_str());
-    }
-
-    CopyTarget(const CopyTarget&) = delete;
-    CopyTarget& operator=(const CopyTarget&) = delete;
-
-    const HostFile& File() const { return file_; }
-
-    /// Puts it in the place of `target`, which is replaced if it is there; `isReplacing` brings the bytes
-    /// onto the medium before they take the place of others.
-    SystemError Commit(const std::string& target, bool isReplacing) {
-        if (isReplacing && ::fsync(file_.Descriptor()) != 0)
-            return ErrorFromErrno(errno, Access::kWrite);
-        SystemError error = file_.Close();
-        if (!error && ::rename(name_.c_str(), target.c_str()) != 0)
-            error = ErrorFromErrno(errno, Access::kWrite);
-        if (error)
-            ::unlink(name_.c_str());
-        return error;
-    }
-
-  private:
-    std::string name_;
-    HostFile file_;
 };
 
 std::optional<struct stat> StatusOf(const std::string& hostPath, int flags = 0) {
@@ -148,7 +113,7 @@ class TreeCopy {
             Fail(from, error);
             return;
         }
-        CopyTarget target(ParentOf(to.host));
+        TemporaryFile target(AT_FDCWD, ParentOf(to.host) + "/", O_WRONLY, S_IRUSR | S_IWUSR);
         if (!target.File().IsOpen()) {
             Fail(to, ErrorForPath(errno, to.host, Access::kWrite));
             return;
@@ -161,8 +126,13 @@ class TreeCopy {
         error = result.error;
         if (!error) {
             KeepAttributes(target.File(), opened);
-            error = target.Commit(to.host, before.has_value());
+            // Before they take the place of others, the bytes are on the medium.
+            error = before ? target.Sync() : SystemError{};
         }
+        if (!error)
+            error = target.File().Close();
+        if (!error)
+            error = target.TakeName(to.host);
         if (error)
             Fail(from, error);
     }

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "HostFile.h"
+#include "TemporaryFile.h"
 #include "platform/OutputFolder.h"
 
+#include <fcntl.h>
 #include <memory>
 #include <string>
 
@@ -14,25 +15,21 @@ class NewFile final : public OutputFile {
     /// `folder` must stay open for the file's life.
     static std::unique_ptr<NewFile> Start(int folder, std::string hostName, SystemError& error);
 
-    ~NewFile() override;
-    NewFile(const NewFile&) = delete;
-    NewFile& operator=(const NewFile&) = delete;
-
     SystemError Write(std::span<const std::uint8_t> data) override;
     SystemError Commit(const FileTraits& traits) override;
 
   private:
-    NewFile(int folder, std::string hostName) : folder_(folder), hostName_(std::move(hostName)) {}
+    NewFile(int folder, std::string hostName)
+        : folder_(folder), hostName_(std::move(hostName)), staged_(folder, "", O_WRONLY, 0666) {}
 
     void ApplyTraits(const FileTraits& traits) const;
 
     /// Takes the name also from another file that has it.
-    SystemError Replace() const;
+    SystemError Replace();
 
     int folder_;
     std::string hostName_;
-    std::string temporary_;
-    HostFile file_;
+    TemporaryFile staged_;
 };
 
 } // namespace platform

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "HostFile.h"
+#include "TemporaryFile.h"
 #include "platform/SystemError.h"
 
+#include <optional>
 #include <string>
 
 namespace platform {
@@ -14,15 +15,12 @@ class Replacement {
     /// Starts a replacement for `hostPath`, or, when that is a link, for the file it leads to. A folder and a
     /// file that nobody may write are refused with kErrorAccessDenied.
     explicit Replacement(std::string hostPath);
-    ~Replacement();
-    Replacement(const Replacement&) = delete;
-    Replacement& operator=(const Replacement&) = delete;
 
     /// Why the replacement could not be started.
     SystemError Error() const { return error_; }
 
     /// The new file, open for writing.
-    const HostFile& File() const { return file_; }
+    const HostFile& File() const { return staged_->File(); }
 
     /// Brings the new file onto the medium and gives it the old one's place and, where there was one, its
     /// mode.
@@ -30,15 +28,8 @@ class Replacement {
 
   private:
     std::string target_;
-    std::string temporary_;
-    HostFile file_;
+    std::optional<TemporaryFile> staged_;
     SystemError error_;
 };
-
-/// A name for a temporary file, different at every call in this process and from those of other processes.
-std::string TemporaryName();
-
-/// Brings a folder's entries onto the medium; no failure is reported, since the files themselves are safe.
-void SyncFolder(const std::string& hostFolder);
 
 } // namespace platform

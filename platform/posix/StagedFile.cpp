@@ -2,9 +2,8 @@
 
 #include "HostAttributes.h"
 #include "HostError.h"
-#include "HostFile.h"
 #include "HostNames.h"
-#include "Replacement.h"
+#include "TemporaryFile.h"
 #include "platform/HostPath.h"
 
 #include <cerrno>
@@ -17,38 +16,34 @@ namespace {
 
 class HostStagedFile final : public StagedFile {
   public:
-    HostStagedFile(HostFile file, std::string temporary, std::string target)
-        : file_(std::move(file)), temporary_(std::move(temporary)), target_(std::move(target)) {}
+    /// `hostFolder` has a last slash.
+    HostStagedFile(const std::string& hostFolder, const std::string& hostName)
+        : staged_(AT_FDCWD, hostFolder, O_RDWR, 0666), target_(hostFolder + hostName) {}
 
-    ~HostStagedFile() override {
-        if (!temporary_.empty())
-            ::unlink(temporary_.c_str());
-    }
-
-    HostStagedFile(const HostStagedFile&) = delete;
-    HostStagedFile& operator=(const HostStagedFile&) = delete;
+    bool IsOpen() const { return staged_.File().IsOpen(); }
 
     std::uint64_t Size() const override {
         struct stat status {};
 
-        return ::fstat(file_.Descriptor(), &status) == 0 ? static_cast<std::uint64_t>(status.st_size) : 0;
+        return ::fstat(staged_.File().Descriptor(), &status) == 0 ? static_cast<std::uint64_t>(status.st_size)
+                                                                  : 0;
     }
 
     std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> buffer) override {
         std::size_t count = 0;
-        ReadFullyAt(file_, offset, buffer, count);
+        ReadFullyAt(staged_.File(), offset, buffer, count);
         return count;
     }
 
     SystemError WriteAt(std::uint64_t offset, std::span<const std::uint8_t> data) override {
-        return WriteFullyAt(file_, offset, data);
+        return WriteFullyAt(staged_.File(), offset, data);
     }
 
     SystemError Flush() override {
-        if (::fsync(file_.Descriptor()) != 0)
-            return ErrorFromErrno(errno, Access::kWrite);
+        if (const SystemError error = staged_.Sync())
+            return error;
         // What the medium has made of it is wanted, not what memory still holds.
-        static_cast<void>(::posix_fadvise(file_.Descriptor(), 0, 0, POSIX_FADV_DONTNEED));
+        static_cast<void>(::posix_fadvise(staged_.File().Descriptor(), 0, 0, POSIX_FADV_DONTNEED));
         return {};
     }
 
@@ -57,16 +52,14 @@ class HostStagedFile final : public StagedFile {
 
         if (::lstat(target_.c_str(), &status) == 0 && IsProtected(status))
             return {kErrorAccessDenied};
-        if (::rename(temporary_.c_str(), target_.c_str()) != 0)
-            return ErrorFromErrno(errno, Access::kWrite);
-        temporary_.clear();
+        if (const SystemError error = staged_.TakeName(target_))
+            return error;
         SyncFolder(ParentOf(target_));
         return {};
     }
 
   private:
-    HostFile file_;
-    std::string temporary_;
+    TemporaryFile staged_;
     std::string target_;
 };
 
@@ -84,15 +77,10 @@ std::unique_ptr<StagedFile> StagedFile::Create(const std::string& folder, const 
         error = {kErrorInvalidName};
         return nullptr;
     }
-    std::string temporary = JoinHostPath(hostFolder, {TemporaryName()});
-    HostFile file(::open(temporary.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666));
-    if (!file.IsOpen()) {
-        error = ErrorForPath(errno, temporary, Access::kWrite);
-        return nullptr;
-    }
-    error = {};
-    return std::make_unique<HostStagedFile>(std::move(file), std::move(temporary),
-                                            JoinHostPath(hostFolder, {hostName}));
+    const std::string prefix = JoinHostPath(hostFolder, {""});
+    auto file = std::make_unique<HostStagedFile>(prefix, hostName);
+    error = file->IsOpen() ? SystemError{} : ErrorForPath(errno, prefix + hostName, Access::kWrite);
+    return error ? nullptr : std::move(file);
 }
 
 } // namespace platform
