@@ -6,7 +6,10 @@
 #include "PackPlan.h"
 #include "StagedFile.h"
 
+#include <chrono>
+#include <future>
 #include <new>
+#include <system_error>
 
 namespace platform {
 
@@ -14,6 +17,8 @@ using cabinet::PackPlan;
 using cabinet::ProgressMeter;
 
 namespace {
+
+constexpr std::chrono::milliseconds kPause{20};
 
 std::unique_ptr<PackSource> OpenSource(std::int32_t mode, const std::string& path, CabReport& report) {
     switch (mode) {
@@ -27,10 +32,28 @@ std::unique_ptr<PackSource> OpenSource(std::int32_t mode, const std::string& pat
     }
 }
 
+/// Does something that may last, such as bringing data onto a slow medium, on a thread of its own, while the
+/// progress function is told. Answers what it answers.
+template <typename Result, typename Work>
+Result DoWhileTelling(ProgressMeter& progress, const Work& work) {
+    Result result;
+    try {
+        std::future<Result> done = std::async(std::launch::async, work);
+        while (done.wait_for(kPause) == std::future_status::timeout)
+            progress.Tell();
+        result = done.get();
+    } catch (const std::system_error&) { // no thread to be had
+        result = work();
+    }
+    return result;
+}
+
 /// A source is deleted whole, so a file that came or went meanwhile counts as much as one that changed.
-CabReport ListAgain(PackSource& source, const PackPlan& plan, const std::string& path) {
+CabReport ListAgain(PackSource& source, const PackPlan& plan, const std::string& path,
+                    ProgressMeter& progress) {
     std::vector<PackEntry> now;
-    CabReport report = source.List(now, cabinet::kMostFiles);
+    CabReport report =
+        DoWhileTelling<CabReport>(progress, [&] { return source.List(now, cabinet::kMostFiles); });
     if (report.failure == CabFailure::kNone && now != plan.files)
         report = {CabFailure::kChanged, path, {}};
     return report;
@@ -45,7 +68,8 @@ CabReport Make(std::int32_t mode, const std::string& destination, const std::str
     PackPlan plan;
     {
         std::vector<PackEntry> found;
-        report = source->List(found, cabinet::kMostFiles);
+        report =
+            DoWhileTelling<CabReport>(progress, [&] { return source->List(found, cabinet::kMostFiles); });
         if (report.failure == CabFailure::kNone)
             report = plan.Make(std::move(found));
         if (report.failure != CabFailure::kNone)
@@ -59,11 +83,13 @@ CabReport Make(std::int32_t mode, const std::string& destination, const std::str
     report = cabinet::WriteCabinet(plan, *source, *staged, progress);
     if (report.failure != CabFailure::kNone)
         return report;
-    if ((error = staged->Flush()))
+    if ((error = DoWhileTelling<SystemError>(progress, [&] { return staged->Flush(); })))
         return {CabFailure::kCannotWrite, "", error};
     report = cabinet::CheckCabinet(plan, *source, *staged, progress);
     if (report.failure == CabFailure::kNone)
-        report = ListAgain(*source, plan, path);
+        report = ListAgain(*source, plan, path, progress);
+    if (report.failure == CabFailure::kNone && progress.IsStopped())
+        report = {CabFailure::kStopped, "", {}};
     if (report.failure == CabFailure::kNone && (error = staged->Commit()))
         report = {CabFailure::kCannotWrite, "", error};
     return report;

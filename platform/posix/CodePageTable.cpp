@@ -5,6 +5,7 @@
 
 #include <array>
 #include <map>
+#include <mutex>
 #include <optional>
 #include <unordered_map>
 
@@ -41,6 +42,8 @@ std::optional<Table> MakeTable(int codePage) {
 }
 
 const Table& TableOf(int codePage) {
+    static std::recursive_mutex mutex; // cabinets are packed and checked on several threads
+    const std::lock_guard lock(mutex);
     static std::map<int, Table> tables;
     if (const auto known = tables.find(codePage); known != tables.end())
         return known->second;
