@@ -1,46 +1,16 @@
 #pragma once
 
+#include "PackedEntry.h"
 #include "RarVolumes.h"
-#include "RarWalk.h"
 
 #include <cstdint>
 #include <deque>
-#include <functional>
 #include <memory>
 #include <vector>
 
 struct archive;
 
 namespace platform::rar {
-
-/// Takes a piece of an entry's content; answers a result code, any but success ends the unpacking with it.
-using Sink = std::function<int(Bytes)>;
-
-/// What it takes to unpack one entry.
-struct PackedEntry {
-    Packing packing;
-    std::uint64_t size = 0;
-    std::vector<Piece> pieces;
-};
-
-/// Gives content to a sink and sees to it that it has the declared size and checksum, and never more.
-class CheckedOutput {
-  public:
-    CheckedOutput(const PackedEntry& entry, const Sink& sink) : entry_(entry), sink_(sink) {}
-
-    std::uint64_t Done() const { return done_; }
-
-    int Put(Bytes bytes);
-
-    /// The result when all has come.
-    int Finish() const;
-
-  private:
-    const PackedEntry& entry_;
-    const Sink& sink_;
-    std::uint64_t done_ = 0;
-    std::uint32_t crc_ = 0;
-};
 
 /// Hands entries to the library that unpacks them: one, or those of a solid run one after another, as an
 /// archive of their own with nothing else in it. What else the real archive holds, and how it is laid out

@@ -1,7 +1,6 @@
 #include "RarUnpacker.h"
 
 #include <algorithm>
-#include <numeric>
 
 namespace platform::rar {
 
@@ -10,11 +9,6 @@ namespace {
 constexpr std::size_t kChunk = 256 * 1024;
 constexpr std::uint8_t kOldestVersion4 = 29; // what the library unpacks of format 4
 constexpr std::uint64_t kVersionMask5 = 0x3F;
-
-std::uint64_t PackedSize(const PackedEntry& entry) {
-    return std::accumulate(entry.pieces.begin(), entry.pieces.end(), std::uint64_t{0},
-                           [](std::uint64_t sum, const Piece& piece) { return sum + piece.length; });
-}
 
 /// Whether its bytes can be copied and checked without the library.
 bool IsCopied(const PackedEntry& entry) {
@@ -58,7 +52,7 @@ int RarUnpacker::Unpack(const Sink& sink) {
 }
 
 int RarUnpacker::CopyStored(const PackedEntry& entry, const Sink& sink) {
-    if (PackedSize(entry) != entry.size)
+    if (entry.PackedSize() != entry.size)
         return kRarBadData;
     CheckedOutput output(entry, sink);
     std::vector<std::uint8_t> buffer(static_cast<std::size_t>(std::min<std::uint64_t>(kChunk, entry.size)));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "PackedEntry.h"
 #include "RarBlock.h"
 #include "RarVolumes.h"
 #include "cabinet/BufferedInput.h"
@@ -11,13 +12,6 @@
 #include <vector>
 
 namespace platform::rar {
-
-/// A run of an entry's packed bytes.
-struct Piece {
-    std::size_t volume = 0;
-    std::uint64_t offset = 0;
-    std::uint64_t length = 0;
-};
 
 /// An entry with the place of its data in all volumes.
 struct Entry {
