@@ -39,6 +39,7 @@ SIDES = ("LEFT", "RIGHT", "TOP", "BOTTOM")
 LINE = colors.HexColor("#d5dbe2")
 MARGIN = 22 * mm
 WIDTH = A4[0] - 2 * MARGIN - 12  # a frame pads its content by 6 points
+PICTURE = WIDTH * 0.85
 
 BODY = ParagraphStyle("body", fontName="Sans", fontSize=9.5, leading=14, textColor=INK, spaceAfter=6)
 TITLE = ParagraphStyle("title", BODY, fontName="Sans-Bold", fontSize=22, leading=28, textColor=BLUE, spaceAfter=10)
@@ -52,7 +53,8 @@ def picture(folder: Path, text: str) -> KeepTogether:
     file = str(folder / "images" / name)
     across, down = ImageReader(file).getSize()
     framed = Table(
-        [[Image(file, WIDTH - 2, (WIDTH - 2) * down / across)]],
+        [[Image(file, PICTURE, PICTURE * down / across)]],
+        hAlign="LEFT",
         style=[("BOX", (0, 0), (-1, -1), 0.7, LINE), *[(f"{side}PADDING", (0, 0), (-1, -1), 1) for side in SIDES]],
     )
     return KeepTogether([Spacer(1, 4), framed, Paragraph(escape(caption), CAPTION)])

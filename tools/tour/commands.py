@@ -6,7 +6,7 @@ import shutil
 import subprocess
 
 from driver import press, wait_for, write, xdotool
-from parts import digests, open_drive, part
+from parts import digests, open_drive, part, write_settings
 
 KEYS = {101: "Delete", 102: "F2", 105: "Return", 108: "ctrl+c", 109: "ctrl+v", 125: "F5"}
 WAYS = ("toolbar", "menu by mouse", "menu by keyboard", "pop-up menu", "key")
@@ -242,6 +242,32 @@ def help_menu(setting):
         hands = Hands(explorer, "menu by keyboard", menu)
         hands(104)
         report.equal(explorer.program.ended(), 0, f"Close in the menu of the {number} ends the program")
+
+
+@part
+def help_pictures(setting):
+    """The pictures of the help documents, for docs/help/images: they are copied there when the windows have changed."""
+    report = setting.report
+    report.step("The pictures of the help documents")
+    folder = setting.output / "help"
+    folder.mkdir(exist_ok=True)
+    for language in ("0409", "0407"):
+        write_settings(setting, language, height=7875)
+        explorer = setting.start(language=language)
+        explorer.go("E:\\", "Documents")
+        explorer.select("Packing list.txt")
+        take_client(explorer_window(explorer), folder / f"window_{language}.png")
+        explorer.go("E:\\", "Archives")
+        explorer.select("Letters.zip")
+        explorer.command(107)
+        explorer.zip_dialog().list.get_row(" Letters/Arrival.txt").click(at=(0.3, 0.5))
+        take_client(explorer_window(explorer), folder / f"archive_{language}.png")
+    report.check(len(list(folder.iterdir())) == 4, f"they are in {folder.relative_to(setting.output.parent)}")
+
+
+def take_client(window, path):
+    """A window without its frame, in few colours."""
+    subprocess.run(["import", "-silent", "-window", window, "-colors", "256", f"png8:{path}"], check=True)
 
 
 def started(report, *command):

@@ -54,9 +54,10 @@ def settings_value(setting, key):
     return next((line.split("=", 1)[1] for line in lines if line.startswith(key + "=")), None)
 
 
-def write_settings(setting, language):
-    """A settings file for another language, as a person would edit it."""
-    setting.settings.write_bytes(DEFAULT_SETTINGS.replace(b"Language=0409", f"Language={language}".encode()))
+def write_settings(setting, language, height=12315):
+    """A settings file for another language and size, as a person would edit it."""
+    text = DEFAULT_SETTINGS.replace(b"Language=0409", f"Language={language}".encode())
+    setting.settings.write_bytes(text.replace(b"Height=12315", f"Height={height}".encode()))
 
 
 def catch_splash(setting):
