@@ -23,6 +23,12 @@ constexpr std::size_t kStoredHeader = 5;
 /// The format allows no more than this beyond the raw size, mark included.
 constexpr std::size_t kMostGrowth = 12;
 static_assert(kMarkSize + kStoredHeader <= kMostGrowth, "a block that cannot be compressed can be stored");
+/// The compressor itself stores what it cannot compress, in some pieces with a header each.
+constexpr std::size_t kMostOverhead = 256;
+
+/// RFC 1951, 3.2.6: the last block of a stream, fixed codes, and nothing but the end of the block.
+constexpr int kEmptyFinalBlock = 0b0000000'01'1;
+constexpr int kEmptyFinalBits = 10;
 
 /// RFC 1951, 3.2.4: one final stored block.
 std::size_t Store(std::span<const std::uint8_t> raw, std::uint8_t* out) {
@@ -49,26 +55,43 @@ BlockCompressor::~BlockCompressor() {
 }
 
 std::size_t BlockCompressor::LargestResult() {
-    return kDataSize + kBlockSize + kMostGrowth;
+    return kDataSize + kMarkSize + kBlockSize + kMostOverhead;
 }
 
-std::size_t BlockCompressor::Compress(std::span<const std::uint8_t> raw,
-                                      std::span<const std::uint8_t> history, std::uint8_t* out) {
-    std::uint8_t* const data = out + kDataSize;
-    data[0] = 'C';
-    data[1] = 'K';
-    std::uint8_t* const packed = data + kMarkSize;
+void BlockCompressor::Begin(std::span<const std::uint8_t> history) {
     deflateReset(stream_.get());
     deflateTune(stream_.get(), kGoodLength, kLazyLength, kNiceLength, kLongestChain);
     if (!history.empty())
         deflateSetDictionary(stream_.get(), history.data(), static_cast<uInt>(history.size()));
+}
+
+/// Ends the Deflate stream of a block and keeps what the compressor knows for the next: the stream itself
+/// goes on, and what stands in it between two blocks is an empty final block (RFC 1951, 3.2.6) of its own, up
+/// to a whole byte.
+void BlockCompressor::EndBlock() {
+    unsigned pending = 0;
+    int bits = 0;
+    deflatePending(stream_.get(), &pending, &bits);
+    deflatePrime(stream_.get(), kEmptyFinalBits, kEmptyFinalBlock);
+    if (const int over = (bits + kEmptyFinalBits) % 8; over != 0)
+        deflatePrime(stream_.get(), 8 - over, 0);
+    deflate(stream_.get(), Z_NO_FLUSH); // only hands over what was put in
+}
+
+std::size_t BlockCompressor::Compress(std::span<const std::uint8_t> raw, std::uint8_t* out) {
+    std::uint8_t* const data = out + kDataSize;
+    data[0] = 'C';
+    data[1] = 'K';
+    std::uint8_t* const packed = data + kMarkSize;
     stream_->next_in = const_cast<Bytef*>(raw.data()); // zlib does not write there
     stream_->avail_in = static_cast<uInt>(raw.size());
     stream_->next_out = packed;
-    stream_->avail_out = static_cast<uInt>(raw.size() + kStoredHeader);
-    const bool fits = deflate(stream_.get(), Z_FINISH) == Z_STREAM_END;
-    const std::size_t packedSize =
-        fits ? static_cast<std::size_t>(stream_->next_out - packed) : Store(raw, packed);
+    stream_->avail_out = static_cast<uInt>(kBlockSize + kMostOverhead);
+    deflate(stream_.get(), Z_BLOCK);
+    EndBlock();
+    auto packedSize = static_cast<std::size_t>(stream_->next_out - packed);
+    if (packedSize > raw.size() + kStoredHeader)
+        packedSize = Store(raw, packed);
 
     const std::size_t storedSize = kMarkSize + packedSize;
     Store16(out + 4, static_cast<std::uint16_t>(storedSize));

@@ -8,8 +8,8 @@
 
 namespace platform::cabinet {
 
-/// Makes MSZIP data blocks, one at a time and each from nothing but its own bytes and those before it, so
-/// that any number of compressors make the same blocks.
+/// Makes the MSZIP data blocks of a run, one after another, from nothing but their own bytes and those before
+/// them, so that any number of compressors make the same blocks.
 class BlockCompressor {
   public:
     BlockCompressor();
@@ -20,13 +20,17 @@ class BlockCompressor {
     /// Most bytes that Compress() writes.
     static std::size_t LargestResult();
 
-    /// Writes the block of `raw` (1 to 32,768 bytes) with its header to `out`, which has room for
-    /// LargestResult(), and answers its size. `history` is the raw block before it in the folder, or empty.
-    std::size_t Compress(std::span<const std::uint8_t> raw, std::span<const std::uint8_t> history,
-                         std::uint8_t* out);
+    /// Starts a run. `history` is the raw block before it in the folder, or empty.
+    void Begin(std::span<const std::uint8_t> history);
+
+    /// Writes the next block, of `raw` (1 to 32,768 bytes, fewer than that only in the last), with its header
+    /// to `out`, which has room for LargestResult(), and answers its size.
+    std::size_t Compress(std::span<const std::uint8_t> raw, std::uint8_t* out);
 
   private:
     struct Stream;
+
+    void EndBlock();
 
     std::unique_ptr<Stream> stream_;
 };

@@ -103,13 +103,12 @@ SystemError BlockPipeline::HandOnOldest() {
 }
 
 void BlockPipeline::Pack(PackedRun& run, BlockCompressor& compressor) {
-    std::size_t history = run.history_;
     std::size_t packed = 0;
+    compressor.Begin({run.raw_.data() + kBlockSize - run.history_, run.history_});
     for (std::size_t at = 0; at < run.size_; at += kBlockSize) {
         const std::uint8_t* raw = run.raw_.data() + kBlockSize + at;
-        packed += compressor.Compress({raw, std::min(kBlockSize, run.size_ - at)}, {raw - history, history},
-                                      run.packed_.data() + packed);
-        history = kBlockSize;
+        packed +=
+            compressor.Compress({raw, std::min(kBlockSize, run.size_ - at)}, run.packed_.data() + packed);
     }
     run.packedSize_ = packed;
 }
