@@ -1,6 +1,6 @@
 #include "CodecBench.h"
 #include "Compare.h"
-#include "SevenZip.h"
+#include "RunCommand.h"
 #include "ZipEntry.h"
 #include "archive/Cls_CRC32.h"
 #include "archive/Cls_Encrypt.h"
@@ -20,7 +20,7 @@ void DecryptBench() {
     const std::string file = TemporaryFile("secret");
     const std::string zip = file + ".zip";
     WriteFile(file, bytes);
-    RunSevenZip({"a", "-tzip", "-mm=Copy", "-mem=ZipCrypto", "-ppassword", zip, file});
+    RunCommand({"7zz", "a", "-tzip", "-mm=Copy", "-mem=ZipCrypto", "-ppassword", zip, file, "-mmt=1"});
     archive::ByteBuffer data;
     archive::Cls_Encrypt encrypt;
     std::uint32_t crc = 0;
@@ -35,7 +35,7 @@ void DecryptBench() {
              }},
             {"7zz",
              [&] {
-                 RunSevenZip({"t", "-ppassword", zip});
+                 RunCommand({"7zz", "t", "-ppassword", zip, "-mmt=1"});
              }},
             Clock::kProcessor);
     Require(crc == archive::Cls_CRC32().CalcCRC32File(bytes), "decrypt");

@@ -1,6 +1,6 @@
 #include "CodecBench.h"
 #include "Compare.h"
-#include "SevenZip.h"
+#include "RunCommand.h"
 #include "ZipEntry.h"
 #include "archive/Cls_CRC32.h"
 #include "archive/Mod_Inflate64.h"
@@ -17,7 +17,7 @@ void Deflate64Bench(const std::vector<Sample>& samples) {
         const std::string file = TemporaryFile(sample.name);
         const std::string zip = file + ".zip";
         WriteFile(file, sample.bytes);
-        RunSevenZip({"a", "-tzip", "-mm=Deflate64", zip, file});
+        RunCommand({"7zz", "a", "-tzip", "-mm=Deflate64", zip, file, "-mmt=1"});
         const std::size_t size = sample.bytes.size();
         archive::ByteBuffer data;
         std::uint32_t crc = 0;
@@ -31,7 +31,7 @@ void Deflate64Bench(const std::vector<Sample>& samples) {
                  }},
                 {"7zz",
                  [&] {
-                     RunSevenZip({"t", zip});
+                     RunCommand({"7zz", "t", zip, "-mmt=1"});
                  }},
                 Clock::kProcessor);
         Require(data.Size() == size && std::equal(sample.bytes.begin(), sample.bytes.end(), data.Data()),

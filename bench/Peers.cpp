@@ -21,12 +21,15 @@ double Seconds(const Side& side) {
 
 } // namespace
 
+void EmptyFolder(const std::string& folder) {
+    std::filesystem::remove_all(folder);
+    std::filesystem::create_directory(folder);
+}
+
 Side ProgramSide(const std::string& name, const std::vector<std::string>& words, const std::string& cleaned) {
     const auto prepare = [cleaned] {
-        if (cleaned.empty())
-            return;
-        std::filesystem::remove_all(cleaned);
-        std::filesystem::create_directory(cleaned);
+        if (!cleaned.empty())
+            EmptyFolder(cleaned);
     };
     return {name, [words] { RunCommand(words); }, prepare};
 }

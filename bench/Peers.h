@@ -7,6 +7,9 @@
 
 namespace bench {
 
+/// Makes a folder anew.
+void EmptyFolder(const std::string& folder);
+
 /// A program with its arguments as one side; `cleaned` is emptied before each run.
 Side ProgramSide(const std::string& name, const std::vector<std::string>& words,
                  const std::string& cleaned = "");

@@ -1,6 +1,7 @@
 // The probe, which unpacks through the classes of the dialogs, beside other unpackers: whole programs,
 // started for each run, so that everything between the archive and the files counts.
 
+#include "BareFiles.h"
 #include "Compare.h"
 #include "Peers.h"
 #include "RunCommand.h"
@@ -23,15 +24,25 @@ namespace fs = std::filesystem;
 
 const std::string kProbe = PELLARION_PROBE;
 
+bench::Side Probe(const std::string& archive, const std::string& out) {
+    return bench::ProgramSide("probe", {kProbe, "extract", archive, out, "--format", "zip"}, out);
+}
+
 void CompareExtraction(const std::string& what, std::size_t bytes, const std::string& archive,
                        const std::string& out) {
     const bench::Side peer =
         bench::QuickestOf({bench::ProgramSide("unzip", {"unzip", "-q", "-o", archive, "-d", out}, out),
                            bench::ProgramSide("7zz", {"7zz", "x", "-y", "-o" + out, archive}, out),
                            bench::ProgramSide("bsdtar", {"bsdtar", "xf", archive, "-C", out}, out)});
-    bench::Compare(what, bytes,
-                   bench::ProgramSide("probe", {kProbe, "extract", archive, out, "--format", "zip"}, out),
-                   peer);
+    bench::Compare(what, bytes, Probe(archive, out), peer);
+}
+
+/// Shows how much of an extraction is the file system's: no peer could be quicker than that.
+void CompareToBareFiles(const std::string& what, std::size_t bytes, const std::string& archive,
+                        const std::string& out) {
+    const bench::BareFiles files(out);
+    bench::Compare(what, bytes, Probe(archive, out),
+                   {"bare-files", [&] { files.Make(out); }, [&] { bench::EmptyFolder(out); }});
 }
 
 void CompareListing(const std::string& archive, std::size_t bytes) {
@@ -55,6 +66,7 @@ void SmallFiles(const bench::Workplace& memory, bool inMemory, bool onDisk) {
     const bench::Workplace disk(fs::temp_directory_path());
     fs::copy_file(archive, disk / "tree.zip");
     CompareExtraction("20000 files on disk", bytes, disk / "tree.zip", disk / "out");
+    CompareToBareFiles("20000 files on disk", bytes, disk / "tree.zip", disk / "out");
 }
 
 /// Writes text and machine code of this machine's system to one file. A process of its own does it: what this

@@ -102,6 +102,9 @@ def main():
     root = Path(sys.argv[1])
     size = lambda content: len(content).to_bytes(2, "little")
     write(root / "InflateFuzz", [bytes([mode]) + size(c) + s for c, s in streams() for mode in (0, 1)])
+    long = [b"pieces, " * 400_000, bytes(3_000_000), b"".join(contents()) * 100]
+    write(root / "InflatePiecesFuzz", [bytes([0]) + (len(c) // 64).to_bytes(2, "little") + deflate(c, level)
+                                       for c in long for level in (1, 9)])
     write(root / "DecryptInflateFuzz", [size(c) + encrypt(b"twelve bytes" + s, b"fuzz") for c, s in streams()])
     no_sets = bytes(192)
     write(root / "ReduceFuzz", [bytes([f]) + size(c) + no_sets + c.replace(b"r", b"\x90\x45\x03")

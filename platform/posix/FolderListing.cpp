@@ -7,6 +7,7 @@
 #include <fcntl.h>
 #include <memory>
 #include <unistd.h>
+#include <utility>
 
 namespace platform {
 
@@ -34,18 +35,26 @@ std::string FolderListing::Find(const HostFile& folder, std::string_view name) {
         while (const dirent* entry = listing == nullptr ? nullptr : ::readdir(listing.get()))
             Add(entry->d_name);
     }
+    Sort();
     const auto found = entries_.lower_bound(name);
     return found == entries_.end() || !EqualsNoCase(found->text, name) ? "" : found->hostName;
 }
 
 void FolderListing::Add(const std::string& hostName) {
     if (isListed_)
-        entries_.insert({TextOfHostName(hostName), hostName});
+        added_.push_back(hostName);
 }
 
 void FolderListing::Remove(const std::string& hostName) {
+    Sort();
     if (isListed_)
         entries_.erase({TextOfHostName(hostName), hostName});
+}
+
+void FolderListing::Sort() {
+    for (std::string& hostName : added_)
+        entries_.insert({TextOfHostName(hostName), std::move(hostName)});
+    added_.clear();
 }
 
 } // namespace platform

@@ -5,13 +5,17 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace platform {
 
 /// The names in one open folder, for finding one without regard to case. The folder is listed at the first
-/// question; after that Add() and Remove() keep the list up to date.
+/// question, unless it is known to be new; after that Add() and Remove() keep the list up to date.
 class FolderListing {
   public:
+    /// Nothing is in the folder yet: it need not be listed.
+    void StartEmpty() { isListed_ = true; }
+
     /// The host name that equals `name` without regard to case; empty when there is none.
     std::string Find(const HostFile& folder, std::string_view name);
 
@@ -35,7 +39,10 @@ class FolderListing {
         bool operator()(std::string_view left, const Entry& right) const;
     };
 
+    void Sort();
+
     bool isListed_ = false;
+    std::vector<std::string> added_;      ///< not yet among the entries: most are never asked for
     std::set<Entry, LessNoCase> entries_; ///< in order of text, then of host name
 };
 

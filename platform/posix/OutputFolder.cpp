@@ -120,17 +120,23 @@ std::unique_ptr<OutputFolder> HostFolder::OpenOrCreate(std::string_view name, st
         CreateFolder(WorkingFolderPath()); // when it is there already, opening is what counts
         return Open(WorkingFolderPath(), error);
     }
-    HostFile below = OpenBelow(HostNameOf(name));
-    if (!below.IsOpen() && errno == ENOENT) {
+    const std::string exact = HostNameOf(name);
+    HostFile below;
+    bool isMissing = listing_.IsListed() && listing_.Find(folder_, name).empty();
+    if (!isMissing) {
+        below = OpenBelow(exact);
+        isMissing = !below.IsOpen() && errno == ENOENT;
         // Only now does the letter case matter.
-        if (const std::string found = listing_.Find(folder_, name); !found.empty())
+        if (const std::string found = isMissing ? listing_.Find(folder_, name) : ""; !found.empty()) {
             below = OpenBelow(found);
-        else
-            errno = ENOENT;
+            isMissing = !below.IsOpen() && errno == ENOENT;
+        }
     }
-    if (!below.IsOpen() && errno == ENOENT) {
+    bool isNew = false;
+    if (isMissing) {
         const std::string hostName = HostNameOf(nameWhenMade);
-        if (::mkdirat(folder_.Descriptor(), hostName.c_str(), 0777) != 0 && errno != EEXIST) {
+        isNew = ::mkdirat(folder_.Descriptor(), hostName.c_str(), 0777) == 0;
+        if (!isNew && errno != EEXIST) {
             error = ErrorFromErrno(errno, Access::kWrite);
             return nullptr;
         }
@@ -142,7 +148,10 @@ std::unique_ptr<OutputFolder> HostFolder::OpenOrCreate(std::string_view name, st
         return nullptr;
     }
     error = {};
-    return std::make_unique<HostFolder>(std::move(below), false);
+    auto folder = std::make_unique<HostFolder>(std::move(below), false);
+    if (isNew)
+        folder->listing_.StartEmpty();
+    return folder;
 }
 
 std::unique_ptr<OutputFolder> HostFolder::OpenExact(std::string_view path) {
