@@ -2,8 +2,10 @@
 
 #include "app/core/Twips.h"
 
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QPainter>
+#include <QStyledItemDelegate>
 
 namespace dialogs {
 namespace {
@@ -24,10 +26,26 @@ ArchiveColumn SortKeyOf(int section) {
     }
 }
 
+/// Names, sizes and times read from the left also where the window runs from the right.
+class LeftToRightTexts : public QStyledItemDelegate {
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QString displayText(const QVariant& value, const QLocale&) const override {
+        const QString text = value.toString();
+        if (QGuiApplication::layoutDirection() == Qt::LeftToRight)
+            return text;
+        constexpr char16_t kLeftToRightIsolate = 0x2066;
+        constexpr char16_t kPopIsolate = 0x2069;
+        return QChar(kLeftToRightIsolate) + text + QChar(kPopIsolate);
+    }
+};
+
 } // namespace
 
 ArchiveListView::ArchiveListView(QWidget* parent) : QTreeView(parent) {
     setModel(&model_);
+    setItemDelegate(new LeftToRightTexts(this));
     setSelectionMode(ExtendedSelection);
     setEditTriggers(NoEditTriggers);
     setRootIsDecorated(false);

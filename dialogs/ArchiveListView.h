@@ -24,7 +24,7 @@ class ArchiveListView : public QTreeView {
     /// Shown in place of rows while there are none.
     void SetEmptyText(const QString& text);
 
-    /// Shows the column Flag, at its width.
+    /// Shows the column Flag, at its width: empty, it would only make the list scroll.
     void ShowFlags();
 
     /// Whether each row is selected, by row; a lookup per row would be slow with many separate selections.

@@ -88,7 +88,6 @@ frmRarExtract::frmRarExtract(QWidget* parent)
                      .hasProgressBar = true},
                     parent) {
     setObjectName(QStringLiteral("frmRarExtract"));
-    Rows()->ShowFlags();
 }
 
 bool frmRarExtract::List(std::int32_t archive, ArchiveListing& listing) {
@@ -118,8 +117,10 @@ std::vector<bool> frmRarExtract::RowsToWrite(const Job& job) {
 
 ArchiveWindow::Outcome frmRarExtract::ExtractRows(Job& job) {
     const std::vector<bool> rows = RowsToWrite(job);
-    if (!job.isOpening && !AllChecked())
+    if (!job.isOpening && !AllChecked()) {
         Rows()->Rows().SetFlags(rows);
+        Rows()->ShowFlags();
+    }
     std::vector<std::vector<bool>> entries(Model().Archives().size()); // by archive, then by entry
     std::vector<std::int32_t> order;                                   // of the archives in the list
     std::size_t count = 0;

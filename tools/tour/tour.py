@@ -14,8 +14,9 @@ from urllib.parse import unquote
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[1]))
 
-import demo_stick  # noqa: E402
+import archives  # noqa: E402, F401 (brings parts of its own)
 import commands  # noqa: E402, F401  its parts join the others
+import demo_stick  # noqa: E402
 import driver  # noqa: E402
 import packing  # noqa: E402, F401 (brings parts of its own)
 from explorer import Explorer  # noqa: E402
