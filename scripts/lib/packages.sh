@@ -31,6 +31,10 @@ PACKAGES_run=("${PACKAGES_build[@]}" "${PACKAGES_archivers[@]}" fonts-dejavu-cor
 PACKAGES_tour=("${PACKAGES_run[@]}" xvfb openbox xdotool x11-utils imagemagick dbus at-spi2-core gir1.2-atspi-2.0
     python3-gi pcmanfm thunar)
 
+# The program for Windows: the compiler, what its libraries are built with, and Wine to run it.
+PACKAGES_windows=("${PACKAGES_build[@]}" g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest make dpkg-dev xz-utils
+    wine64)
+
 # is_installed PACKAGE
 is_installed() {
     [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]

@@ -16,6 +16,25 @@ count_failed() {
     STEPS_failures+=("$1")
 }
 
+# count_report REPORT TITLE STATUS: adds what a JUnit report of ctest or GoogleTest holds to the counts; STATUS is how the run ended.
+count_report() {
+    local passed failed skipped
+    read -r passed failed skipped < <("$PYTHON" - "$1" <<'PYTHON'
+import sys
+import xml.etree.ElementTree
+
+cases = list(xml.etree.ElementTree.parse(sys.argv[1]).getroot().iter("testcase"))
+failed = sum(1 for case in cases if case.find("failure") is not None)
+skipped = sum(1 for case in cases if case.find("skipped") is not None or case.get("status") in ("notrun", "disabled"))
+print(len(cases) - failed - skipped, failed, skipped)
+PYTHON
+    ) || return 1
+    count_passed "$passed"
+    [ "$failed" -eq 0 ] || count_failed "$2: see above" "$failed"
+    [ "$3" -eq 0 ] || [ "$failed" -gt 0 ] || count_failed "$2: ended with $3"
+    [ "$skipped" -eq 0 ] || warn "$2: $skipped skipped"
+}
+
 # timed TITLE COMMAND...: runs the command and keeps its duration; answers with its status.
 timed() {
     local title=$1 from=$SECONDS status=0

@@ -1,0 +1,95 @@
+# shellcheck shell=bash
+# What a Windows build on Linux needs beside MinGW-w64: the libraries that are linked, static, made from Debian's
+# source packages, and the toolkit. Kept in the user's cache, so that this is done once.
+
+WINDOWS_SYSROOT=${XDG_CACHE_HOME:-$HOME/.cache}/pellarion-windows
+
+# A build of the toolkit for MinGW-w64; the windows are left out where there is none.
+WINDOWS_QT_ARCHIVE=$ROOT/../shared/windows/qt6-mingw64-static.tar.xz
+
+# fetch_source PACKAGE FOLDER: unpacks the source of a Debian package into FOLDER, as the release of this machine
+# has it. Touches neither the system's package lists nor its settings.
+fetch_source() {
+    local package=$1 folder=$2 apt=$WINDOWS_WORK/apt list
+    if [ ! -d "$apt/parts" ]; then
+        mkdir -p "$apt/parts" "$apt/lists/partial"
+        for list in /etc/apt/sources.list.d/debian.sources /etc/apt/sources.list; do
+            [ -f "$list" ] || continue
+            sed -e 's/^Types: *deb$/Types: deb-src/' -e 's/^deb /deb-src /' "$list" >"$apt/parts/$(basename "$list")"
+        done
+        [ ! -f "$apt/parts/sources.list" ] || mv "$apt/parts/sources.list" "$apt/parts/old-form.list"
+        cat >"$apt/apt.conf" <<CONF
+Dir::Etc::sourcelist "/dev/null";
+Dir::Etc::sourceparts "$apt/parts";
+Dir::State::lists "$apt/lists";
+Dir::Cache::srcpkgcache "";
+Dir::Cache::pkgcache "";
+CONF
+        APT_CONFIG=$apt/apt.conf apt-get update -q
+    fi
+    (cd "$WINDOWS_WORK" && APT_CONFIG=$apt/apt.conf apt-get source -q --download-only "$package")
+    dpkg-source -q -x "$WINDOWS_WORK/$package"_*.dsc "$folder"
+}
+
+make_mspack() {
+    fetch_source libmspack "$WINDOWS_WORK/mspack"
+    cd "$WINDOWS_WORK/mspack"
+    ./configure --quiet --host=x86_64-w64-mingw32 --disable-shared --prefix=/ CC=x86_64-w64-mingw32-gcc-posix CFLAGS=-O2
+    make -s -j"$JOBS" install DESTDIR="$WINDOWS_SYSROOT"
+}
+
+# RAR archives need none of the compressors of other formats.
+make_archive() {
+    local -a without=()
+    local part source=$WINDOWS_WORK/archive
+    for part in TEST TAR CPIO CAT OPENSSL LZMA ZSTD ZLIB BZip2 LZ4 LIBB2 LIBXML2 EXPAT PCREPOSIX CNG ICONV ACL XATTR WERROR; do
+        without+=("-DENABLE_$part=OFF")
+    done
+    fetch_source libarchive "$source"
+    cmake -S "$source" -B "$source/build" -G Ninja -DCMAKE_BUILD_TYPE=Release \
+        -DCMAKE_TOOLCHAIN_FILE="$ROOT/cmake/toolchains/mingw64.cmake" -DPELLARION_SYSROOT="$WINDOWS_SYSROOT" "${without[@]}"
+    cmake --build "$source/build" --parallel "$JOBS" --target archive_static
+    cp "$source/libarchive/archive.h" "$source/libarchive/archive_entry.h" "$WINDOWS_SYSROOT/include/"
+    cp "$source/build/libarchive/libarchive.a" "$WINDOWS_SYSROOT/lib/"
+}
+
+unpack_qt() {
+    tar -xJf "$WINDOWS_QT_ARCHIVE" -C "$WINDOWS_SYSROOT" --strip-components=1 opt/qt6-mingw64
+}
+
+# in_sysroot FILE COMMAND: makes a part of the sysroot unless FILE, the last thing that COMMAND brings, is there.
+# What the makers print is shown only when one fails.
+in_sysroot() {
+    local log=$WINDOWS_WORK/log status=0
+    [ -e "$WINDOWS_SYSROOT/$1" ] && return 0
+    printf 'making %s\n' "${2#*_}"
+    # In the background, since the shell would not end a part of a condition at its first failure.
+    (set -e; "$2") >"$log" 2>&1 &
+    wait $! || status=$?
+    [ "$status" -eq 0 ] || tail -n 40 "$log"
+    return "$status"
+}
+
+# prepare_sysroot: all of it; the work is done in a folder that goes away.
+prepare_sysroot() {
+    local status=0
+    mkdir -p "$WINDOWS_SYSROOT"
+    WINDOWS_WORK=$(mktemp -d)
+    in_sysroot lib/libmspack.a make_mspack || status=$?
+    in_sysroot lib/libarchive.a make_archive || status=$?
+    if [ -f "$WINDOWS_QT_ARCHIVE" ]; then
+        in_sysroot qt6-mingw64/lib/cmake/Qt6/Qt6Config.cmake unpack_qt || status=$?
+    fi
+    rm -rf "$WINDOWS_WORK"
+    return "$status"
+}
+
+has_windows_qt() { [ -e "$WINDOWS_SYSROOT/qt6-mingw64/lib/cmake/Qt6/Qt6Config.cmake" ]; }
+
+# Wine in a folder of its own.
+WINE_FOLDER=$ROOT/build/wine
+
+# wine PROGRAM ARGUMENT...: runs a Windows program without a display, unless one is set.
+wine() { PATH=$PATH:/usr/lib/wine WINEPREFIX=$WINE_FOLDER WINEDEBUG=-all wine64 "$@"; }
+
+stop_wine() { WINEPREFIX=$WINE_FOLDER /usr/lib/wine/wineserver64 -k 2>/dev/null || true; }
