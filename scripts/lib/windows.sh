@@ -50,7 +50,7 @@ make_archive() {
         -DCMAKE_TOOLCHAIN_FILE="$ROOT/cmake/toolchains/mingw64.cmake" -DPELLARION_SYSROOT="$WINDOWS_SYSROOT" "${without[@]}"
     cmake --build "$source/build" --parallel "$JOBS" --target archive_static
     cp "$source/libarchive/archive.h" "$source/libarchive/archive_entry.h" "$WINDOWS_SYSROOT/include/"
-    cp "$source/build/libarchive/libarchive.a" "$WINDOWS_SYSROOT/lib/"
+    cp "$source/build/libarchive/libarchive_static.a" "$WINDOWS_SYSROOT/lib/libarchive.a"
 }
 
 unpack_qt() {
