@@ -111,10 +111,4 @@ TEST(Times, ZoneOfTheDateItself) {
     EXPECT_EQ(FileTimeToLocalFileTime({0}).ticks, 0U);
 }
 
-TEST(Times, NowIsNow) {
-    const std::time_t host = std::time(nullptr);
-    const auto ours = static_cast<std::int64_t>(CurrentFileTime().ticks / kSecond) - 11'644'473'600;
-    EXPECT_LE(std::abs(ours - host), 2);
-}
-
 } // namespace

@@ -146,23 +146,6 @@ TEST_F(FileList, RowsAreFoundByNameOrFullPath) {
     EXPECT_EQ(model_.FindRow(""), -1);
 }
 
-TEST_F(FileList, AHundredThousandRowsFillAndSortByEveryColumn) {
-    constexpr std::uint32_t kRows = 100'000;
-    const std::vector<std::string> endings = {".txt", ".cab", ".zip", ""};
-    for (std::uint32_t i = 0; i < kRows; ++i) {
-        const std::uint32_t scattered = i * 7919 % kRows;
-        const std::string name = "File " + std::to_string(scattered) + endings[i % endings.size()];
-        Add(name.c_str(), i % 10 == 0, i % 977, 20070101000000 + i % 60);
-    }
-    Fill();
-    ASSERT_EQ(model_.rowCount(), static_cast<int>(kRows));
-    EXPECT_TRUE(model_.IsConsistent());
-    for (int column = 0; column < FileListModel::kVisibleColumns; ++column) {
-        Sorted(column, Qt::DescendingOrder);
-        Sorted(column, Qt::AscendingOrder);
-    }
-}
-
 TEST(ListFolderFiles, ListsHiddenEntriesAndLeavesOutWhatCannotBeNamed) {
     const tests::TestDir dir;
     dir.MakeFile(".hidden", "12345");

@@ -7,21 +7,17 @@
 using namespace explorer;
 
 TEST(FileListTexts, SizesAreWholeKilobytesWithHalvesUpAndNeverBelowOne) {
-    EXPECT_EQ(FileSizeText(0, false), "0 KB");
-    EXPECT_EQ(FileSizeText(1, false), "1 KB");
-    EXPECT_EQ(FileSizeText(1023, false), "1 KB");
-    EXPECT_EQ(FileSizeText(1024, false), "1 KB");
-    EXPECT_EQ(FileSizeText(1535, false), "1 KB");
-    EXPECT_EQ(FileSizeText(1536, false), "2 KB");
-    EXPECT_EQ(FileSizeText(1048576, false), "1024 KB");
-    EXPECT_EQ(FileSizeText(3ULL << 30, false), "3145728 KB");
-    EXPECT_EQ(FileSizeText(~0ULL, false), "18014398509481984 KB");
+    const std::pair<std::uint64_t, const char*> cases[] = {{0, "0 KB"},
+                                                           {1, "1 KB"},
+                                                           {1023, "1 KB"},
+                                                           {1535, "1 KB"},
+                                                           {1536, "2 KB"},
+                                                           {1048576, "1024 KB"},
+                                                           {3ULL << 30, "3145728 KB"},
+                                                           {~0ULL, "18014398509481984 KB"}};
+    for (const auto& [size, text] : cases)
+        EXPECT_EQ(FileSizeText(size, false), text);
     EXPECT_EQ(FileSizeText(4096, true), "");
-}
-
-TEST(FileListTexts, SizeSortKeysHaveTwentyOneDigits) {
-    EXPECT_EQ(SizeSortText(1536), "000000000000000001536");
-    EXPECT_EQ(SizeSortText(~0ULL), "018446744073709551615");
 }
 
 TEST(FileListTexts, TimesStandOnTheTwelveHourClock) {
@@ -32,21 +28,7 @@ TEST(FileListTexts, TimesStandOnTheTwelveHourClock) {
     EXPECT_EQ(text({1999, 1, 1, 11, 59, 59}), "01/01/1999 11:59:59 AM");
     EXPECT_EQ(text({1999, 1, 1, 12, 0, 0}), "01/01/1999 12:00:00 PM");
     EXPECT_EQ(text({2107, 1, 1, 23, 0, 1}), "01/01/2107 11:00:01 PM");
-    EXPECT_EQ(DateSortText(PackTime({2007, 3, 5, 14, 7, 9})), "20070305140709");
 }
-
-TEST(FileListTexts, NamesSortFoldersFirst) {
-    EXPECT_EQ(NameSortText("docs", true), "00docs");
-    EXPECT_EQ(NameSortText("docs", false), "11docs");
-}
-
-namespace {
-
-DriveSpaceFigures Figures(std::uint64_t free, std::uint64_t total) {
-    return {total, free};
-}
-
-} // namespace
 
 TEST(DriveSpace, FiguresRoundDownToWholeMultiplesOfTheClusterSize) {
     const DriveSpaceFigures figures = FiguresOf({8, 512, 3 * 1024 + 1023, 10 * 1024 + 1});
@@ -57,12 +39,15 @@ TEST(DriveSpace, FiguresRoundDownToWholeMultiplesOfTheClusterSize) {
 }
 
 TEST(DriveSpace, PercentagesHaveAtMostTwoDecimals) {
-    EXPECT_EQ(DriveSpaceText(Figures(1234, 2712)), "1234MB (45.5%)");
-    EXPECT_EQ(DriveSpaceText(Figures(1, 2)), "1MB (50%)");
-    EXPECT_EQ(DriveSpaceText(Figures(1, 200)), "1MB (0.5%)");
-    EXPECT_EQ(DriveSpaceText(Figures(1, 3)), "1MB (33.33%)");
-    EXPECT_EQ(DriveSpaceText(Figures(2, 3)), "2MB (66.67%)");
-    EXPECT_EQ(DriveSpaceText(Figures(1, 1'000'000)), "1MB (0%)");
-    EXPECT_EQ(DriveSpaceText(Figures(7, 7)), "7MB (100%)");
-    EXPECT_EQ(DriveSpaceText(Figures(0, 0)), std::nullopt);
+    const std::pair<DriveSpaceFigures, const char*> cases[] = {// total and free megabytes
+                                                               {{2712, 1234}, "1234MB (45.5%)"},
+                                                               {{2, 1}, "1MB (50%)"},
+                                                               {{200, 1}, "1MB (0.5%)"},
+                                                               {{3, 1}, "1MB (33.33%)"},
+                                                               {{3, 2}, "2MB (66.67%)"},
+                                                               {{1'000'000, 1}, "1MB (0%)"},
+                                                               {{7, 7}, "7MB (100%)"}};
+    for (const auto& [figures, text] : cases)
+        EXPECT_EQ(DriveSpaceText(figures), text);
+    EXPECT_EQ(DriveSpaceText({0, 0}), std::nullopt);
 }

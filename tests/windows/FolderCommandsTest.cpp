@@ -43,16 +43,6 @@ TEST_F(FolderCommands, DrivesAndTheRootAreProtected) {
     EXPECT_EQ(Tree().viewport()->findChild<QLineEdit*>(), nullptr);
 }
 
-TEST_F(FolderCommands, DeleteTakesALinkAndNotItsTarget) {
-    dir_.MakeFile("real/a", "a");
-    fs::create_symlink("real", dir_.Host("link"));
-    OpenAt("E:\\link");
-    EXPECT_EQ(Names(), (Texts{"a"}));
-    QTest::keyClick(&Tree(), Qt::Key_Delete);
-    EXPECT_FALSE(Exists("link"));
-    EXPECT_EQ(dir_.Read("real/a"), "a");
-}
-
 TEST_F(FolderCommands, DeletingWhatHasVanishedIsTold) {
     dir_.MakeFile("Docs/Work/a");
     OpenAt("E:\\Docs\\Work");

@@ -65,8 +65,4 @@ TEST(Icons, AreSeenOnLightAndDark) {
         }
 }
 
-TEST(Icons, AnUnknownNameGivesNone) {
-    EXPECT_TRUE(app::Icon("no such icon").isNull());
-}
-
 } // namespace
