@@ -33,7 +33,7 @@ class CabDataTest : public CabTest {
 
 TEST_F(CabDataTest, ReadsStoredAndCompressedFoldersWithReservedAreas) {
     CabBuilder builder = ManyFiles(4);
-    builder.stored = {{1, true}, {3, true}};
+    builder.stored = {1, 3};
     builder.headerReserve = std::string(300, 'h');
     builder.folderReserve = "ff";
     builder.dataReserve = "ddddd";
@@ -149,7 +149,7 @@ TEST_F(CabDataTest, MatchesBeforeTheDataReadNothingOfThisProgram) {
 TEST_F(CabDataTest, CutAnywhereItEndsCleanly) {
     CabBuilder builder;
     builder.items = {{"a", SampleText(300)}, {"sub\\b", SampleText(200, 2)}, {"c", "stored", 1}};
-    builder.stored = {{1, true}};
+    builder.stored = {1};
     builder.dataReserve = "rr";
     builder.nextCabinet = "n.cab";
     const std::string bytes = builder.Bytes();

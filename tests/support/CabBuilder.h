@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <map>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -24,11 +24,10 @@ struct CabItem {
 class CabBuilder {
   public:
     std::vector<CabItem> items;
-    std::map<int, bool> stored; ///< folders that are not compressed
+    std::set<int> stored; ///< folders that are not compressed
     std::string headerReserve;
     std::string folderReserve;
     std::string dataReserve;
-    bool hasReserve = false;
     std::string nextCabinet; ///< makes the cabinet one of a set
     bool withChecksums = true;
 
@@ -54,7 +53,7 @@ class CabBuilder {
         std::string folders;
         std::string data;
         for (int i = 0; i < folderCount; ++i) {
-            const bool isStored = stored.contains(i) && stored.at(i);
+            const bool isStored = stored.contains(i);
             std::size_t blocks = 0;
             const std::string packed = Blocks(raw[static_cast<std::size_t>(i)], isStored, blocks);
             folders += Number(dataAt + data.size(), 4) + Number(blocks, 2) + Number(isStored ? 0 : 1, 2) +
@@ -76,8 +75,7 @@ class CabBuilder {
 
   private:
     std::string Header(int folderCount) const {
-        const bool reserve =
-            hasReserve || !headerReserve.empty() || !folderReserve.empty() || !dataReserve.empty();
+        const bool reserve = !headerReserve.empty() || !folderReserve.empty() || !dataReserve.empty();
         const std::size_t flags = (nextCabinet.empty() ? 0u : 2u) | (reserve ? 4u : 0u);
         std::string head = "MSCF" + std::string(20, '\0') + "\x03\x01" +
                            Number(static_cast<std::size_t>(folderCount), 2) + Number(items.size(), 2) +
