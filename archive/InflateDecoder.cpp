@@ -197,6 +197,8 @@ bool InflateDecoder::MakeRoom(std::size_t count) {
         limit_ -= taken;
         taken_ += taken;
         space_ = output_.Grow(at_, at_ + count);
+        // What is beyond the limit is not for the fast loop either.
+        space_ = space_.first(std::min(space_.size(), limit_));
     }
     return true;
 }

@@ -39,8 +39,8 @@ inline std::vector<std::uint8_t> BytesOf(const archive::ByteBuffer& buffer) {
     return {buffer.Data(), buffer.Data() + buffer.Size()};
 }
 
-/// Decodes `stream` into at most `size` bytes through Inflate, then once more with every kernel between guard
-/// pages, and expects all of them to agree.
+/// Decodes `stream` into at most `size` bytes through Inflate, then in pieces, then with every kernel between
+/// guard pages, and expects all of them to agree.
 inline Inflated RunInflate(std::span<const std::uint8_t> stream, std::size_t size, bool deflate64) {
     fakes::RecordingMessages messages;
     archive::ByteBuffer data = BufferOf(stream);
@@ -50,6 +50,14 @@ inline Inflated RunInflate(std::span<const std::uint8_t> stream, std::size_t siz
     inflated.messages = messages.Ids();
     for (const app::Message& message : messages.shown)
         EXPECT_EQ(message.flags, app::kMessageWarning);
+
+    std::vector<std::uint8_t> pieces;
+    const bool isGood = archive::InflateInPieces(stream, static_cast<std::int32_t>(size) - 1, deflate64,
+                                                 [&](std::span<const std::uint8_t> piece) {
+                                                     pieces.insert(pieces.end(), piece.begin(), piece.end());
+                                                 });
+    EXPECT_EQ(isGood, inflated.messages.empty());
+    EXPECT_TRUE(!isGood || pieces == inflated.data);
 
     const support::GuardedMemory input(stream);
     for (const archive::InflateKernel* kernel : archive::InflateKernels()) {
