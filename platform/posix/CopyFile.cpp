@@ -47,7 +47,8 @@ SystemError CopyFile(const std::string& from, const std::string& to) {
         errno = 0;
     if (::fchmod(replacement.File().Descriptor(), (status.st_mode & 0777) | S_IWUSR) != 0)
         errno = 0;
-    return replacement.Commit();
+    // What takes no other file's place can be copied again: it need not wait for the medium.
+    return replacement.Commit(replacement.Replaces());
 }
 
 } // namespace platform

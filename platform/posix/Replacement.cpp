@@ -26,8 +26,8 @@ std::string LinkTarget(const std::string& hostPath) {
 Replacement::Replacement(std::string hostPath) : target_(LinkTarget(std::move(hostPath))) {
     struct stat status {};
 
-    const bool exists = ::lstat(target_.c_str(), &status) == 0;
-    if (exists && IsProtected(status)) {
+    replaces_ = ::lstat(target_.c_str(), &status) == 0;
+    if (replaces_ && IsProtected(status)) {
         error_ = {kErrorAccessDenied};
         return;
     }
@@ -37,7 +37,7 @@ Replacement::Replacement(std::string hostPath) : target_(LinkTarget(std::move(ho
         return;
     }
     // Media without modes or owners refuse both; the content matters more.
-    if (exists && S_ISREG(status.st_mode)) {
+    if (replaces_ && S_ISREG(status.st_mode)) {
         if (::fchown(File().Descriptor(), status.st_uid, status.st_gid) != 0)
             errno = 0;
         if (::fchmod(File().Descriptor(), status.st_mode & 07777) != 0)
@@ -45,14 +45,15 @@ Replacement::Replacement(std::string hostPath) : target_(LinkTarget(std::move(ho
     }
 }
 
-SystemError Replacement::Commit() {
-    if (const SystemError error = staged_->Sync())
+SystemError Replacement::Commit(bool isLasting) {
+    if (const SystemError error = isLasting ? staged_->Sync() : SystemError{})
         return error;
     if (const SystemError error = staged_->File().Close())
         return error;
     if (const SystemError error = staged_->TakeName(target_))
         return error;
-    SyncFolder(ParentOf(target_));
+    if (isLasting)
+        SyncFolder(ParentOf(target_));
     return {};
 }
 

@@ -22,14 +22,18 @@ class Replacement {
     /// The new file, open for writing.
     const HostFile& File() const { return staged_->File(); }
 
-    /// Brings the new file onto the medium and gives it the old one's place and, where there was one, its
-    /// mode.
-    SystemError Commit();
+    /// Whether there is a file whose place it will take.
+    bool Replaces() const { return replaces_; }
+
+    /// Gives the new file the old one's place and, where there was one, its mode; with `isLasting` once it is
+    /// on the medium.
+    SystemError Commit(bool isLasting = true);
 
   private:
     std::string target_;
     std::optional<TemporaryFile> staged_;
     SystemError error_;
+    bool replaces_ = false;
 };
 
 } // namespace platform
