@@ -4,12 +4,14 @@
 #include "platform/FileOperations.h"
 #include "platform/Files.h"
 #include "platform/FindFiles.h"
+#include "platform/Letters.h"
 #include "platform/OutputPathRule.h"
 
 #include <functional>
 #include <map>
 #include <set>
 #include <string_view>
+#include <unordered_map>
 
 namespace dialogs {
 namespace {
@@ -29,16 +31,45 @@ std::string JournalPath() {
     return std::string(app::kWorkFolder) + "opened.lst";
 }
 
-/// Tells one state of a file from another; the same for all folders; empty when there is nothing.
-std::string StampOf(const std::string& path) {
-    const auto found = platform::FindEntry(path);
-    if (!found)
-        return {};
-    if (found->attributes & platform::kAttributeDirectory)
-        return "folder";
-    return std::to_string(found->lastWrite.ticks) + '/' + std::to_string(found->sizeHigh) + '/' +
-           std::to_string(found->sizeLow);
+std::string ParentOf(const std::string& path) {
+    return path.substr(0, path.find_last_of('\\'));
 }
+
+constexpr char kFolder[] = "folder";
+
+/// Stamps of files: each tells one state of a file from another. All folders have the same. Each folder is
+/// listed once, since asking for file after file in a large one would search it again and again.
+class Stamps {
+  public:
+    /// Empty when there is nothing at `path`.
+    std::string Of(const std::string& path) {
+        const std::string folder = ParentOf(path);
+        auto [listed, isNew] = folders_.try_emplace(folder);
+        if (isNew)
+            listed->second = List(folder);
+        const auto found = listed->second.find(platform::ToUpper(path.substr(folder.size() + 1)));
+        return found == listed->second.end() ? std::string() : found->second;
+    }
+
+  private:
+    using Listed = std::unordered_map<std::string, std::string>; // by name in upper case
+
+    static Listed List(const std::string& folder) {
+        Listed listed;
+        platform::SystemError error;
+        const auto entries = platform::FindFiles::Start(folder, error);
+        platform::FindData entry;
+        while (entries && entries->Next(entry))
+            listed[platform::ToUpper(entry.name)] = entry.attributes & platform::kAttributeDirectory
+                                                        ? kFolder
+                                                        : std::to_string(entry.lastWrite.ticks) + '/' +
+                                                              std::to_string(entry.sizeHigh) + '/' +
+                                                              std::to_string(entry.sizeLow);
+        return listed;
+    }
+
+    std::unordered_map<std::string, Listed> folders_;
+};
 
 Journal ReadJournal() {
     Journal journal;
@@ -67,10 +98,6 @@ void WriteJournal(const Journal& journal) {
     for (const auto& [path, note] : journal)
         text += (note.isWritten ? '+' : '-') + note.stamp + ' ' + path + '\n';
     platform::WriteWholeFile(JournalPath(), text);
-}
-
-std::string ParentOf(const std::string& path) {
-    return path.substr(0, path.find_last_of('\\'));
 }
 
 bool IsEmptyFolder(const std::string& path) {
@@ -108,8 +135,9 @@ void OpenFolder::Expect(const std::string& path) {
 
 void OpenFolder::Begin() {
     Journal journal = ReadJournal();
+    Stamps stamps;
     for (Expected& file : expected_) {
-        file.before = StampOf(file.path);
+        file.before = stamps.Of(file.path);
         if (const auto known = journal.find(file.path);
             known == journal.end() || known->second.stamp != file.before)
             journal[file.path] = {false, file.before};
@@ -119,8 +147,9 @@ void OpenFolder::Begin() {
 
 void OpenFolder::End() {
     Journal journal = ReadJournal();
+    Stamps stamps;
     for (const Expected& file : expected_) {
-        const std::string stamp = StampOf(file.path);
+        const std::string stamp = stamps.Of(file.path);
         Note& note = journal[file.path];
         // What is as it was before, and not known as written earlier, is somebody else's.
         if (stamp.empty() || (stamp == file.before && !note.isWritten))
@@ -135,16 +164,17 @@ void EmptyOpenFolder() {
     Journal journal = ReadJournal();
     if (journal.empty())
         return;
-    // The longest first: a folder after what is in it.
+    Stamps stamps;
+    // In the order that has a folder after what is in it.
     std::set<std::string, std::greater<>> folders;
     for (auto entry = journal.begin(); entry != journal.end();) {
         const auto& [path, note] = *entry;
-        const std::string stamp = StampOf(path);
+        const std::string stamp = stamps.Of(path);
         const bool isOurs = note.isWritten == (stamp == note.stamp);
-        for (std::string folder = stamp == "folder" ? path : ParentOf(path);
+        for (std::string folder = stamp == kFolder ? path : ParentOf(path);
              folder.size() >= OpenFolder::Path().size(); folder = ParentOf(folder))
             folders.insert(folder);
-        const bool stays = !stamp.empty() && stamp != "folder" && isOurs && platform::DeleteFile(path);
+        const bool stays = !stamp.empty() && stamp != kFolder && isOurs && platform::DeleteFile(path);
         entry = stays ? std::next(entry) : journal.erase(entry);
     }
     Quiet quiet;

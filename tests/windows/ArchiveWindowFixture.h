@@ -104,7 +104,8 @@ class ArchiveWindows : public QObject, public testing::Test {
             tests::CabBuilder builder;
             for (const Item& item : items) {
                 std::string stored = item.name;
-                std::replace(stored.begin(), stored.end(), '/', '\\');
+                if (stored.find('\\') == std::string::npos)
+                    std::replace(stored.begin(), stored.end(), '/', '\\');
                 builder.items.push_back({stored, item.content});
             }
             dir_.MakeFile(file, builder.Bytes());

@@ -90,6 +90,16 @@ TEST_P(EveryArchiveWindow, DeletesOnlyAnArchiveThatWasExtractedWhole) {
     EXPECT_EQ(dir_.Read(In("x", "c.txt")), "see");
 }
 
+TEST_P(EveryArchiveWindow, NamesMayHaveBothSeparators) {
+    const std::string file = OpenNew("x", {{"MIX/IN\\a.txt", "ay"}});
+    Check("chkAll");
+    Check("chkDelete");
+    Press("cmdExtractSame");
+    EXPECT_EQ(dir_.Read(In("x", "MIX/IN/a.txt")), "ay");
+    EXPECT_TRUE(messages_.Ids().empty());
+    EXPECT_FALSE(Exists(file));
+}
+
 TEST_P(EveryArchiveWindow, KeepsAnArchiveOfWhichSomethingCannotBeReadBack) {
     const std::vector<Item> kCases[] = {
         {{"same.txt", "first"}, {"same.txt", "second"}},
