@@ -9,44 +9,19 @@ cabinets that do not begin where their file does. Everything else must end with 
 nothing may be written outside the target. Exits with 77 when there is no CORPUS, for "skipped".
 """
 
-import collections
 import hashlib
 import json
 import os
 import pathlib
 import re
-import resource
-import subprocess
 import sys
 import tempfile
 
-SECONDS = 60
-OUTPUT = 512 << 20
+from probe_limits import check_left, counts, faults, is_blind, run
+
 ERRORS = {0, 2, 3, 4, 5, 8, 13, 23, 30}
 # What the reader handled when this was written; fewer means that the check has gone blind.
 FLOOR = {"cabinets": 45, "files": 75, "contents": 55, "refused": 20, "unsafe": 15}
-
-counts = collections.Counter()
-faults = []
-
-
-def run(arguments):
-    """Runs the probe under its limits; its answer, or None after noting a fault."""
-    def limit():
-        resource.setrlimit(resource.RLIMIT_FSIZE, (OUTPUT, OUTPUT))
-        resource.setrlimit(resource.RLIMIT_CPU, (SECONDS, SECONDS))
-
-    environment = dict(os.environ, LC_ALL="C.UTF-8")
-    environment.pop("PELLARION_ANSI_CODEPAGE", None)
-    environment.pop("PELLARION_DRIVES", None)
-    process = subprocess.run(
-        arguments, stdout=subprocess.PIPE, stderr=subprocess.PIPE, env=environment, preexec_fn=limit,
-        timeout=SECONDS * 3, check=False,
-    )
-    if process.returncode != 0:
-        faults.append(f"{arguments}: exit {process.returncode}: {process.stderr[-400:]!r}")
-        return None
-    return json.loads(process.stdout)
 
 
 def stays(name):
@@ -76,8 +51,7 @@ def check(probe, corpus, archive, file):
         for result in (listed, answer):
             if result["status"] not in ERRORS or bool(result["status"]) != bool(result["error"]):
                 faults.append(f"{where}: {result['status']} {result['error']!r}")
-        if set(os.listdir(world)) - {"deep"} or os.path.isdir(world + "/deep") and set(os.listdir(world + "/deep")) - {"out"}:
-            faults.append(f"{where}: something left the target")
+        check_left(where, world)
         base = os.path.join(out, pathlib.Path(path).stem)
         compare(archive, where, listed, answer, base)
 
@@ -143,12 +117,9 @@ def main(probe, corpus):
     for archive in archives:
         for file in archive["files"]:
             check(probe, corpus, archive, file)
-    for name, least in FLOOR.items():
-        if counts[name] < least:
-            faults.append(f"only {counts[name]} {name}, {least} when this was written")
     print("\n".join(faults))
     print(f"{dict(counts)}, {len(faults)} faults")
-    return 1 if faults else 0
+    return 1 if is_blind(FLOOR) or faults else 0
 
 
 if __name__ == "__main__":

@@ -14,18 +14,16 @@ import json
 import os
 import pathlib
 import resource
-import subprocess
 import sys
 import tempfile
 import zlib
 
 import zip_form
+from probe_limits import OUTPUT, check_left, counts, faults, is_blind, note, run
 
 KINDS = {0: "stored", 8: "deflated", 9: "deflated (64)", 2: "reduced", 3: "reduced", 4: "reduced", 5: "reduced"}
 REFUSED = {1, 6, 7, 10}
-SECONDS = 60
 MEGABYTES = 1024  # of memory, shadow memory of a sanitizer included
-OUTPUT = 512 << 20
 # What the reader handled when this was written; fewer means that the check has gone blind.
 FLOOR = {
     "archives": 250,
@@ -37,35 +35,7 @@ FLOOR = {
     "decrypted": 10,
 }
 
-counts = collections.Counter()
-faults = []
 skipped = collections.Counter()
-
-
-def run(arguments):
-    """Runs the probe under its limits; its answer, or None after noting a fault."""
-    def limit():
-        resource.setrlimit(resource.RLIMIT_FSIZE, (OUTPUT, OUTPUT))
-        resource.setrlimit(resource.RLIMIT_CPU, (SECONDS, SECONDS))
-
-    environment = dict(os.environ, LC_ALL="C.UTF-8")
-    environment.pop("PELLARION_ANSI_CODEPAGE", None)
-    environment.pop("PELLARION_DRIVES", None)
-    process = subprocess.Popen(
-        arguments, stdout=subprocess.PIPE, stderr=subprocess.PIPE, env=environment, preexec_fn=limit
-    )
-    try:
-        output, errors = process.communicate(timeout=SECONDS * 3)
-    except subprocess.TimeoutExpired:
-        process.kill()
-        return note(arguments, "does not end")
-    if process.returncode != 0:
-        return note(arguments, f"exit {process.returncode}: {errors[-400:]!r}")
-    return json.loads(output)
-
-
-def note(where, what):
-    faults.append(f"{where}: {what}")
 
 
 def list_and_compare(probe, path, archive, entries):
@@ -112,8 +82,7 @@ def extract(probe, path, archive, number=None):
         if number is not None:
             command += ["--entries", str(number)]
         answer = run(command)
-        if os.listdir(world) not in ([], ["deep"]) or os.path.isdir(world + "/deep") and os.listdir(world + "/deep") != ["out"]:
-            note(archive["id"], "something left the target folder")
+        check_left(archive["id"], world)
         if answer is None:
             return None
         if answer["status"] not in (0, -1, -2, -10):
@@ -233,10 +202,7 @@ def main():
         print(f"  {count:4} {reason}")
     for fault in faults:
         print("FAULT", fault)
-    blind = [what for what in FLOOR if counts[what] < FLOOR[what]]
-    if blind:
-        print("too few compared:", blind)
-    return 1 if faults or blind or peak > MEGABYTES else 0
+    return 1 if is_blind(FLOOR) or faults or peak > MEGABYTES else 0
 
 
 if __name__ == "__main__":

@@ -5,6 +5,7 @@ usage: probe_check.py PROBE
 
 import json
 import os
+import resource
 import subprocess
 import sys
 import tempfile
@@ -73,6 +74,32 @@ class ProbeCheck(unittest.TestCase):
         self.assertEqual(answer("extract", self.archive, target, "--password", "secret")["status"], 0)
         with open(__file__, "rb") as mine, open(os.path.join(target, os.path.basename(__file__)), "rb") as out:
             self.assertEqual(mine.read(), out.read())
+
+    @unittest.skipIf("asan" in PROBE, "its shadow memory is larger than any limit")
+    def test_memory_that_is_not_there_costs_only_the_entry(self):
+        # Two gigabytes are recorded, and six megabytes of reduced bytes could be as many.
+        self.make("huge", "after")
+        with open(self.archive, "rb") as file:
+            data = bytearray(file.read())
+        packed, recorded = bytes(6 << 20), (2**31 - 1).to_bytes(4, "little")
+        name = data.index(b"huge")
+        stored = int.from_bytes(data[18:22], "little")
+        end = name + 4 + stored
+        central = data.index(b"PK\x01\x02")
+        for at in (0, central + 2):
+            data[at + 8:at + 10] = b"\x03\x00"
+            data[at + 18:at + 26] = len(packed).to_bytes(4, "little") + recorded
+        grown = len(packed) - stored
+        second = data.index(b"PK\x01\x02", central + 4)
+        for at in (second + 42, data.index(b"PK\x05\x06") + 16):
+            data[at:at + 4] = (int.from_bytes(data[at:at + 4], "little") + grown).to_bytes(4, "little")
+        with open(self.archive, "wb") as file:
+            file.write(data[:name + 4] + packed + data[end:])
+        target = os.path.join(self.folder, "out")
+        done = subprocess.run([PROBE, "extract", self.archive, target], capture_output=True, timeout=60,
+                              preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (1 << 30, 1 << 30)))
+        self.assertEqual((done.returncode, json.loads(done.stdout)), (0, {"status": 0, "messages": [560]}))
+        self.assertEqual(os.listdir(target), ["after"])
 
     def test_a_file_that_is_no_archive_answers_minus_two(self):
         self.assertEqual(answer("list", self.archive)["status"], -2)
