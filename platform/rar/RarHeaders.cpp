@@ -120,9 +120,10 @@ std::vector<std::uint8_t> EntryEnd(int format) {
     constexpr std::uint64_t kSkipIfUnknown = 4;
     HeaderWriter block;
     block.PutVariable(kUnknownType).PutVariable(kSkipIfUnknown);
+    const std::vector<std::uint8_t> sealed = Sealed5(block);
     HeaderWriter blocks;
     while (blocks.Taken().size() < kFiller)
-        blocks.PutBytes(Sealed5(block));
+        blocks.PutBytes(sealed);
     return blocks.Taken();
 }
 

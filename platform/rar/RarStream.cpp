@@ -6,6 +6,7 @@
 #include <archive.h>
 #include <archive_entry.h>
 #include <cerrno>
+#include <utility>
 
 namespace platform::rar {
 
@@ -18,8 +19,7 @@ constexpr int kMostIdleCalls = 1000;
 } // namespace
 
 RarStream::RarStream(int format, RarVolumes& volumes)
-    : format_(format), volumes_(volumes), buffer_(kChunk),
-      archive_(::archive_read_new(), ::archive_read_free) {
+    : format_(format), volumes_(volumes), archive_(::archive_read_new(), ::archive_read_free) {
     sources_.push_back({.bytes = ArchiveStart(format), .piece = {}});
 }
 
@@ -91,10 +91,10 @@ std::ptrdiff_t RarStream::Read(const void*& bytes) {
         Source& source = sources_.front();
         std::size_t count = source.bytes.size();
         if (count > 0) {
-            std::ranges::copy(source.bytes, buffer_.begin());
-            source.bytes.clear();
+            buffer_ = std::exchange(source.bytes, {});
         } else if (source.piece.length > 0) {
-            count = static_cast<std::size_t>(std::min<std::uint64_t>(buffer_.size(), source.piece.length));
+            count = static_cast<std::size_t>(std::min<std::uint64_t>(kChunk, source.piece.length));
+            buffer_.resize(std::max(buffer_.size(), count));
             const auto file = volumes_.Volume(source.piece.volume);
             if (!file || file->ReadAt(source.piece.offset, std::span(buffer_).first(count)) != count) {
                 isFaulted_ = true;

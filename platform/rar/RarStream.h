@@ -12,9 +12,9 @@ struct archive;
 
 namespace platform::rar {
 
-/// Hands entries to the library that unpacks them: one, or those of a solid run one after another, as an
-/// archive of their own with nothing else in it. What else the real archive holds, and how it is laid out
-/// over volumes, cannot lead the library astray so.
+/// Hands entries to the library that unpacks them, one after another, as an archive of their own with nothing
+/// else in it: one entry of format 4, any number of format 5. After a failure it can unpack no more. What
+/// else the real archive holds, and how it is laid out over volumes, cannot lead the library astray so.
 class RarStream {
   public:
     RarStream(int format, RarVolumes& volumes);

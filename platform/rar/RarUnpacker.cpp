@@ -15,40 +15,40 @@ bool IsCopied(const PackedEntry& entry) {
     return entry.packing.stored && (entry.packing.crc || !entry.packing.blake2);
 }
 
+bool IsKnown(int format, const Packing& packing) {
+    if (packing.encrypted || !packing.sizeKnown)
+        return false;
+    if (packing.stored)
+        return true;
+    return format == 4 ? !packing.solid && packing.version >= kOldestVersion4
+                       : (packing.compression & kVersionMask5) == 0;
+}
+
 } // namespace
 
 void RarUnpacker::Meet(int format, const Entry& entry) {
     format_ = format;
     current_ = {entry.header.packing, entry.header.size, entry.pieces};
-    if (format != 5 || current_.packing.stored || current_.size == 0)
+    if (IsCopied(current_) || current_.size == 0)
         return;
     if (!current_.packing.solid) {
         run_.clear();
-        stream_.reset();
+        // What failed may have left the stream anywhere, and of format 4 it takes one entry.
+        if (isBroken_ || format == 4)
+            stream_.reset();
         isBroken_ = false;
     }
     // What cannot be unpacked makes the rest of its run so.
-    isBroken_ = isBroken_ || current_.packing.encrypted || entry.obstacle != kRarSuccess;
+    isBroken_ = isBroken_ || entry.obstacle != kRarSuccess || !IsKnown(format, current_.packing);
     run_.push_back(current_);
 }
 
 int RarUnpacker::Unpack(const Sink& sink) {
-    const Packing& packing = current_.packing;
-    if (packing.encrypted || !packing.sizeKnown)
+    if (!IsKnown(format_, current_.packing))
         return kRarBadData;
     if (current_.size == 0)
         return CheckedOutput(current_, sink).Finish();
-    if (IsCopied(current_))
-        return CopyStored(current_, sink);
-    if (format_ == 4) {
-        if (packing.solid || packing.version < kOldestVersion4)
-            return kRarBadData;
-    } else if ((packing.compression & kVersionMask5) != 0) {
-        return kRarBadData;
-    } else if (!packing.stored) {
-        return UnpackRun(sink);
-    }
-    return RarStream(format_, volumes_).Unpack(current_, sink);
+    return IsCopied(current_) ? CopyStored(current_, sink) : UnpackRun(sink);
 }
 
 int RarUnpacker::CopyStored(const PackedEntry& entry, const Sink& sink) {

@@ -29,8 +29,8 @@ class RarUnpacker {
     RarVolumes& volumes_;
     int format_ = 0;
     PackedEntry current_;
-    // Format 5: the solid run that current_ belongs to.
-    std::deque<PackedEntry> run_; // what the stream has not unpacked yet, current_ last
+    std::deque<PackedEntry>
+        run_; // of the solid run of current_, what the stream has not unpacked; it is last
     std::unique_ptr<RarStream> stream_;
     bool isBroken_ = false;
 };
