@@ -75,6 +75,12 @@ class Setting:
             self.explorer.program.kill()
             self.explorer = None
 
+    def tidy(self):
+        """What a part has unpacked beside the archives would be in the way of the next."""
+        for folder in (self.stick / "Archives").iterdir():
+            if folder.is_dir():
+                shutil.rmtree(folder)
+
     def documents_opened(self):
         """Paths that were handed to a document's program."""
         lines = self.opened.read_text().splitlines() if self.opened.exists() else []
@@ -102,6 +108,7 @@ def main():
             driver.screenshot(setting.output / f"failed-{name}.png", [])
         finally:
             setting.stop()
+            setting.tidy()
     return setting.report.close()
 
 
