@@ -16,9 +16,9 @@ class ReduceDecoder {
     ReduceDecoder(std::span<const std::uint8_t> input, int factor,
                   std::size_t laneBytes = ReduceLanes::kUsualLane);
 
-    /// Fills `output` from its first to its last byte; stops in the middle of a copy when it is full. Bits
+    /// Fills `room` from its first to its last byte; stops in the middle of a copy when it is full. Bits
     /// that the input lacks read as 0.
-    void Decode(std::span<std::uint8_t> output);
+    void Decode(std::span<std::uint8_t> room);
 
   private:
     std::span<const std::uint8_t> input_;

@@ -1,52 +1,19 @@
 #include "ZipTest.h"
 #include "archive/ArchiveState.h"
 #include "platform/Files.h"
+#include "support/SmallDisk.h"
 
 #include <ctime>
-#include <sys/mount.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace tests {
 namespace {
 
 using DiskIOTest = ZipTest;
 
-/// A file system of one megabyte on a folder, for as long as it lives; not there when mounting is not
-/// permitted.
-class SmallDisk {
-  public:
-    explicit SmallDisk(std::filesystem::path folder, const char* options)
-        : folder_(std::move(folder)), isMounted_(::mount("none", folder_.c_str(), "tmpfs", 0, options) == 0) {
-    }
-
-    ~SmallDisk() {
-        if (isMounted_)
-            ::umount2(folder_.c_str(), MNT_DETACH);
-    }
-
-    SmallDisk(const SmallDisk&) = delete;
-    SmallDisk& operator=(const SmallDisk&) = delete;
-
-    bool IsMounted() const { return isMounted_; }
-
-    bool MakeReadOnly() const {
-        return ::mount("none", folder_.c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr) == 0;
-    }
-
-  private:
-    std::filesystem::path folder_;
-    bool isMounted_;
-};
-
-std::time_t LocalTime(int year, int month, int day, int hour, int minute, int second) {
+std::time_t LocalTime(const char* text) {
     std::tm local{};
-    local.tm_year = year - 1900;
-    local.tm_mon = month - 1;
-    local.tm_mday = day;
-    local.tm_hour = hour;
-    local.tm_min = minute;
-    local.tm_sec = second;
+    ::strptime(text, "%Y-%m-%d %H:%M:%S", &local);
     local.tm_isdst = -1;
     return std::mktime(&local);
 }
@@ -70,10 +37,10 @@ TEST_F(DiskIOTest, FilesGetTheEntrysLocalTime) {
     struct stat status {};
 
     ::stat(dir.Host("out/winter").c_str(), &status);
-    EXPECT_EQ(status.st_mtime, LocalTime(2005, 3, 4, 10, 20, 30));
+    EXPECT_EQ(status.st_mtime, LocalTime("2005-03-04 10:20:30"));
     EXPECT_GE(status.st_atime, before - 1) << "the last access is the extraction";
     ::stat(dir.Host("out/summer").c_str(), &status);
-    EXPECT_EQ(status.st_mtime, LocalTime(2005, 7, 4, 10, 20, 30));
+    EXPECT_EQ(status.st_mtime, LocalTime("2005-07-04 10:20:30"));
     for (const char* name : {"out/none", "out/invalid"}) {
         ::stat(dir.Host(name).c_str(), &status);
         EXPECT_GE(status.st_mtime, before - 1) << name;
@@ -146,7 +113,7 @@ TEST_F(DiskIOTest, DeepPathsDoNotExhaustOpenFolders) {
 
 TEST_F(DiskIOTest, AFullDiskLeavesNothingHalfWritten) {
     dir.MakeFolder("out");
-    const SmallDisk disk(dir.Host("out"), "size=1m");
+    const SmallDisk disk(dir.Host("out"), 1 << 20);
     if (!disk.IsMounted())
         GTEST_SKIP() << "mounting is not permitted";
     dir.MakeFile("out/old", "old content");
@@ -160,8 +127,8 @@ TEST_F(DiskIOTest, AFullDiskLeavesNothingHalfWritten) {
 
 TEST_F(DiskIOTest, AReadOnlyTargetIsReported) {
     dir.MakeFolder("out");
-    const SmallDisk disk(dir.Host("out"), "size=1m");
-    if (!disk.IsMounted() || !disk.MakeReadOnly())
+    const SmallDisk disk(dir.Host("out"), 1 << 20);
+    if (!disk.IsMounted() || !disk.Protect())
         GTEST_SKIP() << "mounting is not permitted";
     Load({StoredEntry("a", "x"), StoredEntry("b/c", "x"), StoredEntry("d/", "")});
     EXPECT_EQ(UnPackAll(), 0);
@@ -169,27 +136,12 @@ TEST_F(DiskIOTest, AReadOnlyTargetIsReported) {
     EXPECT_TRUE(Written().empty());
 }
 
-/// Takes the target away after the first entry.
-class VanishingTarget final : public archive::ExtractionObserver {
-  public:
-    explicit VanishingTarget(std::filesystem::path target) : target_(std::move(target)) {
-        archive::SetObserver(this);
-    }
-
-    ~VanishingTarget() override { archive::SetObserver(nullptr); }
-
-    bool EntryDone(std::int32_t, std::int32_t) override {
-        std::filesystem::remove_all(target_);
-        return true;
-    }
-
-  private:
-    std::filesystem::path target_;
-};
-
 TEST_F(DiskIOTest, ATargetThatVanishesIsReported) {
     Load({StoredEntry("a", "x"), StoredEntry("b", "x")});
-    VanishingTarget observer(dir.Host("out"));
+    const CountingObserver observer([&](std::int32_t) {
+        std::filesystem::remove_all(dir.Host("out"));
+        return true;
+    });
     EXPECT_EQ(UnPackAll(), 0);
     EXPECT_EQ(messages.Ids(), (Ids{560}));
     EXPECT_FALSE(std::filesystem::exists(dir.Host("out")));

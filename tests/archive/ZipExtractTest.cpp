@@ -21,25 +21,6 @@ std::string Prose(std::size_t size) {
     return text;
 }
 
-class CountingObserver final : public archive::ExtractionObserver {
-  public:
-    explicit CountingObserver(std::int32_t stopAt = 0) : stopAt_(stopAt) { archive::SetObserver(this); }
-
-    ~CountingObserver() override { archive::SetObserver(nullptr); }
-
-    bool EntryDone(std::int32_t entry, std::int32_t count) override {
-        EXPECT_EQ(entry, ++last);
-        lastCount = count;
-        return entry != stopAt_;
-    }
-
-    std::int32_t last = 0;
-    std::int32_t lastCount = 0;
-
-  private:
-    std::int32_t stopAt_;
-};
-
 TEST_F(ZipExtractTest, ArchivesOfIndependentProgramsComeOutWhole) {
     const std::string prose = Prose(300000);
     dir.MakeFile("in/Docs/prose.txt", prose);
@@ -68,22 +49,16 @@ TEST_F(ZipExtractTest, ArchivesOfIndependentProgramsComeOutWhole) {
 
 TEST_F(ZipExtractTest, FoldersAreMatchedWithoutRegardToCaseAndMadeInUpperCase) {
     dir.MakeFolder("out/Music");
+    for (const char* name : {"out/two", "out/TWO", "out/Two"})
+        dir.MakeFolder(name); // of which the one in the right letter case is taken
     Load({StoredEntry("music/new/song.mp3", "la"), StoredEntry("Docs/", ""), StoredEntry("docs/a", "1"),
-          StoredEntry("back\\slash", "2"), StoredEntry("./dot/./x", "3"), StoredEntry("gr\u00FCn/y", "4")});
+          StoredEntry("back\\slash", "2"), StoredEntry("./dot/./x", "3"), StoredEntry("gr\u00FCn/y", "4"),
+          StoredEntry("two/z", "5")});
     EXPECT_EQ(UnPackAll(), 0);
     EXPECT_EQ(Written(), (std::vector<std::string>{"BACK/", "BACK/slash", "DOT/", "DOT/x", "Docs/", "Docs/a",
                                                    "GR\u00DCN/", "GR\u00DCN/y", "Music/", "Music/NEW/",
-                                                   "Music/NEW/song.mp3"}));
+                                                   "Music/NEW/song.mp3", "TWO/", "Two/", "two/", "two/z"}));
     EXPECT_TRUE(messages.shown.empty());
-}
-
-TEST_F(ZipExtractTest, OfTwoFoldersTheOneInTheRightLetterCaseIsTaken) {
-    dir.MakeFolder("out/docs");
-    dir.MakeFolder("out/DOCS");
-    Load({StoredEntry("docs/a", "1")});
-    UnPackAll();
-    EXPECT_EQ(dir.Read("out/docs/a"), "1");
-    EXPECT_EQ(dir.Count("out/DOCS"), 0u);
 }
 
 TEST_F(ZipExtractTest, AMissingTargetIsMadeAndMayLackItsLastSeparator) {
@@ -108,7 +83,7 @@ TEST_F(ZipExtractTest, OnlySelectedEntriesAreWrittenAndAllCountForTheProgress) {
 }
 
 TEST_F(ZipExtractTest, TheObserverEndsTheExtraction) {
-    CountingObserver observer(2);
+    CountingObserver observer([](std::int32_t entry) { return entry != 2; });
     Load({StoredEntry("a", "1"), StoredEntry("b", "2"), StoredEntry("c", "3")});
     EXPECT_EQ(UnPackAll(), archive::kStatusRefused);
     EXPECT_EQ(Written(), (std::vector<std::string>{"a", "b"}));
@@ -170,21 +145,6 @@ TEST_F(ZipExtractTest, LargeEntriesComeOutWhole) {
     }
 }
 
-/// A raw Deflate stream that has no last block yet.
-std::string UnfinishedStream(std::string content) {
-    z_stream stream{};
-    deflateInit2(&stream, 6, Z_DEFLATED, -15, 8, Z_DEFAULT_STRATEGY);
-    std::string out(content.size() + 1000, '\0');
-    stream.next_in = reinterpret_cast<Bytef*>(content.data());
-    stream.avail_in = static_cast<uInt>(content.size());
-    stream.next_out = reinterpret_cast<Bytef*>(out.data());
-    stream.avail_out = static_cast<uInt>(out.size());
-    deflate(&stream, Z_FULL_FLUSH);
-    out.resize(stream.total_out);
-    deflateEnd(&stream);
-    return out;
-}
-
 TEST_F(ZipExtractTest, DamagedLargeEntriesAreReportedAndWritten) {
     const std::string prose = Prose(3 << 20);
     ZipEntry altered = DeflatedEntry("altered", prose);
@@ -192,9 +152,9 @@ TEST_F(ZipExtractTest, DamagedLargeEntriesAreReportedAndWritten) {
     ZipEntry longer = DeflatedEntry("longer", prose);
     longer.size -= 100;
     ZipEntry table = DeflatedEntry("table", prose);
-    table.stored = UnfinishedStream(prose.substr(0, 1 << 21)) + "\x05\xFF\xFF\xFF";
+    table.stored = Deflated(prose.substr(0, 1 << 21), Z_FULL_FLUSH) + "\x05\xFF\xFF\xFF";
     ZipEntry block = DeflatedEntry("block", prose);
-    block.stored = UnfinishedStream(prose.substr(0, 1 << 21)) + "\x07";
+    block.stored = Deflated(prose.substr(0, 1 << 21), Z_FULL_FLUSH) + "\x07";
     ZipEntry refused = DeflatedEntry("../refused", prose);
     ZipEntry copied = StoredEntry("copied", prose);
     copied.stored[1 << 21] ^= 1;

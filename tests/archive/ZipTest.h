@@ -7,6 +7,7 @@
 #include "support/ZipBuilder.h"
 
 #include <cstdint>
+#include <functional>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
@@ -14,6 +15,29 @@
 namespace tests {
 
 using Ids = std::vector<std::uint32_t>;
+
+/// Counts the entries that are done, which must come in order, and lets `go` decide whether to go on.
+class CountingObserver final : public archive::ExtractionObserver {
+  public:
+    explicit CountingObserver(std::function<bool(std::int32_t)> go = [](std::int32_t) { return true; })
+        : go_(std::move(go)) {
+        archive::SetObserver(this);
+    }
+
+    ~CountingObserver() override { archive::SetObserver(nullptr); }
+
+    bool EntryDone(std::int32_t entry, std::int32_t count) override {
+        EXPECT_EQ(entry, ++last);
+        lastCount = count;
+        return go_(entry);
+    }
+
+    std::int32_t last = 0;
+    std::int32_t lastCount = 0;
+
+  private:
+    std::function<bool(std::int32_t)> go_;
+};
 
 /// An archive front on drive E: of a test folder, with recorded messages.
 class ZipTest : public testing::Test {

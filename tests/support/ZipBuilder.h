@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/PlainEncryption.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -54,46 +56,33 @@ inline ZipEntry StoredEntry(std::string name, std::string content) {
     return entry;
 }
 
+/// A raw Deflate stream by zlib; without its last block when `flush` is not Z_FINISH.
+inline std::string Deflated(std::string content, int flush = Z_FINISH) {
+    z_stream stream{};
+    deflateInit2(&stream, 6, Z_DEFLATED, -15, 8, Z_DEFAULT_STRATEGY);
+    std::string out(content.size() + content.size() / 100 + 1000, '\0');
+    stream.next_in = reinterpret_cast<Bytef*>(content.data());
+    stream.avail_in = static_cast<uInt>(content.size());
+    stream.next_out = reinterpret_cast<Bytef*>(out.data());
+    stream.avail_out = static_cast<uInt>(out.size());
+    deflate(&stream, flush);
+    out.resize(stream.total_out);
+    deflateEnd(&stream);
+    return out;
+}
+
 inline ZipEntry DeflatedEntry(std::string name, const std::string& content) {
     ZipEntry entry = StoredEntry(std::move(name), content);
     entry.method = 8;
-    z_stream stream{};
-    deflateInit2(&stream, 6, Z_DEFLATED, -15, 8, Z_DEFAULT_STRATEGY);
-    entry.stored.resize(deflateBound(&stream, static_cast<uLong>(content.size())));
-    std::string input = content;
-    stream.next_in = reinterpret_cast<Bytef*>(input.data());
-    stream.avail_in = static_cast<uInt>(input.size());
-    stream.next_out = reinterpret_cast<Bytef*>(entry.stored.data());
-    stream.avail_out = static_cast<uInt>(entry.stored.size());
-    deflate(&stream, Z_FINISH);
-    entry.stored.resize(stream.total_out);
-    deflateEnd(&stream);
+    entry.stored = Deflated(content);
     return entry;
 }
 
 /// The entry under the traditional encryption (ZIP application note, section 6.1).
 inline ZipEntry Encrypted(ZipEntry entry, std::string_view password) {
-    const z_crc_t* table = get_crc_table();
-    std::uint32_t keys[3] = {0x12345678, 0x23456789, 0x34567890};
-    const auto step = [&](std::uint32_t key, std::uint32_t byte) {
-        return static_cast<std::uint32_t>(table[(key ^ byte) & 0xFF]) ^ key >> 8;
-    };
-    const auto update = [&](std::uint8_t byte) {
-        keys[0] = step(keys[0], byte);
-        keys[1] = (keys[1] + (keys[0] & 0xFF)) * 134775813 + 1;
-        keys[2] = step(keys[2], keys[1] >> 24);
-    };
-    for (const char c : password)
-        update(static_cast<std::uint8_t>(c));
     std::string plain = "elevenbytes";
     plain += static_cast<char>(entry.crc >> 24);
-    plain += entry.stored;
-    entry.stored.clear();
-    for (const char c : plain) {
-        const std::uint32_t mask = (keys[2] & 0xFFFF) | 2;
-        entry.stored += static_cast<char>(static_cast<std::uint8_t>(c) ^ ((mask * (mask ^ 1)) >> 8 & 0xFF));
-        update(static_cast<std::uint8_t>(c));
-    }
+    entry.stored = support::PlainEncryption(password).Encrypt(plain + entry.stored);
     entry.flags |= 1;
     return entry;
 }
