@@ -91,6 +91,9 @@ class ArchiveWindow : public QDialog {
     /// Closes archives that are kept open: one of them is about to be deleted.
     virtual void LetGo() {}
 
+    /// A label that belongs to the format's window and is never filled.
+    void AddEmptyLabel(const char* name);
+
     /// Lists these archives anew.
     void ListArchives(const std::vector<std::string>& paths);
 

@@ -86,6 +86,10 @@ void ArchiveWindow::Build() {
     ListView->setFocus();
 }
 
+void ArchiveWindow::AddEmptyLabel(const char* name) {
+    Named(new QLabel(this), name)->hide();
+}
+
 QFrame* ArchiveWindow::BuildCommandFrame() {
     auto* frame = Named(new QFrame(this), "fraCommand");
     chkAll = Named(new QCheckBox(frame), "chkAll");

@@ -88,6 +88,7 @@ frmRarExtract::frmRarExtract(QWidget* parent)
                      .hasProgressBar = true},
                     parent) {
     setObjectName(QStringLiteral("frmRarExtract"));
+    AddEmptyLabel("lblRarArch");
 }
 
 bool frmRarExtract::List(std::int32_t archive, ArchiveListing& listing) {

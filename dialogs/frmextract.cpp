@@ -28,6 +28,7 @@ frmextract::frmextract(QWidget* parent)
                      .openFillsStrip = true},
                     parent) {
     setObjectName(QStringLiteral("frmextract"));
+    AddEmptyLabel("lblDestFile1");
 }
 
 bool frmextract::List(std::int32_t archive, ArchiveListing& listing) {
