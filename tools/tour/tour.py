@@ -76,7 +76,8 @@ class Setting:
             self.explorer = None
 
     def tidy(self):
-        """What a part has unpacked beside the archives would be in the way of the next."""
+        """What a part has unpacked beside the archives, or set, would be in the way of the next."""
+        self.settings.unlink(missing_ok=True)
         for folder in (self.stick / "Archives").iterdir():
             if folder.is_dir():
                 shutil.rmtree(folder)
