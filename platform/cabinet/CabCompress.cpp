@@ -49,11 +49,10 @@ Result DoWhileTelling(ProgressMeter& progress, const Work& work) {
 }
 
 /// A source is deleted whole, so a file that came or went meanwhile counts as much as one that changed.
-CabReport ListAgain(PackSource& source, const PackPlan& plan, const std::string& path,
-                    ProgressMeter& progress) {
+/// Nobody is told meanwhile: whoever is may change it behind the listing.
+CabReport ListAgain(PackSource& source, const PackPlan& plan, const std::string& path) {
     std::vector<PackEntry> now;
-    CabReport report =
-        DoWhileTelling<CabReport>(progress, [&] { return source.List(now, cabinet::kMostFiles); });
+    CabReport report = source.List(now, cabinet::kMostFiles);
     if (report.failure == CabFailure::kNone && now != plan.files)
         report = {CabFailure::kChanged, path, {}};
     return report;
@@ -86,10 +85,10 @@ CabReport Make(std::int32_t mode, const std::string& destination, const std::str
     if ((error = DoWhileTelling<SystemError>(progress, [&] { return staged->Flush(); })))
         return {CabFailure::kCannotWrite, "", error};
     report = cabinet::CheckCabinet(plan, *source, *staged, progress);
-    if (report.failure == CabFailure::kNone)
-        report = ListAgain(*source, plan, path, progress);
-    if (report.failure == CabFailure::kNone && progress.IsStopped())
+    if (report.failure == CabFailure::kNone && !progress.Tell())
         report = {CabFailure::kStopped, "", {}};
+    if (report.failure == CabFailure::kNone)
+        report = ListAgain(*source, plan, path);
     if (report.failure == CabFailure::kNone && (error = staged->Commit()))
         report = {CabFailure::kCannotWrite, "", error};
     return report;
