@@ -76,6 +76,17 @@ constexpr FoldFactors kSixteenBlocks = FactorsFor(16 * 128);
     return _mm512_loadu_si512(data);
 }
 
+/// The CRC of four blocks and of the bytes that follow them.
+[[gnu::target("sse4.1,pclmul")]] inline std::uint32_t FinishFour(__m128i block0, __m128i block1,
+                                                                 __m128i block2, __m128i block3,
+                                                                 const std::uint8_t* data, std::size_t size) {
+    const __m128i one = Factors(kOneBlock);
+    __m128i block = Fold(Fold(Fold(block0, one, block1), one, block2), one, block3);
+    for (; size >= 16; data += 16, size -= 16)
+        block = Fold(block, one, Load(data));
+    return Finish(block, data, size);
+}
+
 } // namespace
 
 [[gnu::target("sse4.1,pclmul")]] std::uint32_t UpdateCrc32Clmul(std::uint32_t crc, const std::uint8_t* data,
@@ -95,11 +106,7 @@ constexpr FoldFactors kSixteenBlocks = FactorsFor(16 * 128);
         block2 = Fold(block2, four, Load(data + 32));
         block3 = Fold(block3, four, Load(data + 48));
     }
-    const __m128i one = Factors(kOneBlock);
-    __m128i block = Fold(Fold(Fold(block0, one, block1), one, block2), one, block3);
-    for (; size >= 16; data += 16, size -= 16)
-        block = Fold(block, one, Load(data));
-    return Finish(block, data, size);
+    return FinishFour(block0, block1, block2, block3, data, size);
 }
 
 [[gnu::target("sse4.1,pclmul,avx512f,vpclmulqdq")]] std::uint32_t
@@ -126,12 +133,7 @@ UpdateCrc32WideClmul(std::uint32_t crc, const std::uint8_t* data, std::size_t si
         blocks0 = Fold(blocks0, four, Load64(data));
     std::uint8_t last[64];
     _mm512_storeu_si512(last, blocks0);
-    const __m128i one = Factors(kOneBlock);
-    __m128i block = Fold(Load(last), one, Load(last + 16));
-    block = Fold(Fold(block, one, Load(last + 32)), one, Load(last + 48));
-    for (; size >= 16; data += 16, size -= 16)
-        block = Fold(block, one, Load(data));
-    return Finish(block, data, size);
+    return FinishFour(Load(last), Load(last + 16), Load(last + 32), Load(last + 48), data, size);
 }
 
 } // namespace archive
