@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <memory>
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace archive {
@@ -21,10 +22,10 @@ using platform::kRarSuccess;
 
 class RarExtraction {
   public:
-    RarExtraction(const std::string& destination, const std::string& path, const std::string& password,
+    RarExtraction(std::string destination, std::string path, std::string password,
                   RarExtractionObserver& observer, const RarFilter& filter)
-        : destination_(destination), path_(path), password_(password), observer_(observer), filter_(filter),
-          folders_(destination) {}
+        : destination_(std::move(destination)), path_(std::move(path)), password_(std::move(password)),
+          observer_(observer), filter_(filter), folders_(destination_) {}
 
     RarOutcome Extract() {
         const bool done = Pass(RarPass::kTest) && Pass(RarPass::kExtract);

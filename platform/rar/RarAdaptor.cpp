@@ -41,10 +41,14 @@ class AdaptedArchive final : public RarArchive {
 };
 
 int AdaptedArchive::RARReadHeader(RARHeaderData& header) {
-    const int result = walk_.Next(entry_);
-    if (result != kRarSuccess)
-        return result;
-    unpacker_.Meet(walk_.Format(), entry_);
+    try {
+        const int result = walk_.Next(entry_);
+        if (result != kRarSuccess)
+            return result;
+        unpacker_.Meet(walk_.Format(), entry_);
+    } catch (const std::bad_alloc&) {
+        return kRarNoMemory;
+    }
     header.ArcName = entry_.archive;
     header.FileName = entry_.header.name;
     header.UnpSize = entry_.header.size;
