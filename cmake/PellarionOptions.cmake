@@ -25,7 +25,10 @@ target_compile_options(
             $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 
 if(PELLARION_SANITIZE)
-  # For everything, so that the libraries of one program agree.
+  # For everything, so that the libraries of one program agree. Line numbers are all that a report needs.
+  if(NOT PELLARION_FUZZ)
+    set(CMAKE_CXX_FLAGS_RELWITHDEBINFO "-O1 -g1 -DNDEBUG")
+  endif()
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
 endif()
