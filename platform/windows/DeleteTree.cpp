@@ -3,6 +3,7 @@
 #include "Wide.h"
 #include "WidePath.h"
 #include "platform/FileOperations.h"
+#include "platform/Files.h"
 
 namespace platform {
 namespace {
@@ -33,24 +34,25 @@ class TreeDeletion {
     void DeleteEntry(const std::wstring& host, const std::string& path) {
         if (!Proceed(path, 0))
             return;
-        // Opened by itself, a link is never followed.
-        Handle entry(::CreateFileW(host.c_str(), DELETE | FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES,
-                                   kShareAll, nullptr, OPEN_EXISTING,
-                                   FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
-        const std::optional<HostEntry> described = DescribeHandle(entry);
-        if (!described) {
-            Fail(path, LastError());
-            return;
-        }
+        const std::optional<HostEntry> entry = DescribeLink(host);
         const std::size_t failuresBefore = failures_;
-        if (described->IsFolder() && !described->IsLink())
+        if (!entry)
+            Fail(path, LastError());
+        else if (entry->IsFolder() && !entry->IsLink())
             DeleteEntries(host, path);
         // What could not be deleted inside has been told already.
-        if (!isStopped_ && failures_ == failuresBefore)
-            DeleteOpened(entry, path);
-        entry.Close();
+        if (!isStopped_ && failures_ == failuresBefore && !DeleteItself(host, *entry))
+            Fail(path, LastError());
         if (!isStopped_)
             Proceed(path, 1);
+    }
+
+    /// Deletes a file, an empty folder, or a link, which neither call follows. The read-only mark does not
+    /// keep it: the person has chosen to delete it.
+    static bool DeleteItself(const std::wstring& host, const HostEntry& entry) {
+        if ((entry.attributes & kAttributeReadOnly) != 0)
+            ::SetFileAttributesW(host.c_str(), FILE_ATTRIBUTE_NORMAL);
+        return (entry.IsFolder() ? ::RemoveDirectoryW(host.c_str()) : ::DeleteFileW(host.c_str())) != 0;
     }
 
     void DeleteEntries(const std::wstring& host, const std::string& path) {
@@ -64,21 +66,6 @@ class TreeDeletion {
                 return;
             DeleteEntry(JoinWide(host, name), path + '\\' + Utf8OfWide(name));
         }
-    }
-
-    /// Deletes what is open; the read-only mark does not keep it, as the person has chosen to delete it.
-    void DeleteOpened(const Handle& entry, const std::string& path) {
-        FILE_BASIC_INFO basic{};
-        if (::GetFileInformationByHandleEx(entry.Get(), FileBasicInfo, &basic, sizeof basic) != 0 &&
-            (basic.FileAttributes & FILE_ATTRIBUTE_READONLY) != 0) {
-            basic = {};
-            basic.FileAttributes = FILE_ATTRIBUTE_NORMAL;
-            ::SetFileInformationByHandle(entry.Get(), FileBasicInfo, &basic, sizeof basic);
-        }
-        FILE_DISPOSITION_INFO disposition{TRUE};
-        if (::SetFileInformationByHandle(entry.Get(), FileDispositionInfo, &disposition,
-                                         sizeof disposition) == 0)
-            Fail(path, LastError());
     }
 
     FileOperationObserver& observer_;

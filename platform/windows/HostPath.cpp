@@ -29,8 +29,9 @@ std::string_view VolumeOf(std::string_view path) {
     return path.substr(0, path.find_first_of(kSeparators, server + 1));
 }
 
+/// `path`, a volume or a folder, with the components below it. The root of a volume ends in a backslash.
 std::string Join(std::string path, const std::vector<std::string>& components) {
-    if (components.empty() && !path.ends_with('\\'))
+    if (components.empty() && VolumeOf(path) == path)
         path.push_back('\\');
     for (const std::string& name : components) {
         if (!path.ends_with('\\'))
@@ -69,8 +70,11 @@ std::string PathFromHost(std::string_view hostPath) {
     if (hostPath.empty() || hostPath.find('\0') != std::string_view::npos)
         return "";
     std::string absolute(hostPath);
-    if (VolumeOf(absolute).empty())
-        absolute = Utf8OfWide(HostCurrentFolder()) + "\\" + absolute;
+    if (VolumeOf(absolute).empty()) {
+        const std::string current = Utf8OfWide(HostCurrentFolder());
+        const bool isFromRoot = kSeparators.find(absolute[0]) != std::string_view::npos;
+        absolute = (isFromRoot ? std::string(VolumeOf(current)) : current) + "\\" + absolute;
+    }
     const std::string_view volume = VolumeOf(absolute);
     std::string path = Join(std::string(volume),
                             SplitComponents(std::string_view(absolute).substr(volume.size()), kSeparators));

@@ -29,9 +29,10 @@ class HostLibrary final : public SharedLibrary {
 
 std::unique_ptr<SharedLibrary> SharedLibrary::Load(const std::string& file) {
     // Never from the current folder, which anybody may have chosen.
-    const HMODULE module = ::LoadLibraryExW(WideOf(file).c_str(), nullptr,
-                                            file.find('\\') == file.npos ? LOAD_LIBRARY_SEARCH_SYSTEM32
-                                                                         : LOAD_WITH_ALTERED_SEARCH_PATH);
+    const HMODULE module =
+        ::LoadLibraryExW(WideOf(file).c_str(), nullptr,
+                         file.find_first_of("\\/") == file.npos ? LOAD_LIBRARY_SEARCH_SYSTEM32
+                                                                : LOAD_WITH_ALTERED_SEARCH_PATH);
     return module ? std::make_unique<HostLibrary>(module) : nullptr;
 }
 

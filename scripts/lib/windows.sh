@@ -50,7 +50,10 @@ make_archive() {
         -DCMAKE_TOOLCHAIN_FILE="$ROOT/cmake/toolchains/mingw64.cmake" -DPELLARION_SYSROOT="$WINDOWS_SYSROOT" "${without[@]}"
     cmake --build "$source/build" --parallel "$JOBS" --target archive_static
     cp "$source/libarchive/archive.h" "$source/libarchive/archive_entry.h" "$WINDOWS_SYSROOT/include/"
-    cp "$source/build/libarchive/libarchive_static.a" "$WINDOWS_SYSROOT/lib/libarchive.a"
+    # The toolkit holds a hash of the same names.
+    local -a renames
+    mapfile -t renames < <(x86_64-w64-mingw32-nm "$source/build/libarchive/libarchive_static.a" | sed -n 's/.* T \(blake2.*\)/--redefine-sym=\1=archive_\1/p')
+    x86_64-w64-mingw32-objcopy "${renames[@]}" "$source/build/libarchive/libarchive_static.a" "$WINDOWS_SYSROOT/lib/libarchive.a"
 }
 
 unpack_qt() {

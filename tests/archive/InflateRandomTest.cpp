@@ -89,7 +89,7 @@ void ExpectAsPlain(const Bytes& stream, std::size_t size, bool deflate64) {
 Bytes ZlibDeflate(const Bytes& content, int level, int strategy, int flush) {
     z_stream stream{};
     EXPECT_EQ(deflateInit2(&stream, level, Z_DEFLATED, -15, 9, strategy), Z_OK);
-    Bytes out(deflateBound(&stream, content.size()) + content.size() / 100 + 1000);
+    Bytes out(deflateBound(&stream, static_cast<uLong>(content.size())) + content.size() / 100 + 1000);
     stream.next_out = out.data();
     stream.avail_out = static_cast<uInt>(out.size());
     const std::size_t half = content.size() / 2;

@@ -2,13 +2,28 @@
 
 #include <filesystem>
 #include <string>
-#include <sys/mount.h>
 #include <utility>
+
+#ifndef _WIN32
+#include <sys/mount.h>
+#endif
 
 namespace tests {
 
 /// A file system of 64 KB, or of another size, mounted on an existing folder for the life of the object.
 /// Mounting takes a super-user: tests are skipped where IsMounted() is false.
+#ifdef _WIN32
+class SmallDisk {
+  public:
+    explicit SmallDisk(const std::filesystem::path&, unsigned = 0) {}
+
+    bool IsMounted() const { return false; }
+
+    bool Protect() const { return false; }
+
+    void PullOut() {}
+};
+#else
 class SmallDisk {
   public:
     explicit SmallDisk(std::filesystem::path folder, unsigned size = 65536) : folder_(std::move(folder)) {
@@ -42,5 +57,6 @@ class SmallDisk {
     std::filesystem::path folder_;
     bool isMounted_ = false;
 };
+#endif
 
 } // namespace tests

@@ -70,9 +70,9 @@ class TestDir {
         return path;
     }
 
-    /// The same place as the host names it; `relative` has forward slashes.
+    /// The same place as the host names it; `relative` is UTF-8 and has forward slashes.
     std::filesystem::path Host(std::string_view relative = "") const {
-        return relative.empty() ? root_ / "e" : root_ / "e" / relative;
+        return relative.empty() ? root_ / "e" : root_ / "e" / std::u8string(relative.begin(), relative.end());
     }
 
     /// The host folder that is drive C:.
