@@ -53,7 +53,7 @@ void ComparePacking(const std::string& what, const bench::Workplace& memory, con
     const Names pack{kProbe, "pack", tree, memory / "our"};
     bench::Side gcab = bench::ProgramSide("gcab", GcabWords(tree, theirs));
     bench::Compare("packing " + what, bytes, bench::ProgramSide("probe", pack), gcab);
-    PrintMemory("packing " + what, bench::RunCommand(pack));
+    PrintMemory("packing " + what, bench::MemoryOf(pack));
     const auto ourSize = static_cast<double>(fs::file_size(ours));
     const auto theirSize = static_cast<double>(fs::file_size(theirs));
     std::printf("%-24s %9.1f MB ours      %9.1f MB gcab\n", "size of that", ourSize / 1e6, theirSize / 1e6);
@@ -70,7 +70,7 @@ void CompareExtraction(const std::string& what, const bench::Workplace& memory, 
                            bench::ProgramSide("bsdtar", {"bsdtar", "xf", cabinet, "-C", out}, out)});
     bench::Compare("extracting " + what, bytes, bench::ProgramSide("probe", extract, out), peer);
     fs::remove_all(out);
-    PrintMemory("extracting " + what, bench::RunCommand(extract));
+    PrintMemory("extracting " + what, bench::MemoryOf(extract));
     fs::remove_all(out);
 }
 

@@ -68,7 +68,7 @@ void Listing(const bench::Workplace& memory) {
     bench::Compare("listing 65000 entries", bytes.size(),
                    bench::ProgramSide("probe", {kProbe, "list", archive}),
                    bench::ProgramSide("bsdtar", {"bsdtar", "-tf", archive}));
-    const std::size_t held = bench::RunCommand({kProbe, "list", archive});
+    const std::size_t held = bench::MemoryOf({kProbe, "list", archive});
     std::printf("%-24s %9.1f MB held\n", "memory of that", static_cast<double>(held) / 1e6);
 }
 

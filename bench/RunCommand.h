@@ -5,9 +5,11 @@
 
 namespace bench {
 
-/// Runs a program, found by the path, without output; ends the bench when it fails. Answers the most memory
-/// that it held, in bytes.
-std::size_t RunCommand(const std::vector<std::string>& words);
+/// Runs a program, found by the path, without output; ends the bench when it fails.
+void RunCommand(const std::vector<std::string>& words);
+
+/// The same, not for timing: answers the most memory that it held, in bytes, looked at every millisecond.
+std::size_t MemoryOf(const std::vector<std::string>& words);
 
 /// Whether the program can be found.
 bool HasCommand(const std::string& name);
