@@ -96,8 +96,8 @@ void OneLargeFile(const bench::Workplace& memory) {
     CompareExtraction("one large file in memory", size, archive, memory / "out");
 
     const auto allowed = static_cast<double>(size + fs::file_size(archive) + (std::size_t{32} << 20));
-    const auto peak = static_cast<double>(
-        bench::MemoryOf({kProbe, "extract", archive, memory / "out", "--format", "zip"}));
+    const auto peak =
+        static_cast<double>(bench::MemoryOf({kProbe, "extract", archive, memory / "out", "--format", "zip"}));
     std::printf("%-24s %9.1f MB held, %.1f MB allowed (stored + decoded + 32 MB)\n", "memory of that",
                 peak / 1e6, allowed / 1e6);
     std::printf("RATIO memory of one large file vs allowance %.2f\n", allowed / peak);
