@@ -56,8 +56,32 @@ make_archive() {
     x86_64-w64-mingw32-objcopy "${renames[@]}" "$source/build/libarchive/libarchive_static.a" "$WINDOWS_SYSROOT/lib/libarchive.a"
 }
 
+# Complete or not there at all: what is made beside it is moved into place at the end.
 unpack_qt() {
-    tar -xJf "$WINDOWS_QT_ARCHIVE" -C "$WINDOWS_SYSROOT" --strip-components=1 opt/qt6-mingw64
+    tar -xJf "$WINDOWS_QT_ARCHIVE" -C "$WINDOWS_WORK" opt/qt6-mingw64
+    mv "$WINDOWS_WORK/opt/qt6-mingw64" "$WINDOWS_SYSROOT/"
+}
+
+# Core, Gui, Widgets and Test, static, with the third-party libraries that come with the source. Direct2D stays on,
+# since the font database needs it; tablets would need a header that Debian's source lacks.
+make_qt() {
+    local -a without=()
+    local part source=$WINDOWS_WORK/qt
+    for part in opengl network sql dbus concurrent xml printsupport tabletevent zstd; do
+        without+=("-DFEATURE_$part=OFF")
+    done
+    for part in doubleconversion freetype harfbuzz jpeg pcre2 png sqlite zlib; do
+        without+=("-DFEATURE_system_$part=OFF")
+    done
+    fetch_source qt6-base "$source"
+    cmake -S "$source" -B "$source/build" -G Ninja -DCMAKE_BUILD_TYPE=Release \
+        -DCMAKE_TOOLCHAIN_FILE="$ROOT/cmake/toolchains/mingw64.cmake" -DPELLARION_SYSROOT="$WINDOWS_SYSROOT" \
+        -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR="/usr/lib/$(dpkg-architecture -qDEB_HOST_MULTIARCH)/cmake" \
+        -DCMAKE_INSTALL_PREFIX="$WINDOWS_WORK/qt6-mingw64" -DBUILD_SHARED_LIBS=OFF \
+        -DQT_BUILD_EXAMPLES=OFF -DQT_BUILD_TESTS=OFF -DFEATURE_testlib=ON "${without[@]}"
+    cmake --build "$source/build" --parallel "$JOBS"
+    cmake --install "$source/build"
+    mv "$WINDOWS_WORK/qt6-mingw64" "$WINDOWS_SYSROOT/"
 }
 
 # in_sysroot FILE COMMAND: makes a part of the sysroot unless FILE, the last thing that COMMAND brings, is there.
@@ -73,26 +97,40 @@ in_sysroot() {
     return "$status"
 }
 
-# prepare_sysroot: all of it; the work is done in a folder that goes away.
-prepare_sysroot() {
+# with_work_folder COMMAND...: the work is done in a folder that goes away. It lies beside what is made: the toolkit's
+# sources and objects need more room than /tmp may have.
+with_work_folder() {
     local status=0
     mkdir -p "$WINDOWS_SYSROOT"
-    WINDOWS_WORK=$(mktemp -d)
-    in_sysroot lib/libmspack.a make_mspack || status=$?
-    in_sysroot lib/libarchive.a make_archive || status=$?
-    if [ -f "$WINDOWS_QT_ARCHIVE" ]; then
-        in_sysroot qt6-mingw64/lib/cmake/Qt6/Qt6Config.cmake unpack_qt || status=$?
-    fi
+    WINDOWS_WORK=$(mktemp -d "$WINDOWS_SYSROOT/work.XXXXXX")
+    "$@" || status=$?
     rm -rf "$WINDOWS_WORK"
     return "$status"
 }
 
-has_windows_qt() { [ -e "$WINDOWS_SYSROOT/qt6-mingw64/lib/cmake/Qt6/Qt6Config.cmake" ]; }
+# prepare_sysroot: the libraries, and the toolkit where an archive of it is at hand.
+prepare_sysroot() { with_work_folder bring_libraries; }
 
-# Wine in a folder of its own.
-WINE_FOLDER=$ROOT/build/wine
+bring_libraries() {
+    in_sysroot lib/libmspack.a make_mspack && in_sysroot lib/libarchive.a make_archive || return
+    [ ! -f "$WINDOWS_QT_ARCHIVE" ] || in_sysroot "$WINDOWS_QT_FILE" unpack_qt
+}
 
-# wine PROGRAM ARGUMENT...: runs a Windows program without a display, unless one is set.
-wine() { PATH=$PATH:/usr/lib/wine WINEPREFIX=$WINE_FOLDER WINEDEBUG=-all wine64 "$@"; }
+# build_toolkit: from its source, which takes about 25 minutes on two cores and 3 GB while it lasts.
+build_toolkit() { with_work_folder in_sysroot "$WINDOWS_QT_FILE" make_qt; }
 
-stop_wine() { WINEPREFIX=$WINE_FOLDER /usr/lib/wine/wineserver64 -k 2>/dev/null || true; }
+WINDOWS_QT_FILE=qt6-mingw64/lib/cmake/Qt6/Qt6Config.cmake
+
+has_windows_qt() { [ -e "$WINDOWS_SYSROOT/$WINDOWS_QT_FILE" ]; }
+
+# build_windows: the program with its tests, or without its windows where the toolkit is not at hand.
+build_windows() {
+    local gui=OFF
+    if has_windows_qt; then
+        gui=ON
+    else
+        warn "no toolkit for Windows: the windows are not built"
+    fi
+    cmake --log-level=WARNING --preset windows -DPELLARION_SYSROOT="$WINDOWS_SYSROOT" -DPELLARION_GUI="$gui" &&
+        cmake --build --preset windows --parallel "$JOBS"
+}
