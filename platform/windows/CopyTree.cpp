@@ -80,7 +80,7 @@ class TreeCopy {
             Fail(from, error);
             return;
         }
-        TemporaryFile target = TemporaryFile::StartFor(to.host);
+        TemporaryFile target = TemporaryFile::StartIn(to.host.substr(0, to.host.find_last_of(L'\\') + 1));
         if (target.Error()) {
             Fail(to, target.Error());
             return;
@@ -92,6 +92,9 @@ class TreeCopy {
         error = result.error;
         if (!error) {
             KeepTimes(source, target.File());
+            // A read-only file is replaced as well: the person has chosen to.
+            if (before && IsProtected(before->attributes))
+                ::SetFileAttributesW(to.host.c_str(), FILE_ATTRIBUTE_NORMAL);
             error = target.Commit(to.host, before ? Durability::kOnMedium : Durability::kLater);
         }
         if (error)

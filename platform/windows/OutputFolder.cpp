@@ -1,9 +1,12 @@
 #include "platform/OutputFolder.h"
 
 #include "Entry.h"
+#include "OpenBelow.h"
 #include "TemporaryFile.h"
 #include "Wide.h"
 #include "WidePath.h"
+
+#include <winternl.h>
 
 namespace platform {
 namespace {
@@ -25,27 +28,56 @@ void SetTimes(const Handle& file, const std::optional<FileTimes>& times) {
     ::SetFileTime(file.Get(), &created, &accessed, &written);
 }
 
+/// What stands in the folder under that name: a link itself.
+std::optional<HostEntry> DescribeBelow(const Handle& folder, std::wstring_view name) {
+    SystemError error;
+    return DescribeHandle(
+        OpenBelow(folder, name, {FILE_READ_ATTRIBUTES, FILE_OPEN, FILE_OPEN_REPARSE_POINT}, error));
+}
+
+/// Makes a file in the folder; it can be deleted and renamed while it is open.
+Handle CreateBelow(const Handle& folder, std::wstring_view name, SystemError& error) {
+    return OpenBelow(folder, name, {GENERIC_WRITE | DELETE, FILE_CREATE, FILE_NON_DIRECTORY_FILE}, error);
+}
+
 class HostOutputFile final : public OutputFile {
   public:
-    HostOutputFile(TemporaryFile file, std::wstring target)
-        : file_(std::move(file)), target_(std::move(target)) {}
+    HostOutputFile(Handle file, const Handle& folder, std::wstring name)
+        : file_(std::move(file)), folder_(folder), name_(std::move(name)) {}
 
-    SystemError Write(std::span<const std::uint8_t> data) override { return WriteFully(file_.File(), data); }
+    ~HostOutputFile() override {
+        if (file_.IsOpen())
+            DeleteOpenFile(file_);
+    }
+
+    HostOutputFile(const HostOutputFile&) = delete;
+    HostOutputFile& operator=(const HostOutputFile&) = delete;
+
+    SystemError Write(std::span<const std::uint8_t> data) override { return WriteFully(file_, data); }
 
     SystemError Commit(const FileTraits& traits) override {
-        SetTimes(file_.File(), traits.times);
-        return file_.Commit(target_, Durability::kLater);
+        const std::optional<HostEntry> before = DescribeBelow(folder_, name_);
+        if (before && IsProtected(before->attributes))
+            return {kErrorAccessDenied};
+        SetTimes(file_, traits.times);
+        if (before)
+            KeepAttributes(file_, before->attributes);
+        const SystemError error = MoveBelow(file_, folder_, name_);
+        if (!error)
+            file_.Close();
+        return error;
     }
 
   private:
-    TemporaryFile file_;
-    std::wstring target_;
+    Handle file_;
+    const Handle& folder_;
+    std::wstring name_;
 };
 
-/// Holds the folder open without the right for others to rename or delete it, so that its path stays its own.
+/// Holds the folder itself: others may rename or delete it, and what is written goes where it goes.
 class HostFolder final : public OutputFolder {
   public:
-    HostFolder(Handle folder, std::wstring path) : folder_(std::move(folder)), path_(std::move(path)) {}
+    explicit HostFolder(Handle folder) : folder_(std::move(folder)) {}
 
     SystemError WriteFile(std::string_view name, std::span<const std::uint8_t> data,
                           const std::optional<FileTimes>& times) override;
@@ -53,32 +85,25 @@ class HostFolder final : public OutputFolder {
     std::unique_ptr<OutputFolder> OpenOrCreate(std::string_view name, std::string_view nameWhenMade,
                                                SystemError& error) override;
 
-    /// Opens the folder at a host path; a link only where `followsLink`.
-    static std::unique_ptr<OutputFolder> OpenAt(std::wstring path, bool followsLink, SystemError& error);
-
   private:
     Handle folder_;
-    std::wstring path_;
 };
 
 SystemError HostFolder::WriteFile(std::string_view name, std::span<const std::uint8_t> data,
                                   const std::optional<FileTimes>& times) {
     if (!IsPlainName(name))
         return {kErrorInvalidName};
-    const std::wstring target = JoinWide(path_, WideOf(name));
-    Handle file(::CreateFileW(target.c_str(), GENERIC_WRITE | DELETE, FILE_SHARE_READ, nullptr, CREATE_NEW,
-                              FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (file.IsOpen()) {
-        const SystemError error = WriteFully(file, data);
+    SystemError error;
+    if (Handle file = CreateBelow(folder_, WideOf(name), error); file.IsOpen()) {
+        error = WriteFully(file, data);
         if (error)
             DeleteOpenFile(file);
         else
             SetTimes(file, times);
         return error;
     }
-    if (const SystemError error = LastError(); error.code != kErrorFileExists)
+    if (error.code != kErrorFileExists)
         return error;
-    SystemError error;
     const std::unique_ptr<OutputFile> replacement = CreateFile(name, error);
     if (replacement == nullptr)
         return error;
@@ -90,11 +115,17 @@ std::unique_ptr<OutputFile> HostFolder::CreateFile(std::string_view name, System
     error = {kErrorInvalidName};
     if (!IsPlainName(name))
         return nullptr;
-    TemporaryFile file = TemporaryFile::StartIn(path_);
-    error = file.Error();
-    if (error)
-        return nullptr;
-    return std::make_unique<HostOutputFile>(std::move(file), JoinWide(path_, WideOf(name)));
+    Handle file = CreateBelow(folder_, TemporaryName(), error);
+    return error ? nullptr : std::make_unique<HostOutputFile>(std::move(file), folder_, WideOf(name));
+}
+
+constexpr DWORD kFolderAccess = FILE_LIST_DIRECTORY | FILE_TRAVERSE | FILE_READ_ATTRIBUTES;
+
+/// The opened folder; a link is not one.
+std::unique_ptr<OutputFolder> FolderOf(Handle folder, SystemError& error) {
+    const std::optional<HostEntry> entry = DescribeHandle(folder);
+    error = entry && entry->IsFolder() && !entry->IsLink() ? SystemError{} : SystemError{kErrorPathNotFound};
+    return error ? nullptr : std::make_unique<HostFolder>(std::move(folder));
 }
 
 std::unique_ptr<OutputFolder> HostFolder::OpenOrCreate(std::string_view name, std::string_view nameWhenMade,
@@ -102,38 +133,26 @@ std::unique_ptr<OutputFolder> HostFolder::OpenOrCreate(std::string_view name, st
     error = {kErrorInvalidName};
     if (!IsPlainName(name) || !IsPlainName(nameWhenMade))
         return nullptr;
-    std::unique_ptr<OutputFolder> below = OpenAt(JoinWide(path_, WideOf(name)), false, error);
-    if (error.code != kErrorFileNotFound)
-        return below;
-    std::wstring made = JoinWide(path_, WideOf(nameWhenMade));
-    if (::CreateDirectoryW(made.c_str(), nullptr) == 0 && ::GetLastError() != ERROR_ALREADY_EXISTS) {
-        error = LastError();
-        return nullptr;
-    }
-    return OpenAt(std::move(made), false, error);
-}
-
-std::unique_ptr<OutputFolder> HostFolder::OpenAt(std::wstring path, bool followsLink, SystemError& error) {
-    const DWORD flags = FILE_FLAG_BACKUP_SEMANTICS | (followsLink ? 0 : FILE_FLAG_OPEN_REPARSE_POINT);
-    Handle folder(::CreateFileW(path.c_str(), FILE_LIST_DIRECTORY | FILE_READ_ATTRIBUTES,
-                                FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, flags, nullptr));
-    error = folder.IsOpen() ? SystemError{} : LastError();
-    if (error)
-        return nullptr;
-    const std::optional<HostEntry> entry = DescribeHandle(folder);
-    if (!entry || !entry->IsFolder() || entry->IsLink()) {
-        error = {kErrorFolderInvalid};
-        return nullptr;
-    }
-    return std::make_unique<HostFolder>(std::move(folder), std::move(path));
+    Handle below =
+        OpenBelow(folder_, WideOf(name), {kFolderAccess, FILE_OPEN, FILE_OPEN_REPARSE_POINT}, error);
+    if (error.code == kErrorFileNotFound)
+        below =
+            OpenBelow(folder_, WideOf(nameWhenMade),
+                      {kFolderAccess, FILE_OPEN_IF, FILE_DIRECTORY_FILE | FILE_OPEN_REPARSE_POINT}, error);
+    return error ? nullptr : FolderOf(std::move(below), error);
 }
 
 } // namespace
 
 std::unique_ptr<OutputFolder> OutputFolder::Open(const std::string& path, SystemError& error) {
-    std::wstring host = WidePathOf(path);
+    const std::wstring host = WidePathOf(path);
     error = {kErrorPathNotFound};
-    return host.empty() ? nullptr : HostFolder::OpenAt(std::move(host), true, error);
+    if (host.empty())
+        return nullptr;
+    Handle folder(::CreateFileW(host.c_str(), kFolderAccess, kShareAll, nullptr, OPEN_EXISTING,
+                                FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    error = folder.IsOpen() ? SystemError{} : LastError();
+    return error ? nullptr : FolderOf(std::move(folder), error);
 }
 
 } // namespace platform

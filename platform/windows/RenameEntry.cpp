@@ -33,7 +33,8 @@ SystemError RenameEntry(const std::string& from, const std::string& to) {
         return LastError();
     const std::wstring target = JoinWide(folder, WideOf(name));
     // In any letter case a name is taken, unless it is the entry's own.
-    if (const std::optional<HostEntry> taken = DescribeLink(target); taken && !taken->IsSameFile(*entry))
+    const std::optional<HostEntry> taken = DescribeLink(target);
+    if (taken && !(taken->IsSameFile(*entry) && EqualsNoCase(name, LastComponent(from))))
         return {kErrorAlreadyExists};
     return ::MoveFileExW(source.c_str(), target.c_str(), 0) != 0 ? SystemError{} : LastError();
 }

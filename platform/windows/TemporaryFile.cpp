@@ -11,6 +11,12 @@ namespace {
 
 constexpr std::size_t kPortion = 4U << 20;
 
+std::wstring FolderOfWide(const std::wstring& path) {
+    return path.substr(0, path.find_last_of(L'\\') + 1);
+}
+
+} // namespace
+
 std::wstring TemporaryName() {
     static std::atomic<unsigned> counter{0};
     // The moment tells this name from one that a process of the same number left behind when the power
@@ -18,12 +24,6 @@ std::wstring TemporaryName() {
     return L".pellarion-" + std::to_wstring(::GetCurrentProcessId()) + L"-" +
            std::to_wstring(CurrentFileTime().ticks) + L"-" + std::to_wstring(counter++) + L".tmp";
 }
-
-std::wstring FolderOfWide(const std::wstring& path) {
-    return path.substr(0, path.find_last_of(L'\\') + 1);
-}
-
-} // namespace
 
 TemporaryFile TemporaryFile::StartIn(const std::wstring& folder) {
     TemporaryFile temporary;
@@ -59,10 +59,9 @@ SystemError TemporaryFile::Commit(const std::wstring& target, Durability durabil
     const DWORD before = ::GetFileAttributesW(target.c_str());
     if (before != INVALID_FILE_ATTRIBUTES && IsProtected(before))
         return {kErrorAccessDenied};
+    if (before != INVALID_FILE_ATTRIBUTES)
+        KeepAttributes(file_, before);
     file_.Close();
-    constexpr DWORD kKept = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
-    if (before != INVALID_FILE_ATTRIBUTES && (before & kKept) != 0)
-        ::SetFileAttributesW(name_.c_str(), (before & kKept) | FILE_ATTRIBUTE_ARCHIVE);
     DWORD flags = MOVEFILE_REPLACE_EXISTING;
     if (durability == Durability::kOnMedium)
         flags |= MOVEFILE_WRITE_THROUGH;
@@ -71,6 +70,13 @@ SystemError TemporaryFile::Commit(const std::wstring& target, Durability durabil
     const SystemError error = LastError();
     ::DeleteFileW(name_.c_str());
     return error;
+}
+
+void KeepAttributes(const Handle& file, std::uint32_t attributes) {
+    FILE_BASIC_INFO basic{}; // times of zero stay
+    basic.FileAttributes =
+        (attributes & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM)) | FILE_ATTRIBUTE_ARCHIVE;
+    ::SetFileInformationByHandle(file.Get(), FileBasicInfo, &basic, sizeof basic);
 }
 
 void DeleteOpenFile(Handle& file) {

@@ -11,6 +11,9 @@ namespace platform {
 /// Whether a file that takes another's name has to be on the medium first.
 enum class Durability { kLater, kOnMedium };
 
+/// A name that no other file has.
+std::wstring TemporaryName();
+
 /// A file being written under a name of its own beside the place that it will take. Until Commit() succeeds
 /// what stands there stays as it is; a file that is not committed leaves nothing behind.
 class TemporaryFile {
@@ -42,6 +45,9 @@ class TemporaryFile {
     Handle file_;
     SystemError error_;
 };
+
+/// Marks an open file as hidden or as the system's own when the file that it replaces is.
+void KeepAttributes(const Handle& file, std::uint32_t attributes);
 
 /// Deletes a file that is open with the right to.
 void DeleteOpenFile(Handle& file);

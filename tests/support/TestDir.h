@@ -56,6 +56,11 @@ class TestDir {
 
     ~TestDir() {
         std::error_code ignored;
+#ifdef _WIN32
+        // There a protected file is not deleted.
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(root_, ignored))
+            std::filesystem::permissions(entry, std::filesystem::perms::all, ignored);
+#endif
         std::filesystem::remove_all(root_, ignored);
     }
 
@@ -76,7 +81,9 @@ class TestDir {
     }
 
     /// The host folder that is drive C:.
-    std::filesystem::path HostC() const { return root_ / "c"; }
+    std::filesystem::path HostC() const {
+        return root_ / "c";
+    }
 
     /// Writes a file on E:, making its folders; returns its path in the program's form.
     std::string MakeFile(std::string_view relative, std::string_view content = "") const {

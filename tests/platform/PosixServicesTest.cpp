@@ -1,0 +1,84 @@
+// What the services do on POSIX systems alone; the rules that they share with the other system are in the
+// other files.
+
+#include "FileOperationsFixture.h"
+#include "platform/OutputFolder.h"
+
+#include <csignal>
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+using platform::FileOutcome;
+using platform::OutputFolder;
+using platform::SystemError;
+using tests::Failures;
+using tests::FileOperations;
+using tests::TestDir;
+
+TEST_F(FileOperations, AFileTooLargeForItsMediumKeepsNoOtherBack) {
+    dir_.MakeFile("from/large", std::string(300'000, 'l'));
+    for (const char* name : {"from/1", "from/2", "from/3"})
+        dir_.MakeFile(name, "small");
+    dir_.MakeFolder("to");
+    rlimit before{};
+    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
+    const rlimit small{100'000, before.rlim_max};
+    const auto signal = std::signal(SIGXFSZ, SIG_IGN);
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
+    const FileOutcome outcome = Copy("from", "to");
+    ::setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, signal);
+    EXPECT_EQ(outcome, FileOutcome::kFailed);
+    EXPECT_EQ(watcher_.failures, (Failures{{"E:\\from\\large", platform::kErrorFileTooLarge}}));
+    EXPECT_EQ(dir_.Count("to/from"), 3U);
+}
+
+TEST_F(FileOperations, PathsLongerThanTheSystemTakes) {
+    const std::string name(250, 'd');
+    dir_.MakeFolder("from");
+    dir_.MakeFolder("to");
+    int folder = ::open(dir_.Host("from").c_str(), O_RDONLY | O_DIRECTORY);
+    for (int depth = 0; depth < 20; ++depth) {
+        ASSERT_EQ(::mkdirat(folder, name.c_str(), 0700), 0);
+        const int inner = ::openat(folder, name.c_str(), O_RDONLY | O_DIRECTORY);
+        ::close(folder);
+        folder = inner;
+    }
+    ::close(folder);
+    EXPECT_EQ(Copy("from", "to"), FileOutcome::kFailed);
+    ASSERT_EQ(watcher_.failures.size(), 1U);
+    EXPECT_EQ(watcher_.failures[0].second, platform::kErrorNameTooLong);
+    for (const char* tree : {"to", "from"}) {
+        EXPECT_EQ(Delete(tree), FileOutcome::kDone);
+        EXPECT_FALSE(Exists(tree));
+    }
+}
+
+TEST_F(FileOperations, CopyKeepsNamesThatAreNoText) {
+    dir_.MakeFile("from/latin\xE4", "1");
+    dir_.MakeFile("from/" + std::string(255, 'n'), "2");
+    dir_.MakeFolder("to");
+    EXPECT_EQ(Copy("from", "to"), FileOutcome::kDone);
+    EXPECT_EQ(dir_.Read("to/from/latin\xE4"), "1");
+    EXPECT_EQ(dir_.Read("to/from/" + std::string(255, 'n')), "2");
+}
+
+TEST(OutputFolder, WorkingFolderIsReachedFromTheRoot) {
+    const TestDir dir;
+    const tests::ScopedVariable drives("PELLARION_DRIVES", "");
+    const tests::ScopedVariable cache("XDG_CACHE_HOME", dir.Host("cache").string());
+    SystemError error{99};
+    const auto root = OutputFolder::Open("C:\\", error);
+    ASSERT_NE(root, nullptr);
+    const auto working = root->OpenOrCreate("PELLARION", "PELLARION", error);
+    ASSERT_NE(working, nullptr);
+    EXPECT_FALSE(working->WriteFile("f", {}, std::nullopt));
+    EXPECT_TRUE(fs::exists(dir.Host("cache/pellarion/f")));
+}
+
+} // namespace
