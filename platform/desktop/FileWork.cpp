@@ -37,10 +37,9 @@ FileWork* currentWork = nullptr;
 
 FileWork::FileWork(Kind kind, const std::vector<std::string>& sources, QWidget* parent,
                    std::chrono::milliseconds patience)
-    : kind_(kind), parent_(parent), patience_(patience), before_(std::exchange(currentWork, this)) {
+    : kind_(kind), sources_(sources), parent_(parent), patience_(patience),
+      before_(std::exchange(currentWork, this)) {
     started_.start();
-    Count(sources);
-    isCounting_ = false;
 }
 
 FileWork::~FileWork() {
@@ -51,16 +50,20 @@ FileWork* FileWork::Current() {
     return currentWork;
 }
 
-void FileWork::Count(const std::vector<std::string>& sources) {
-    for (const std::string& source : sources) {
+/// Counts what is to be done, once the program's own engine turns out to have it.
+bool FileWork::Count() {
+    isCounting_ = true;
+    for (const std::string& source : std::exchange(sources_, {})) {
         TreeSize size(source);
         while (size.CountSome(kCountedAtOnce)) {
             if (!Tick(source))
-                return;
+                return false;
         }
         entriesInAll_ += size.Files() + size.Folders();
         bytesInAll_ += size.Bytes();
     }
+    isCounting_ = false;
+    return true;
 }
 
 void FileWork::Finish() {
@@ -75,6 +78,8 @@ void FileWork::Finish() {
 }
 
 bool FileWork::Proceed(const FileStep& step) {
+    if (!sources_.empty() && !Count())
+        return false;
     entries_ += step.entries;
     bytes_ += step.bytes;
     return Tick(step.path);

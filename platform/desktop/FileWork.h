@@ -20,7 +20,7 @@ inline constexpr std::chrono::milliseconds kBlink{300};
 
 /// One command's work on files. Shows a progress window with a way to stop once the work lasts longer than a
 /// blink, and tells at the end what could not be done, and why. While one lives, ShellCopy and ShellDelete
-/// are parts of it.
+/// are parts of it. What the system's shell does is shown and told by the shell.
 class FileWork final : public FileOperationObserver {
   public:
     enum class Kind { kCopy, kDelete };
@@ -40,6 +40,9 @@ class FileWork final : public FileOperationObserver {
     /// Whether the user has stopped it.
     bool WasStopped() const { return wasStopped_; }
 
+    /// Stops it, for a user who did so in a window of the system's shell.
+    void Stop() { wasStopped_ = true; }
+
     /// Closes the progress window and shows the report.
     void Finish();
 
@@ -49,13 +52,14 @@ class FileWork final : public FileOperationObserver {
     void FailedBecause(const std::string& path, const std::string& reason);
 
   private:
-    void Count(const std::vector<std::string>& sources);
+    bool Count();
     bool Tick(const std::string& path);
     void ShowState(const std::string& path);
     std::string FiguresText() const;
     std::string Report() const;
 
     Kind kind_;
+    std::vector<std::string> sources_; ///< not counted yet
     QPointer<QWidget> parent_;
     std::chrono::milliseconds patience_;
     FileWork* before_;
@@ -68,7 +72,7 @@ class FileWork final : public FileOperationObserver {
     std::uint64_t bytes_ = 0;
     std::vector<std::string> failures_; ///< the first few, a path and a reason each
     std::size_t failureCount_ = 0;
-    bool isCounting_ = true;
+    bool isCounting_ = false;
     bool wasStopped_ = false;
     bool isFinished_ = false;
 };

@@ -1,5 +1,6 @@
 #include "platform/desktop/ShellCopy.h"
 
+#include "SystemShell.h"
 #include "app/core/Messages.h"
 #include "app/core/Texts.h"
 #include "platform/FileOperations.h"
@@ -34,11 +35,16 @@ bool ShellCopy(const std::string& from, const std::string& toFolder) {
         work.FailedBecause(source, app::LoadText(kIntoItselfText));
         return false;
     }
+    if (const auto answer = AskShell(ShellWork::kCopy, source, toFolder))
+        return *answer;
     return CopyTree(source, toFolder, work) == FileOutcome::kDone;
 }
 
 bool ShellRename(const std::string& from, const std::string& to) {
-    const SystemError error = RenameEntry(WithoutLastBackslash(from), to);
+    const std::string source = WithoutLastBackslash(from);
+    if (const auto answer = AskShell(ShellWork::kRename, source, to))
+        return *answer;
+    const SystemError error = RenameEntry(source, to);
     if (!error)
         return true;
     app::Messages().Show({kNotRenamedText,

@@ -1,5 +1,6 @@
 #include "platform/desktop/ShellDelete.h"
 
+#include "SystemShell.h"
 #include "platform/FileOperations.h"
 #include "platform/Files.h"
 #include "platform/desktop/FileWork.h"
@@ -45,6 +46,8 @@ bool ShellDelete(const std::string& path) {
         work.Failed(path, {kErrorAccessDenied});
         return false;
     }
+    if (const auto answer = AskShell(ShellWork::kDelete, bare))
+        return *answer;
     return DeleteTree(bare, work) == FileOutcome::kDone;
 }
 

@@ -4,6 +4,7 @@
 
 #include <QIcon>
 
+#include <optional>
 #include <string>
 
 class QWidget;
@@ -12,6 +13,15 @@ namespace platform {
 
 // What the system's own shell does behind the services of this folder: one implementation for the free
 // desktops, one for Windows.
+
+enum class ShellWork { kCopy, kDelete, kRename };
+
+/// Has the system's shell copy `from` into the folder `to`, delete it, or rename it to `to`. It shows its own
+/// windows, replaces without a question, and tells of what failed; input to this program's windows is dropped
+/// meanwhile. A user who stops it there stops the FileWork that is going on. Whether it was done; nothing
+/// when the shell cannot take it, or there is none: then nothing was touched, and the program's own engine
+/// has it.
+std::optional<bool> AskShell(ShellWork work, const std::string& from, const std::string& to = {});
 
 /// Starts the program for a document, or for a page at a web address; see DocumentOpener::Open.
 int ShellOpen(const std::string& file, const std::string& parameters, const std::string& verb);

@@ -21,6 +21,10 @@ QMimeType TypeOf(const std::string& extension) {
 
 } // namespace
 
+std::optional<bool> AskShell(ShellWork, const std::string&, const std::string&) {
+    return std::nullopt; // the free desktops share no service for it
+}
+
 int ShellOpen(const std::string& file, const std::string&, const std::string&) {
     if (file.starts_with("https://") || file.starts_with("http://"))
         return QDesktopServices::openUrl(QUrl(QString::fromStdString(file))) ? kOpened : kNoProgram;

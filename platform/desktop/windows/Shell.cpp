@@ -52,9 +52,10 @@ int ShellOpen(const std::string& file, const std::string& parameters, const std:
     const std::string host = IsAddress(file) ? file : HostPathOf(file);
     if (host.empty())
         return kNotFound;
+    const std::wstring root = WideOf(IsAddress(file) ? "" : host.substr(0, 2) + "\\");
     const HINSTANCE instance =
         ::ShellExecuteW(::GetDesktopWindow(), WideOf(verb).c_str(), WideOf(host).c_str(),
-                        WideOf(parameters).c_str(), WideOf(host.substr(0, 2) + "\\").c_str(), SW_SHOWNORMAL);
+                        WideOf(parameters).c_str(), root.empty() ? nullptr : root.c_str(), SW_SHOWNORMAL);
     return static_cast<int>(reinterpret_cast<INT_PTR>(instance));
 }
 
