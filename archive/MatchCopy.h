@@ -46,6 +46,7 @@ inline void CopyNear(std::uint8_t* to, std::size_t distance, std::size_t length)
     // The pattern as often as it fits in eight bytes.
     std::uint8_t pattern[8];
     for (std::size_t i = 0; i < sizeof pattern; i++)
+        // No distance is 0. NOLINTNEXTLINE(clang-analyzer-core.uninitialized.Assign)
         pattern[i] = i < distance ? from[i] : pattern[i - distance];
     const std::size_t step = sizeof pattern - sizeof pattern % distance;
     do {

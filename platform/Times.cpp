@@ -72,8 +72,8 @@ bool SystemTimeToFileTime(const SystemTime& systemTime, FileTime& fileTime) {
     std::uint64_t days = DaysBeforeYear(t.year) + static_cast<std::uint64_t>(t.day - 1);
     for (int month = 1; month < t.month; ++month)
         days += static_cast<std::uint64_t>(DaysInMonth(t.year, month));
-    const auto ofDay = static_cast<std::uint64_t>(t.hour * 3600 + t.minute * 60 + t.second);
-    fileTime.ticks = (days * kSecondsPerDay + ofDay) * kTicksPerSecond;
+    const int ofDay = t.hour * 3600 + t.minute * 60 + t.second;
+    fileTime.ticks = (days * kSecondsPerDay + static_cast<std::uint64_t>(ofDay)) * kTicksPerSecond;
     return true;
 }
 

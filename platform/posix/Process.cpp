@@ -47,8 +47,8 @@ bool PreviousInstanceRuns() {
 VersionRecord GetVersionRecord() {
     VersionRecord record;
     utsname name{};
-    if (::uname(&name) == 0)
-        std::sscanf(name.release, "%u.%u", &record.major, &record.minor);
+    if (::uname(&name) != 0 || std::sscanf(name.release, "%u.%u", &record.major, &record.minor) != 2)
+        record = {};
     return record;
 }
 

@@ -23,7 +23,7 @@ std::string LinkTarget(const std::string& hostPath) {
 
 } // namespace
 
-Replacement::Replacement(std::string hostPath) : target_(LinkTarget(std::move(hostPath))) {
+Replacement::Replacement(const std::string& hostPath) : target_(LinkTarget(hostPath)) {
     struct stat status {};
 
     replaces_ = ::lstat(target_.c_str(), &status) == 0;

@@ -14,7 +14,7 @@ class Replacement {
   public:
     /// Starts a replacement for `hostPath`, or, when that is a link, for the file it leads to. A folder and a
     /// file that nobody may write are refused with kErrorAccessDenied.
-    explicit Replacement(std::string hostPath);
+    explicit Replacement(const std::string& hostPath);
 
     /// Why the replacement could not be started.
     SystemError Error() const { return error_; }
