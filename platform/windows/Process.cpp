@@ -10,8 +10,9 @@ namespace platform {
 namespace {
 
 bool ClaimPlace() {
-    // Held until the process ends; the system gives it up then, whatever the end was.
-    static const HANDLE mutex = ::CreateMutexW(nullptr, FALSE, L"Local\\Pellarion.Running");
+    // Held until the process ends; the system gives it up then, whatever the end was. No static: setting one
+    // up would lose the error that tells of the other copy.
+    const HANDLE mutex = ::CreateMutexW(nullptr, FALSE, L"Local\\Pellarion.Running");
     return mutex == nullptr || ::GetLastError() != ERROR_ALREADY_EXISTS;
 }
 

@@ -15,14 +15,11 @@ NOT_UNDER_WINE=-
 # Programs of the machine that builds make the archives, and Wine's do not reach them.
 NOT_UNDER_WINE+=:ZipExtractTest.ArchivesOfIndependentProgramsComeOutWhole
 NOT_UNDER_WINE+=:ZipExtractTest.LargeEntriesComeOutWhole
-NOT_UNDER_WINE+=:ZipExtractTest.OnePasswordServesTheWholeExtraction
-# Names that differ in letter case alone are one name on Windows.
-NOT_UNDER_WINE+=:ZipExtractTest.FoldersAreMatchedWithoutRegardToCaseAndMadeInUpperCase
-NOT_UNDER_WINE+=:CabDataTest.ExtractsOneByOneInAnyOrder
-NOT_UNDER_WINE+=:ZipExtractTest.LaterEntriesAndNewFilesReplaceEarlierOnes
-# Wine knows an open folder by the path that it had when it was opened.
+# Wine knows an open folder by the path that it had when it was opened, and keeps a deleted one as long as it is open.
 NOT_UNDER_WINE+=:OutputFolder.StaysWithTheFolderNotThePath
-NOT_UNDER_WINE+=:Texts.AreCutAtTheirLimitsInTheCodePage
+NOT_UNDER_WINE+=:DiskIOTest.ATargetThatVanishesIsReported
+# Wine compares a new name with all that are there: 65,536 files in one folder would take it half an hour.
+NOT_UNDER_WINE+=:CabCompressTest.HoldsAsManyFilesAsTheFormatCounts
 
 # run_under_wine PROGRAM: a test program, its cases counted one by one.
 run_under_wine() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/HostFiles.h"
 #include "support/TestDir.h"
 
 #include <cstdio>
@@ -12,6 +13,24 @@
 #include <vector>
 
 namespace tests {
+
+#ifdef _WIN32
+inline FILE* OpenPipe(const char* command, const char* mode) {
+    return ::_popen(command, mode);
+}
+
+inline int ClosePipe(FILE* pipe) {
+    return ::_pclose(pipe);
+}
+#else
+inline FILE* OpenPipe(const char* command, const char* mode) {
+    return ::popen(command, mode);
+}
+
+inline int ClosePipe(FILE* pipe) {
+    return ::pclose(pipe);
+}
+#endif
 
 /// What one start of the program told.
 struct ProbeResult {
@@ -51,19 +70,24 @@ class ProgramFolder {
         std::filesystem::copy_file(source, Host(name), std::filesystem::copy_options::overwrite_existing);
     }
 
+    /// For the host's shell.
     std::string Command(std::string_view arguments) const {
-        return "'" + Host("pellarion").string() + "' " + std::string(arguments);
+#ifdef _WIN32
+        return "\"" + Host(kProgram).string() + "\" " + std::string(arguments);
+#else
+        return "'" + Host(kProgram).string() + "' " + std::string(arguments);
+#endif
     }
 
     /// Starts the program, waits for its end and answers what it told. A program that does not end well tells
     /// no "ended".
     ProbeResult Start(std::string_view arguments = "") const {
         std::string output;
-        FILE* pipe = ::popen(Command(arguments).c_str(), "r");
+        FILE* pipe = OpenPipe(Command(arguments).c_str(), "r");
         for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe))
             output += static_cast<char>(c);
         ProbeResult result = Parse(output);
-        if (::pclose(pipe) == 0)
+        if (ClosePipe(pipe) == 0)
             result.values["ended"] = "well";
         return result;
     }
@@ -81,13 +105,19 @@ class ProgramFolder {
         return result;
     }
 
+#ifdef _WIN32
+    static constexpr char kProgram[] = "pellarion.exe";
+#else
+    static constexpr char kProgram[] = "pellarion";
+#endif
+
   private:
     // A link, where the disk allows it: program files with debug information are large.
     void LinkProgram() const {
         std::error_code error;
-        std::filesystem::create_hard_link(STARTUP_PROBE, Host("pellarion"), error);
+        std::filesystem::create_hard_link(STARTUP_PROBE, Host(kProgram), error);
         if (error)
-            Put(STARTUP_PROBE, "pellarion");
+            Put(STARTUP_PROBE, kProgram);
     }
 
     TestDir dir_;

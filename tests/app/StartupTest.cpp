@@ -78,14 +78,15 @@ TEST(Startup, StopsWithOneOfItsThreeMessages) {
 
 // What stands in the way of the settings file must end in the first message, not in a crash or a hang.
 TEST(Startup, StopsWhenTheSettingsFileCannotBe) {
-    const std::function<void(const fs::path&)> obstacles[] = {
-        [](const fs::path& path) { fs::create_directory(path); },
-        [](const fs::path& path) { fs::create_symlink("setting.ini", path); },
-        [](const fs::path& path) { fs::create_symlink("/nowhere/setting.ini", path); },
+    const std::function<bool(const fs::path&)> obstacles[] = {
+        [](const fs::path& path) { return fs::create_directory(path); },
+        [](const fs::path& path) { return tests::MakeLink("setting.ini", path); },
+        [](const fs::path& path) { return tests::MakeLink("/nowhere/setting.ini", path); },
     };
     for (const auto& putInTheWay : obstacles) {
         ProgramFolder folder;
-        putInTheWay(folder.Host("setting.ini"));
+        if (!putInTheWay(folder.Host("setting.ini")))
+            continue;
         const ProbeResult result = folder.Start();
         EXPECT_EQ(result["outcome"], "stopped");
         EXPECT_EQ(result["ended"], "well");
@@ -98,7 +99,7 @@ TEST(Startup, StopsOnAWriteProtectedDriveWithoutSettings) {
     const tests::SmallDisk disk(folder.Host(), 256U << 20); // with room for the program file
     if (!disk.IsMounted())
         GTEST_SKIP() << "mounting is not permitted here";
-    folder.Put(STARTUP_PROBE, "pellarion");
+    folder.Put(STARTUP_PROBE, ProgramFolder::kProgram);
     ASSERT_TRUE(disk.Protect());
     const ProbeResult result = folder.Start();
     EXPECT_EQ(result["ended"], "well");
@@ -149,7 +150,7 @@ TEST(Startup, CopiesAreFreshAndDoNotStay) {
     for (const char* name : {"ox_langfile0409.dll", "oxlic_0409.dll"})
         std::ofstream(folder.TempFolder() / name) << "left by a run that was cut off";
     for (const char* name : {"langfile0409.dll", "lic0409.dll"})
-        fs::permissions(folder.Host(name), fs::perms::owner_read);
+        tests::Protect(folder.Host(name));
     for (int start = 1; start <= 2; ++start) {
         const ProbeResult result = folder.Start("302 x103");
         EXPECT_EQ(result.messages, std::vector<std::string>());
@@ -175,6 +176,7 @@ TEST(Startup, ReadsTheOwnersNameFromTheSuite) {
     EXPECT_EQ(folder.Start("500")["500"], "Welcome, Ann Example. Pellarion will be ready in a moment ...");
 
     // Written on a system with the legacy page of the character set.
+    const tests::ScopedVariable page("PELLARION_ANSI_CODEPAGE", "65001");
     folder.Dir().MakeFile("Program/Bin/OwnerInfo.ini", "[OwnerInfo]\r\nName=\xC0\xEE\xC3\xF7\r\n");
     EXPECT_EQ(folder.Start()["owner"], "李明");
 }
@@ -182,7 +184,7 @@ TEST(Startup, ReadsTheOwnersNameFromTheSuite) {
 TEST(Startup, SecondCopyEndsSilentlyAndTouchesNothing) {
     ProgramFolder folder(kEnglish);
     const fs::path told = folder.Dir().HostC() / "told";
-    FILE* first = ::popen((folder.Command("hold") + " > '" + told.string() + "'").c_str(), "w");
+    FILE* first = tests::OpenPipe((folder.Command("hold") + " > " + told.string()).c_str(), "w");
     ASSERT_NE(first, nullptr);
     std::string output;
     for (int tries = 0; tries < 1000 && output.find("outcome=") == std::string::npos; ++tries) {
@@ -200,7 +202,7 @@ TEST(Startup, SecondCopyEndsSilentlyAndTouchesNothing) {
     EXPECT_TRUE(fs::exists(folder.TempFolder() / "ox_langfile0409.dll"));
     EXPECT_TRUE(fs::exists(folder.TempFolder() / "oxlic_0409.dll"));
 
-    ::pclose(first);
+    tests::ClosePipe(first);
     EXPECT_EQ(folder.Start()["outcome"], "run") << "the place of the first copy is free again";
 }
 

@@ -1,15 +1,14 @@
 #include "archive/basUnrar.h"
 #include "fakes/RecordingMessages.h"
+#include "support/HostFiles.h"
 #include "support/RarBuilder.h"
 #include "support/SmallDisk.h"
 #include "support/TestDir.h"
 
 #include <algorithm>
-#include <fcntl.h>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
-#include <sys/stat.h>
 #include <vector>
 
 namespace tests {
@@ -84,10 +83,12 @@ class RarCodesTest : public RarTest {
 };
 
 TEST_F(RarTest, ListsEveryEntry) {
-    const ScopedVariable zone("TZ", "UTC-2");
+    const TimeZone zone;
     Make({{"sub/One.txt", "content"}, {"sub", "", true}, {"two", "22"}});
-    const timespec times[] = {{1'588'723'200, 0}, {1'588'723'200, 0}}; // 2020-05-06 00:00 UTC
-    ASSERT_EQ(::utimensat(AT_FDCWD, dir.Host("A.rar").c_str(), times, 0), 0);
+    // 2020-05-06 00:00 UTC
+    std::filesystem::last_write_time(
+        dir.Host("A.rar"),
+        std::chrono::file_clock::from_sys(std::chrono::sys_seconds(std::chrono::seconds(1'588'723'200))));
     EXPECT_EQ(List(path), RarListing::kDone);
     EXPECT_EQ(observer.rows, (Texts{"1|sub\\One.txt|7|E:\\A.rar|2020-2", "2|sub|0|E:\\A.rar|2020-2",
                                     "3|two|2|E:\\A.rar|2020-2"}));
@@ -201,16 +202,19 @@ TEST_F(RarTest, StaysInTheTargetAndMakesNoLinks) {
     items.push_back({.name = "link", .content = "/etc", .link = true});
     items.push_back({"sub\\both/ways", "good"});
     Make(items);
-    std::filesystem::create_directories(dir.Host("elsewhere"));
-    std::filesystem::create_directories(dir.Host("out"));
-    std::filesystem::create_directory_symlink(dir.Host("elsewhere"), dir.Host("out/sub"));
-    const auto outcome = Extract();
-    EXPECT_FALSE(outcome.complete);
-    EXPECT_EQ(outcome.written, 0) << "the folder there is a link, which is not followed";
-    EXPECT_EQ(messages.Ids(), Ids(14, 534));
-    EXPECT_EQ(dir.Count("elsewhere"), 0u);
-    std::filesystem::remove(dir.Host("out/sub"));
+    dir.MakeFolder("elsewhere");
+    dir.MakeFolder("out");
+    if (MakeLink(dir.Host("elsewhere"), dir.Host("out/sub"))) {
+        const auto outcome = Extract();
+        EXPECT_FALSE(outcome.complete);
+        EXPECT_EQ(outcome.written, 0) << "the folder there is a link, which is not followed";
+        EXPECT_EQ(messages.Ids(), Ids(14, 534));
+        EXPECT_EQ(dir.Count("elsewhere"), 0u);
+        std::filesystem::remove(dir.Host("out/sub"));
+    }
+    messages.shown.clear();
     EXPECT_EQ(Extract().written, 1);
+    EXPECT_EQ(messages.Ids(), Ids(13, 534));
     EXPECT_EQ(dir.Read("out/sub/both/ways"), "good");
     EXPECT_EQ(dir.Count(), 3u) << "the archive, elsewhere and out";
     EXPECT_EQ(dir.Count("out"), 1u);

@@ -1,6 +1,7 @@
 #include "ZipTest.h"
 #include "archive/ArchiveState.h"
 #include "archive/ByteBuffer.h"
+#include "support/HostFiles.h"
 #include "support/RunProgram.h"
 
 #include <algorithm>
@@ -48,16 +49,34 @@ TEST_F(ZipExtractTest, ArchivesOfIndependentProgramsComeOutWhole) {
 }
 
 TEST_F(ZipExtractTest, FoldersAreMatchedWithoutRegardToCaseAndMadeInUpperCase) {
+    const ScopedVariable page("PELLARION_ANSI_CODEPAGE", "65001");
     dir.MakeFolder("out/Music");
-    for (const char* name : {"out/two", "out/TWO", "out/Two"})
-        dir.MakeFolder(name); // of which the one in the right letter case is taken
+    std::vector<std::string> expected = {"BACK/",
+                                         "BACK/slash",
+                                         "DOT/",
+                                         "DOT/x",
+                                         "Docs/",
+                                         "Docs/a",
+                                         "GR\u00DCN/",
+                                         "GR\u00DCN/y",
+                                         "Music/",
+                                         "Music/NEW/",
+                                         "Music/NEW/song.mp3",
+                                         "two/",
+                                         "two/z"};
+    if constexpr (kNamesAreBytes) {
+        for (const std::string name : {"TWO", "Two"}) { // of which the one in the right letter case is taken
+            dir.MakeFolder("out/" + name);
+            expected.push_back(name + "/");
+        }
+    }
+    dir.MakeFolder("out/two");
+    std::ranges::sort(expected);
     Load({StoredEntry("music/new/song.mp3", "la"), StoredEntry("Docs/", ""), StoredEntry("docs/a", "1"),
           StoredEntry("back\\slash", "2"), StoredEntry("./dot/./x", "3"), StoredEntry("gr\u00FCn/y", "4"),
           StoredEntry("two/z", "5")});
     EXPECT_EQ(UnPackAll(), 0);
-    EXPECT_EQ(Written(), (std::vector<std::string>{"BACK/", "BACK/slash", "DOT/", "DOT/x", "Docs/", "Docs/a",
-                                                   "GR\u00DCN/", "GR\u00DCN/y", "Music/", "Music/NEW/",
-                                                   "Music/NEW/song.mp3", "TWO/", "Two/", "two/", "two/z"}));
+    EXPECT_EQ(Written(), expected);
     EXPECT_TRUE(messages.shown.empty());
 }
 
@@ -238,11 +257,8 @@ TEST_F(ZipExtractTest, RefusedMethodsSetTheStatusAndUnknownOnesArePassedOver) {
 }
 
 TEST_F(ZipExtractTest, OnePasswordServesTheWholeExtraction) {
-    dir.MakeFile("in/a.txt", Prose(5000));
-    dir.MakeFile("in/b.txt", "b");
-    ASSERT_TRUE(RunProgram("cd '" + dir.Host("in").string() +
-                           "' && 7zz a -tzip '-popen sesame' ../a.zip a.txt b.txt"));
-    front.Get_Contents(dir.Path("a.zip"));
+    Load({Encrypted(DeflatedEntry("a.txt", Prose(5000)), "open sesame"),
+          Encrypted(StoredEntry("b.txt", "b"), "open sesame")});
     EXPECT_TRUE(front.Encrypted(1));
     messages.replies = {"open sesame", "open sesame"};
     EXPECT_EQ(UnPackAll(), 0);
@@ -292,8 +308,8 @@ TEST_F(ZipExtractTest, LaterEntriesAndNewFilesReplaceEarlierOnes) {
     Load({StoredEntry("same", "first, longer"), StoredEntry("Same", "other"), StoredEntry("same", "second")});
     EXPECT_EQ(UnPackAll(), 0);
     EXPECT_EQ(dir.Read("out/same"), "second");
-    EXPECT_EQ(dir.Read("out/Same"), "other");
-    EXPECT_EQ(Written().size(), 2u) << "nothing else is left behind";
+    EXPECT_EQ(dir.Read("out/Same"), kNamesAreBytes ? "other" : "second");
+    EXPECT_EQ(Written().size(), kNamesAreBytes ? 2u : 1u) << "nothing else is left behind";
 }
 
 TEST_F(ZipExtractTest, FaultsThatComeOftenOfferTheRestAtOnce) {

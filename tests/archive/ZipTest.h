@@ -68,7 +68,7 @@ class ZipTest : public testing::Test {
     std::vector<std::string> Written() const {
         std::vector<std::string> names;
         for (const auto& entry : std::filesystem::recursive_directory_iterator(dir.Host("out")))
-            names.push_back(entry.path().lexically_relative(dir.Host("out")).string() +
+            names.push_back(entry.path().lexically_relative(dir.Host("out")).generic_string() +
                             (entry.is_directory() ? "/" : ""));
         std::sort(names.begin(), names.end());
         return names;

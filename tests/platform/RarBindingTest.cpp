@@ -29,7 +29,6 @@ class RarBindingTest : public testing::TestWithParam<const char*> {
     }
 
     TestDir dir;
-    const ScopedVariable zone{"TZ", "UTC"};
     std::unique_ptr<RarLibrary> library = rar::BindRarLibrary(GetParam());
     RAROpenArchiveData data;
     RARHeaderData header;

@@ -57,9 +57,11 @@ class TestDir {
     ~TestDir() {
         std::error_code ignored;
 #ifdef _WIN32
-        // There a protected file is not deleted.
-        for (const auto& entry : std::filesystem::recursive_directory_iterator(root_, ignored))
-            std::filesystem::permissions(entry, std::filesystem::perms::all, ignored);
+        // There a protected file is not deleted, and a long path needs its prefix.
+        root_ = L"\\\\?\\" + root_.wstring();
+        for (auto entry = std::filesystem::recursive_directory_iterator(root_, ignored); entry != end(entry);
+             entry.increment(ignored))
+            std::filesystem::permissions(*entry, std::filesystem::perms::all, ignored);
 #endif
         std::filesystem::remove_all(root_, ignored);
     }
