@@ -1,9 +1,9 @@
 #include "DrawnIcon.h"
 
 #include <QApplication>
-#include <QFile>
 #include <QPainter>
 #include <QPixmapCache>
+#include <QResource>
 #include <QStyle>
 #include <QStyleOption>
 
@@ -16,7 +16,18 @@ namespace {
 constexpr int kSizes[] = {16, 20, 24, 32, 40, 48, 64, 128};
 
 QString FileOf(const QString& name, int size) {
-    return QStringLiteral(":/icons/%1-%2.png").arg(name).arg(size);
+    return QStringLiteral(":/icons/%1-%2.rgba").arg(name).arg(size);
+}
+
+/// The picture in a file of plain pixels, which is as wide as it is high.
+QPixmap ReadPicture(const QString& file, int size) {
+    constexpr int kPixelBytes = 4;
+    const QByteArray pixels = QResource(file).uncompressedData();
+    if (pixels.size() != qsizetype{size} * size * kPixelBytes)
+        return {};
+    const QImage stored(reinterpret_cast<const uchar*>(pixels.constData()), size, size, size * kPixelBytes,
+                        QImage::Format_RGBA8888_Premultiplied);
+    return QPixmap::fromImage(stored.convertToFormat(QImage::Format_ARGB32_Premultiplied));
 }
 
 } // namespace
@@ -24,7 +35,7 @@ QString FileOf(const QString& name, int size) {
 DrawnIcon::DrawnIcon(QString normal, QString selected)
     : normal_(std::move(normal)), selected_(std::move(selected)) {
     for (const int size : kSizes) {
-        if (QFile::exists(FileOf(normal_, size)))
+        if (QResource(FileOf(normal_, size)).isValid())
             sizes_.append(size);
     }
 }
@@ -50,13 +61,14 @@ QPixmap DrawnIcon::pixmap(const QSize& size, QIcon::Mode mode, QIcon::State stat
     const QSize shown = actualSize(size, mode, state);
     if (shown.isEmpty())
         return {};
-    const QString file = FileOf(mode == QIcon::Selected ? selected_ : normal_, Fitting(size));
+    const int edge = Fitting(size);
+    const QString file = FileOf(mode == QIcon::Selected ? selected_ : normal_, edge);
     const qint64 greyOf = mode == QIcon::Disabled ? QApplication::palette().cacheKey() : 0;
     const QString key = QStringLiteral("%1 %2 %3").arg(file).arg(shown.width()).arg(greyOf);
     QPixmap picture;
     if (QPixmapCache::find(key, &picture))
         return picture;
-    picture.load(file);
+    picture = ReadPicture(file, edge);
     if (picture.size() != shown)
         picture = picture.scaled(shown, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     if (mode == QIcon::Disabled) {

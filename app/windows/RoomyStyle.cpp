@@ -45,6 +45,13 @@ int RoomyStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, cons
 
 QSize RoomyStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
                                    const QWidget* widget) const {
+    if (const auto* section = qstyleoption_cast<const QStyleOptionHeader*>(option);
+        section != nullptr && widget != nullptr) {
+        // Headers measure in bold for highlighted sections; here none is, and no bold font need be loaded.
+        QStyleOptionHeader plain(*section);
+        plain.fontMetrics = widget->fontMetrics();
+        return QProxyStyle::sizeFromContents(type, &plain, size, widget);
+    }
     QSize result = QProxyStyle::sizeFromContents(type, option, size, widget);
     if (type == CT_ItemViewItem)
         result.rheight() += kRowPadding;
@@ -91,6 +98,8 @@ QIcon RoomyStyle::standardIcon(StandardPixmap icon, const QStyleOption* option, 
         return Icon("message-warning");
     case SP_MessageBoxInformation:
         return Icon("message-information");
+    case SP_ToolBarHorizontalExtensionButton: // each bar asks for it, and the style's own is black on dark
+        return Icon("more");
     default:
         return QProxyStyle::standardIcon(icon, option, widget);
     }

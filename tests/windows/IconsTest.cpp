@@ -42,8 +42,8 @@ double VisibleShare(const QImage& image, const QColor& background) {
 QStringList Names() {
     QStringList names;
     app::Icon("file"); // the resources are there once one icon is
-    for (const QString& file : QDir(QStringLiteral(":/icons")).entryList({QStringLiteral("*-16.png")}))
-        names << file.chopped(7);
+    for (const QString& file : QDir(QStringLiteral(":/icons")).entryList({QStringLiteral("*-16.rgba")}))
+        names << file.chopped(8);
     return names;
 }
 
