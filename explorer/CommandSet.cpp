@@ -22,7 +22,6 @@ CommandSet::CommandSet(const CommandTargets& targets, Commands& actions, QWidget
     ConnectFolderCommands();
     ConnectHelpCommands();
     UpdateForSelection();
-    UpdatePaste();
 }
 
 void CommandSet::ConnectFileCommands() {

@@ -15,6 +15,8 @@ VSplitter::VSplitter(QWidget* parent) : QWidget(parent) {
 }
 
 void VSplitter::SetLeft(int twips) {
+    if (left_ == twips)
+        return;
     left_ = twips;
     emit Moved();
 }

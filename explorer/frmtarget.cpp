@@ -37,6 +37,7 @@ constexpr const char* kPathEnd = "\r\n";
 frmtarget::frmtarget(ArchiveDialogs* dialogs)
     : dialogs_(dialogs != nullptr ? *dialogs : ownDialogs_), extract_(*this, dialogs_), geometry_(this) {
     setObjectName(QStringLiteral("frmtarget"));
+    setAnimated(false);
     panes_ = new ExplorerPanes(this);
     setCentralWidget(panes_);
     nodes_ = new FolderTreeModel(this);
@@ -97,6 +98,8 @@ void frmtarget::ConnectPanes() {
 void frmtarget::ShowPane(bool list) {
     if (panes_->FileTools()->isHidden() != list)
         return;
+    if (list)
+        commandSet_->UpdatePaste();
     panes_->ShowFileTools(list);
     commands_->ShowFileMenu(list);
     panes_->LayoutPanes();
@@ -204,6 +207,20 @@ void frmtarget::FocusWindowChanged(QWindow* window) {
         otherWindowWasActive_ = false;
         ApplyGeometry();
     }
+}
+
+void frmtarget::showEvent(QShowEvent* event) {
+    QMainWindow::showEvent(event);
+    windowHandle()->installEventFilter(this);
+}
+
+bool frmtarget::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Expose && watched == windowHandle()) {
+        // Now the window manager's frame is known, which the saved size includes; and nothing is painted yet.
+        watched->removeEventFilter(this);
+        ApplyGeometry();
+    }
+    return QMainWindow::eventFilter(watched, event);
 }
 
 void frmtarget::closeEvent(QCloseEvent* event) {

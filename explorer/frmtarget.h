@@ -53,7 +53,9 @@ class frmtarget : public QMainWindow, public FileListAccess {
     void Unloaded();
 
   protected:
+    void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     void ConnectCommands();
