@@ -7,10 +7,12 @@
 #include "app/windows/frmprogress.h"
 #include "dialogs/OpenFolder.h"
 #include "explorer/frmtarget.h"
+#include "platform/desktop/FontPreload.h"
 
 #include <QApplication>
 
 #include <exception>
+#include <optional>
 
 namespace {
 
@@ -41,12 +43,14 @@ int Run(QApplication& application) {
 } // namespace
 
 int main(int argc, char** argv) {
+    std::optional<platform::FontPreload> fonts(std::in_place);
     QApplication application(argc, argv);
+    fonts.reset();
     QApplication::setApplicationName(QStringLiteral("pellarion"));
     QApplication::setQuitOnLastWindowClosed(
         false); // a message may come and go before the main window is shown
     app::SetUpAppearance();
-    QApplication::setWindowIcon(app::Icon("pellarion"));
+    QApplication::setWindowIcon(app::WindowIcon());
     app::MessageBoxes messages;
     app::SetMessages(&messages);
     int result = 0;

@@ -32,7 +32,8 @@ constexpr std::chrono::milliseconds kMapPatience{500};
 
 } // namespace
 
-frmprogress::frmprogress() : QFrame(nullptr, Qt::SplashScreen | Qt::FramelessWindowHint) {
+frmprogress::frmprogress()
+    : QFrame(nullptr, Qt::SplashScreen | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint) {
     setObjectName(QStringLiteral("frmprogress"));
     setBackgroundRole(QPalette::Base);
     setAutoFillBackground(true);
@@ -48,7 +49,6 @@ frmprogress::frmprogress() : QFrame(nullptr, Qt::SplashScreen | Qt::FramelessWin
     title_->setProperty("keepsFontSize", true);
     QFont large = title_->font();
     large.setPointSize(kTitlePoints);
-    large.setWeight(QFont::DemiBold);
     title_->setFont(large);
 
     caption_ = new QLabel(this);
