@@ -2,6 +2,7 @@
 
 #include "app/windows/WindowTexts.h"
 #include "explorer/ListFolderFiles.h"
+#include "explorer/RowOrder.h"
 #include "explorer/TextColours.h"
 #include "platform/Letters.h"
 
@@ -13,14 +14,6 @@ FileListModel::FileListModel(FileKinds& kinds, QObject* parent)
     : QAbstractTableModel(parent), kinds_(kinds),
       headers_(
           {"Name", "Type", "Size", "Date Modified", "Full path", "ModifiedSort", "SortSize", "SortFile"}) {}
-
-void FileListModel::SetRows(std::string folder, std::vector<FileRow> rows) {
-    beginResetModel();
-    folder_ = std::move(folder);
-    rows_ = std::move(rows);
-    SortRows();
-    endResetModel();
-}
 
 void FileListModel::RenameRow(int row, const QString& name) {
     FileRow& changed = rows_[static_cast<std::size_t>(row)];
@@ -65,9 +58,10 @@ FileListModel::Column FileListModel::SortColumnFor(int column) {
 }
 
 bool FileListModel::IsConsistent() const {
+    const RowOrder order = OrderInUse();
     return std::ranges::all_of(rows_, [this](const FileRow& row) { return row.kind < kinds_.Count(); }) &&
            std::ranges::is_sorted(
-               rows_, [this](const FileRow& left, const FileRow& right) { return Precedes(left, right); });
+               rows_, [&](const FileRow& left, const FileRow& right) { return order.Precedes(left, right); });
 }
 
 int FileListModel::rowCount(const QModelIndex& parent) const {

@@ -9,6 +9,8 @@
 
 namespace explorer {
 
+class RowOrder;
+
 /// The file list's rows in all eight columns, the four hidden ones included. Texts are made when they are
 /// asked for.
 class FileListModel : public QAbstractTableModel {
@@ -23,7 +25,7 @@ class FileListModel : public QAbstractTableModel {
     explicit FileListModel(FileKinds& kinds, QObject* parent = nullptr);
 
     /// Puts the rows of `folder` (a path with a last backslash) in place of those before, in the order in
-    /// use.
+    /// use. Lets window messages run while it sorts; gives way to other rows that come meanwhile.
     void SetRows(std::string folder, std::vector<FileRow> rows);
 
     void Clear() { SetRows({}, {}); }
@@ -54,7 +56,8 @@ class FileListModel : public QAbstractTableModel {
     QVariant data(const QModelIndex& index, int role) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     /// Sorts as a click on the header of `column` does and keeps that order for later rows. Rows with equal
-    /// keys stand in name order, as do all rows before the first sort.
+    /// keys stand in name order, as do all rows before the first sort. Lets window messages run meanwhile;
+    /// until all is sorted the rows stand as they did.
     void sort(int column, Qt::SortOrder order) override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
@@ -65,19 +68,18 @@ class FileListModel : public QAbstractTableModel {
 
   private:
     QString TextOf(const FileRow& row, int column) const;
-    bool Precedes(const FileRow& left, const FileRow& right) const;
-    int Compare(const FileRow& left, const FileRow& right) const;
-    void RankTypes();
-    void SortRows();
+    RowOrder OrderInUse() const;
     void MoveRowsInOrder();
+    void MoveRowsTo(const std::vector<std::uint32_t>& places);
 
     FileKinds& kinds_;
     std::string folder_;
     std::vector<FileRow> rows_;
-    std::vector<std::size_t> typeRanks_; ///< place of each kind's type text in alphabetical order
     std::vector<QString> headers_;
     Column sortColumn_ = kSortFile;
-    Qt::SortOrder order_ = Qt::AscendingOrder;
+    Qt::SortOrder direction_ = Qt::AscendingOrder;
+    unsigned fillings_ = 0; ///< counts new rows and new orders, so that work that was overtaken is seen to be
+    unsigned sortings_ = 0;
 };
 
 } // namespace explorer

@@ -1,54 +1,51 @@
-#include "app/windows/WindowTexts.h"
+#include "app/windows/Yield.h"
 #include "explorer/FileListModel.h"
-#include "platform/Letters.h"
-
-#include <algorithm>
-#include <numeric>
+#include "explorer/RowOrder.h"
 
 namespace explorer {
 
-namespace {
-
-template <class Key>
-int Order(const Key& left, const Key& right) {
-    return left < right ? -1 : (right < left ? 1 : 0);
+void FileListModel::SetRows(std::string folder, std::vector<FileRow> rows) {
+    const unsigned filling = ++fillings_;
+    std::vector<std::uint32_t> places;
+    for (bool isInOrder = false; !isInOrder;) {
+        const unsigned sorting = sortings_;
+        places = PlacesInOrder(rows, OrderInUse(), [&] {
+            app::Yield();
+            return filling == fillings_ && sorting == sortings_;
+        });
+        if (filling != fillings_)
+            return;
+        isInOrder = sorting == sortings_;
+    }
+    beginResetModel();
+    folder_ = std::move(folder);
+    rows_ = std::move(rows);
+    MoveRowsTo(places);
+    endResetModel();
 }
-
-/// Folders before files, then by name: what the name sort keys "00..." and "11..." say.
-int OrderByName(const FileRow& left, const FileRow& right) {
-    if (left.isFolder != right.isFolder)
-        return left.isFolder ? -1 : 1;
-    return left.sortName.compare(right.sortName);
-}
-
-} // namespace
 
 void FileListModel::sort(int column, Qt::SortOrder order) {
     if (column < 0)
         return;
     sortColumn_ = SortColumnFor(column);
-    order_ = order;
+    direction_ = order;
     MoveRowsInOrder();
 }
 
 void FileListModel::MoveRowsInOrder() {
-    emit layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
-    // Rows move, selections move with them: each row remembers where it stood.
-    std::vector<std::uint32_t> places(rows_.size());
-    std::iota(places.begin(), places.end(), 0U);
-    RankTypes();
-    std::stable_sort(places.begin(), places.end(), [this](std::uint32_t left, std::uint32_t right) {
-        return Precedes(rows_[left], rows_[right]);
+    const unsigned filling = fillings_;
+    const unsigned sorting = ++sortings_;
+    const std::vector<std::uint32_t> places = PlacesInOrder(rows_, OrderInUse(), [&] {
+        app::Yield();
+        return filling == fillings_ && sorting == sortings_;
     });
-    std::vector<FileRow> sorted;
-    sorted.reserve(rows_.size());
-    std::vector<int> newPlaces(rows_.size());
-    for (const std::uint32_t place : places) {
-        newPlaces[place] = static_cast<int>(sorted.size());
-        sorted.push_back(std::move(rows_[place]));
-    }
-    rows_ = std::move(sorted);
-
+    if (filling != fillings_ || sorting != sortings_)
+        return; // what came between puts its rows in order itself
+    emit layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
+    MoveRowsTo(places);
+    std::vector<int> newPlaces(rows_.size()); // rows move, selections move with them
+    for (std::size_t row = 0; row < places.size(); ++row)
+        newPlaces[places[row]] = static_cast<int>(row);
     const QModelIndexList before = persistentIndexList();
     QModelIndexList after;
     after.reserve(before.size());
@@ -58,46 +55,16 @@ void FileListModel::MoveRowsInOrder() {
     emit layoutChanged({}, QAbstractItemModel::VerticalSortHint);
 }
 
-void FileListModel::SortRows() {
-    RankTypes();
-    std::stable_sort(rows_.begin(), rows_.end(),
-                     [this](const FileRow& left, const FileRow& right) { return Precedes(left, right); });
+void FileListModel::MoveRowsTo(const std::vector<std::uint32_t>& places) {
+    std::vector<FileRow> ordered;
+    ordered.reserve(rows_.size());
+    for (const std::uint32_t place : places)
+        ordered.push_back(std::move(rows_[place]));
+    rows_ = std::move(ordered);
 }
 
-void FileListModel::RankTypes() {
-    std::vector<QString> texts(kinds_.Count());
-    for (std::size_t kind = 0; kind < texts.size(); ++kind) {
-        const std::string text = app::FromWindow(kinds_.TypeText(static_cast<FileKinds::Number>(kind)));
-        texts[kind] = app::ToWindow(platform::ToUpper(text));
-    }
-    std::vector<QString> ordered = texts;
-    std::ranges::sort(ordered);
-    typeRanks_.resize(texts.size());
-    for (std::size_t kind = 0; kind < texts.size(); ++kind)
-        typeRanks_[kind] =
-            static_cast<std::size_t>(std::ranges::lower_bound(ordered, texts[kind]) - ordered.begin());
-}
-
-bool FileListModel::Precedes(const FileRow& left, const FileRow& right) const {
-    int order = Compare(left, right);
-    if (order_ == Qt::DescendingOrder)
-        order = -order;
-    return (order != 0 ? order : OrderByName(left, right)) < 0;
-}
-
-int FileListModel::Compare(const FileRow& left, const FileRow& right) const {
-    switch (sortColumn_) {
-    case kSortSize:
-        return Order(left.size, right.size);
-    case kSortDate:
-        return Order(left.modified, right.modified);
-    case kType:
-        return Order(typeRanks_[left.kind], typeRanks_[right.kind]);
-    case kSortFile:
-        return OrderByName(left, right);
-    default: // all rows share one folder: the full path orders as the name does
-        return left.sortName.compare(right.sortName);
-    }
+RowOrder FileListModel::OrderInUse() const {
+    return {sortColumn_, direction_, kinds_};
 }
 
 } // namespace explorer

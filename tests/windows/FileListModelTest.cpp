@@ -5,6 +5,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QItemSelectionModel>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -117,6 +118,41 @@ TEST_F(FileList, TheOrderStaysForLaterListingsAndSelectionsFollowTheirRows) {
     Add("d", false, 9);
     Fill();
     EXPECT_EQ(Column(FileListModel::kName), (Names{"d", "b", "c", "a"}));
+}
+
+TEST_F(FileList, OtherOrdersAndRowsMayComeWhileManyAreSorted) {
+    constexpr std::uint64_t kMany = 60'000;
+    for (std::uint64_t number = 0; number < kMany; ++number)
+        Add(("Notes " + std::to_string(number * 7919 % kMany)).c_str(), false, number);
+    int came = 0;
+    const auto meanwhile = [&](const std::function<void()>& what) {
+        QTimer::singleShot(0, &model_, [&came, what] {
+            ++came;
+            what();
+        });
+    };
+    meanwhile([&] { model_.sort(FileListModel::kSize, Qt::DescendingOrder); });
+    Fill();
+    EXPECT_TRUE(model_.IsConsistent());
+    EXPECT_EQ(model_.Row(0).size, kMany - 1);
+
+    QItemSelectionModel selection(&model_);
+    selection.select(model_.index(7, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    meanwhile([&] { model_.sort(FileListModel::kName, Qt::AscendingOrder); });
+    model_.sort(FileListModel::kModified, Qt::DescendingOrder);
+    EXPECT_TRUE(model_.IsConsistent());
+    EXPECT_EQ(model_.Row(0).size, 0U);
+    ASSERT_EQ(selection.selectedRows().size(), 1);
+    EXPECT_EQ(model_.Row(selection.selectedRows().first().row()).size, kMany - 8);
+
+    meanwhile([&] { model_.SetRows("E:\\Few\\", {rows_[0], rows_[1]}); });
+    Fill();
+    EXPECT_EQ(model_.FullPath(0), "E:\\Few\\Notes 0") << "those rows are newer";
+    Fill();
+    meanwhile([&] { model_.Clear(); });
+    model_.sort(FileListModel::kName, Qt::DescendingOrder);
+    EXPECT_EQ(model_.rowCount(), 0);
+    EXPECT_EQ(came, 4) << "no message was let in while rows were sorted";
 }
 
 TEST_F(FileList, HiddenColumnsHoldPathAndSortKeys) {
