@@ -3,6 +3,7 @@
 #include "HostFile.h"
 #include "HostNames.h"
 #include "TemporaryFile.h"
+#include "platform/FileName.h"
 #include "platform/FileOperations.h"
 #include "platform/HostPath.h"
 
@@ -15,6 +16,7 @@
 #include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 namespace platform {
@@ -56,9 +58,29 @@ bool IsHopeless(SystemError error) {
     return error.code == kErrorDiskFull || error.code == kErrorWriteProtect || error.code == kErrorNotReady;
 }
 
+/// The folder at one end of a copy, whose medium may be taken away meanwhile.
+class CopyEnd {
+  public:
+    explicit CopyEnd(Place folder) : folder_(std::move(folder)), found_(StatusOf(folder_.host)) {}
+
+    const std::string& Path() const { return folder_.path; }
+
+    /// Nothing, or another folder, is where this one was.
+    bool IsGone() const {
+        const auto now = StatusOf(folder_.host);
+        return found_ && (!now || Identity(*now) != Identity(*found_));
+    }
+
+  private:
+    Place folder_;
+    std::optional<struct stat> found_;
+};
+
 class TreeCopy {
   public:
-    explicit TreeCopy(FileOperationObserver& observer) : observer_(observer) {}
+    TreeCopy(FileOperationObserver& observer, const Place& from, const Place& toFolder)
+        : observer_(observer), ends_{CopyEnd({ParentOf(from.host), std::string(FolderOf(from.path))}),
+                                     CopyEnd(toFolder)} {}
 
     FileOutcome Run(const Place& from, const Place& to) {
         CopyEntry(from, to);
@@ -78,8 +100,13 @@ class TreeCopy {
 
     void Fail(const Place& place, SystemError error) {
         hasFailed_ = true;
-        isHopeless_ = isHopeless_ || IsHopeless(error);
-        observer_.Failed(place.path, error);
+        const auto* gone = std::ranges::find_if(ends_, &CopyEnd::IsGone);
+        const bool isGone = gone != std::end(ends_);
+        isHopeless_ = isHopeless_ || isGone || IsHopeless(error);
+        if (isGone)
+            observer_.Failed(gone->Path(), {kErrorNotReady});
+        else
+            observer_.Failed(place.path, error);
     }
 
     void CopyEntry(const Place& from, const Place& to) {
@@ -201,6 +228,7 @@ class TreeCopy {
     }
 
     FileOperationObserver& observer_;
+    CopyEnd ends_[2];
     std::vector<Identity> open_; ///< folders that are being copied, and those that they are copied to
     bool isStopped_ = false;
     bool hasFailed_ = false;
@@ -217,7 +245,7 @@ FileOutcome CopyTree(const std::string& from, const std::string& toFolder, FileO
         return FileOutcome::kFailed;
     }
     const std::string name = source.host.substr(source.host.find_last_of('/') + 1);
-    return TreeCopy(observer).Run(source, folder.Inside(name));
+    return TreeCopy(observer, source, folder).Run(source, folder.Inside(name));
 }
 
 } // namespace platform

@@ -5,7 +5,9 @@
 #include <utility>
 
 #ifndef _WIN32
+#include <fcntl.h>
 #include <sys/mount.h>
+#include <unistd.h>
 #endif
 
 namespace tests {
@@ -22,6 +24,8 @@ class SmallDisk {
     bool Protect() const { return false; }
 
     void PullOut() {}
+
+    std::filesystem::path AfterPulling() const { return {}; }
 };
 #else
 class SmallDisk {
@@ -34,6 +38,8 @@ class SmallDisk {
     ~SmallDisk() {
         if (isMounted_)
             ::umount(folder_.c_str());
+        if (pulled_ >= 0)
+            ::close(pulled_);
     }
 
     SmallDisk(const SmallDisk&) = delete;
@@ -47,15 +53,19 @@ class SmallDisk {
         return ::mount("none", folder_.c_str(), "", MS_REMOUNT | MS_RDONLY, nullptr) == 0;
     }
 
-    /// Takes the medium away, whatever is being done on it.
+    /// Takes the medium away, whatever is being done on it. What is on it stays in AfterPulling.
     void PullOut() {
+        pulled_ = ::open(folder_.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
         ::umount2(folder_.c_str(), MNT_DETACH);
         isMounted_ = false;
     }
 
+    std::filesystem::path AfterPulling() const { return "/proc/self/fd/" + std::to_string(pulled_); }
+
   private:
     std::filesystem::path folder_;
     bool isMounted_ = false;
+    int pulled_ = -1;
 };
 #endif
 
