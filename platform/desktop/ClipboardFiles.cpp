@@ -1,11 +1,11 @@
 #include "platform/desktop/ClipboardFiles.h"
 
+#include "FileUri.h"
 #include "SystemShell.h"
 #include "platform/DropFiles.h"
 #include "platform/HostPath.h"
 
 #include <QMimeData>
-#include <QUrl>
 
 #include <utility>
 
@@ -23,15 +23,10 @@ ClipboardStore& Store() {
     return storeInUse == nullptr ? SystemClipboard() : *storeInUse;
 }
 
-/// The address of a file, byte for byte as the host names it.
-QByteArray UriOf(const std::string& path) {
-    return "file://" + QByteArray::fromStdString(HostPathOf(path)).toPercentEncoding("/");
-}
-
 QByteArray Joined(const std::vector<std::string>& paths, const QByteArray& before, const QByteArray& after) {
     QByteArray text;
     for (const std::string& path : paths)
-        text += before + UriOf(path) + after;
+        text += before + UriOfHostPath(HostPathOf(path)) + after;
     return text;
 }
 
@@ -41,8 +36,7 @@ std::vector<std::string> PathsOf(const QByteArray& uris) {
         const QUrl url = QUrl::fromEncoded(line.trimmed());
         if (!url.isLocalFile())
             continue;
-        std::string path = PathFromHost(
-            QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1()).toStdString());
+        std::string path = PathFromHost(HostPathOfUri(url));
         if (!path.empty())
             paths.push_back(std::move(path));
     }

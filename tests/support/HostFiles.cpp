@@ -1,6 +1,7 @@
 #include "support/HostFiles.h"
 
 #ifdef _WIN32
+#include <string>
 #include <string_view>
 #include <windows.h>
 #else
@@ -34,6 +35,12 @@ void Hide(const fs::path& file) {
     ::SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_HIDDEN);
 }
 
+fs::path ProgramDir() {
+    std::wstring file(MAX_PATH, L'\0');
+    file.resize(::GetModuleFileNameW(nullptr, file.data(), MAX_PATH));
+    return fs::path(file).parent_path();
+}
+
 void TimeZone::ReadZone() {}
 
 bool TimeZone::IsSet() const {
@@ -54,6 +61,10 @@ bool MakePipe(const fs::path& at) {
 }
 
 void Hide(const fs::path&) {}
+
+fs::path ProgramDir() {
+    return fs::read_symlink("/proc/self/exe").parent_path();
+}
 
 void TimeZone::ReadZone() {
     ::tzset();

@@ -29,6 +29,9 @@ void Hide(const std::filesystem::path& file);
 /// Takes the right to write from a file.
 void Protect(const std::filesystem::path& file);
 
+/// The folder that the test program lies in.
+std::filesystem::path ProgramDir();
+
 /// Gives the process the time of Central Europe for the life of the object. Where the whole system has one
 /// zone, IsSet() tells whether it is this.
 class TimeZone {

@@ -8,9 +8,10 @@
 #include "fakes/FakeDesktop.h"
 #include "fakes/RecordingMessages.h"
 #include "support/CabBuilder.h"
+#include "support/HostFiles.h"
 #include "support/RarBuilder.h"
 #include "support/TestDir.h"
-#include "support/ZipFiles.h"
+#include "support/ZipBuilder.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -88,10 +89,10 @@ class ArchiveWindows : public QObject, public testing::Test {
         const std::string file = name + Extension(format);
         std::filesystem::create_directories(dir_.Host(file).parent_path());
         if (format == Format::kZip) {
-            std::vector<tests::ZipItem> entries;
+            tests::ZipBuilder builder;
             for (const Item& item : items)
-                entries.push_back({item.name, item.content});
-            tests::MakeZip(dir_.Host(file), entries);
+                builder.entries.push_back(tests::DeflatedEntry(item.name, item.content));
+            dir_.MakeFile(file, builder.Bytes());
         } else if (format == Format::kRar) {
             tests::RarBuilder builder;
             for (const Item& item : items) {
@@ -221,8 +222,8 @@ class ArchiveWindows : public QObject, public testing::Test {
 
     tests::TestDir dir_;
     // The text library lies beside the test program.
-    tests::ScopedVariable drives_{"PELLARION_DRIVES",
-                                  std::string(::getenv("PELLARION_DRIVES")) + ";P=fixed:" TEST_PROGRAM_DIR};
+    tests::ScopedVariable drives_{"PELLARION_DRIVES", std::string(::getenv("PELLARION_DRIVES")) +
+                                                          ";P=fixed:" + tests::ProgramDir().string()};
     MessagesInMidWork messages_;
     fakes::FakeFolderPicker picker_;
     fakes::FakeDocumentOpener opener_;

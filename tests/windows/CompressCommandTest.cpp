@@ -1,6 +1,7 @@
 #include "CommandsFixture.h"
+#include "archive/CabFile.h"
 #include "explorer/clsFindFiles.h"
-#include "support/RunProgram.h"
+#include "platform/Files.h"
 
 #include <QTimer>
 #include <QTreeWidget>
@@ -32,14 +33,19 @@ class CompressCommand : public CommandsWindow {
         timer_->start(0);
     }
 
-    /// What cabextract makes of a cabinet below E:.
+    /// Whether a cabinet below E: holds that file.
     bool Holds(const std::string& cabinet, const std::string& file, const std::string& content) {
-        const fs::path out = dir_.HostC() / "read";
-        fs::remove_all(out);
-        if (!tests::RunProgram("cabextract -q -d " + out.string() + " " + dir_.Host(cabinet).string()))
-            return false;
-        std::ifstream stream(out / file);
-        return std::string(std::istreambuf_iterator<char>(stream), {}) == content;
+        fs::remove_all(dir_.HostC() / "read");
+        bool holds = false;
+        archive::CabFile reader;
+        reader.CabName = tests::TestDir::Path(cabinet);
+        reader.AfterExtract = [&](const std::string& path) {
+            platform::SystemError error;
+            holds = holds ||
+                    (path.ends_with('\\' + file) && platform::ReadWholeFile(path, 100, error) == content);
+        };
+        reader.Extract("", "C:\\read", reader.CabName);
+        return holds;
     }
 
     std::unique_ptr<QTimer> timer_;
@@ -65,7 +71,7 @@ TEST_F(CompressCommand, PacksFilesAndFoldersAndSelectsTheCabinets) {
     EXPECT_EQ(dir_.Read("Docs/old.CAB"), "a cabinet");
     EXPECT_TRUE(Holds("Docs/a.txt.cab", "a.txt", "text"));
     EXPECT_TRUE(Holds("Docs/photos.cab", "bay.jpg", "bay"));
-    EXPECT_TRUE(Holds("Docs/photos.cab", ".sorted/sub/dunes.jpg", "dunes"));
+    EXPECT_TRUE(Holds("Docs/photos.cab", ".sorted\\sub\\dunes.jpg", "dunes"));
     EXPECT_FALSE(Node("E:\\Docs\\photos").isValid());
     EXPECT_EQ(SelectedNode(), "E:\\Docs");
 }
@@ -100,6 +106,8 @@ TEST_F(CompressCommand, EndsAtAFolderWithoutFilesAndAtNamesThatCannotBeStored) {
     CompressAll();
     EXPECT_EQ(messages_.Ids(), (Ids{576}));
     EXPECT_EQ(Selected().size(), 2U) << "nothing has changed";
+    if (!tests::kNamesAreBytes)
+        GTEST_SKIP() << "every name here can be stored";
     dir_.MakeFile("Docs/a/why?.txt", "w");
     dir_.MakeFile("Docs/a/inner/good", "g");
     dir_.MakeFile("Docs/a/inner/bytes\xFF", "b");
@@ -124,7 +132,8 @@ TEST_F(CompressCommand, EndsAtAFolderWithoutFilesAndAtNamesThatCannotBeStored) {
 
 TEST_F(CompressCommand, FailureKeepsTheSourceAndGoesOn) {
     dir_.MakeFile("Docs/a/file", "f");
-    fs::create_symlink("file", dir_.Host("Docs/a/link"));
+    if (!tests::MakeLink("file", dir_.Host("Docs/a/link")))
+        GTEST_SKIP() << "no links here";
     dir_.MakeFile("Docs/b.txt", "b");
     dir_.MakeFolder("Docs/b.txt.cab"); // what is to be made cannot be
     dir_.MakeFile("Docs/c.txt", "c");
@@ -175,7 +184,8 @@ TEST_F(CompressCommand, EscapeAndClosingTheProgramStopIt) {
 TEST(FindFilesClass, CollectsDepthFirstAndCountsOn) {
     const tests::TestDir dir;
     dir.MakeFile("f/1");
-    dir.MakeFile("f/ends.");
+    if constexpr (tests::kNamesAreBytes)
+        dir.MakeFile("f/ends.");
     dir.MakeFile("f/.2");
     dir.MakeFile("f/.git/3");
     dir.MakeFile("f/sub/deep/4");

@@ -1,8 +1,10 @@
 #include "fakes/RecordingMessages.h"
+#include "platform/Letters.h"
 #include "platform/desktop/DocumentOpener.h"
 #include "platform/desktop/FolderPickerDialog.h"
 #include "platform/desktop/ShellDelete.h"
 #include "platform/desktop/ShellInfo.h"
+#include "support/HostFiles.h"
 #include "support/TestDir.h"
 
 #include <QLineEdit>
@@ -31,7 +33,7 @@ TEST_F(ShellDeletes, NothingOutsideADriveAndNoDriveItself) {
 }
 
 TEST(ShellTypes, AreNamedByExtension) {
-    EXPECT_EQ(platform::FileTypeName(".xyzzy"), "XYZZY File");
+    EXPECT_TRUE(platform::EndsWithNoCase(platform::FileTypeName(".xyzzy"), "xyzzy file"));
     EXPECT_EQ(platform::FileTypeName("."), "File");
     const std::string text = platform::FileTypeName(".txt");
     EXPECT_NE(text, "TXT File");
@@ -53,8 +55,10 @@ TEST(ShellIcons, ComeFromTheProgramForWhatItShowsEverywhere) {
     EXPECT_EQ(colour(platform::FileIcon("E:\\x.zip", true)), of("folder"));
     EXPECT_EQ(colour(platform::FileIcon("E:\\", true)), of("drive-removable"));
     EXPECT_EQ(colour(platform::FileIcon("C:\\", true)), of("computer"));
-    EXPECT_EQ(colour(platform::FileIcon("E:\\a.zip\\noextension", false)), of("file"));
-    EXPECT_EQ(colour(platform::FileIcon("E:\\x.xyzzy", false)), of("file"));
+    if constexpr (!tests::kIsWindows) { // which has icons for everything else
+        EXPECT_EQ(colour(platform::FileIcon("E:\\a.zip\\noextension", false)), of("file"));
+        EXPECT_EQ(colour(platform::FileIcon("E:\\x.xyzzy", false)), of("file"));
+    }
     platform::SetIconSource(nullptr);
 }
 
@@ -122,7 +126,7 @@ TEST_F(FolderPicking, TakesATypedPathInAnyOfItsForms) {
         {" E:\\Alpha\\ ", "E:\\Alpha"},
         {"E:/Alpha/Inner", "E:\\Alpha\\Inner"},
         {"E:", "E:\\"},
-        {dir_.Host("beta").string(), "E:\\beta"},
+        {tests::kIsWindows ? "E:\\beta" : dir_.Host("beta").string(), "E:\\beta"},
     };
     for (const auto& [typed, folder] : kCases) {
         Open("E:\\");

@@ -69,7 +69,8 @@ TEST_F(ExplorerLayout, TheWindowOpensAsTheSettingsSayAndSavesWhatTheyBecame) {
 }
 
 TEST_F(ExplorerLayout, MissingValuesHaveDefaultsOfTheirOwnAndWordsAreNoNumbers) {
-    std::ofstream(TEST_PROGRAM_DIR "/setting.ini") << "[Size]\r\nWidth=wide\r\n[Grid]\r\nColWidth0=1500\r\n";
+    std::ofstream(tests::ProgramDir() / "setting.ini")
+        << "[Size]\r\nWidth=wide\r\n[Grid]\r\nColWidth0=1500\r\n";
     Open();
     EXPECT_EQ(OuterSize().height(), 536);
     EXPECT_EQ(Splitter().Left(), 3500);

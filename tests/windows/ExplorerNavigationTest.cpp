@@ -161,7 +161,7 @@ TEST_F(ExplorerNavigation, CheckedFoldersAreMarkedInTheListOfMarks) {
                           QPoint(place.left() + 8, place.center().y()));
     };
     const auto marks = [] {
-        std::ifstream file(TEST_PROGRAM_DIR "/tree.dat", std::ios::binary);
+        std::ifstream file(tests::ProgramDir() / "tree.dat", std::ios::binary);
         return std::string(std::istreambuf_iterator<char>(file), {});
     };
     ClickNode("E:\\");

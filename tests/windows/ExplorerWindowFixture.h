@@ -9,6 +9,7 @@
 #include "fakes/FakeDesktop.h"
 #include "fakes/RecordingMessages.h"
 #include "platform/Process.h"
+#include "support/HostFiles.h"
 #include "support/TestDir.h"
 
 #include <QAction>
@@ -41,8 +42,8 @@ class ExplorerWindow : public testing::Test {
         app::Application() = {};
         app::Application().LanguageId = "0409";
         app::Application().CharsetCode = "0";
-        std::filesystem::remove(TEST_PROGRAM_DIR "/setting.ini");
-        std::filesystem::remove(TEST_PROGRAM_DIR "/tree.dat");
+        std::filesystem::remove(tests::ProgramDir() / "setting.ini");
+        std::filesystem::remove(tests::ProgramDir() / "tree.dat");
         ASSERT_EQ(platform::ProgramFolder(), "P:");
         ASSERT_TRUE(app::EnsureSettingsFile());
         app::LoadExtraTextLibrary();
@@ -127,8 +128,8 @@ class ExplorerWindow : public testing::Test {
     using Ids = std::vector<std::uint32_t>;
 
     tests::TestDir dir_;
-    tests::ScopedVariable drives_{"PELLARION_DRIVES",
-                                  std::string(::getenv("PELLARION_DRIVES")) + ";P=fixed:" TEST_PROGRAM_DIR};
+    tests::ScopedVariable drives_{"PELLARION_DRIVES", std::string(::getenv("PELLARION_DRIVES")) +
+                                                          ";P=fixed:" + tests::ProgramDir().string()};
     fakes::RecordingMessages messages_;
     fakes::FakeDocumentOpener opener_;
     RecordingDialogs dialogs_;

@@ -5,7 +5,7 @@
 #include "fakes/RecordingMessages.h"
 #include "support/RarBuilder.h"
 #include "support/TestDir.h"
-#include "support/ZipFiles.h"
+#include "support/ZipBuilder.h"
 
 #include <algorithm>
 #include <functional>
@@ -77,8 +77,11 @@ class ExtractCommand : public testing::Test {
   protected:
     void SetUp() override {
         app::Application() = {};
-        tests::MakeZip(dir_.Host("one.zip"), {{"only.txt", "1"}});
-        tests::MakeZip(dir_.Host("MANY.two.ZIP"), {{"1.txt", "1"}, {"2.txt", "2"}});
+        tests::ZipBuilder zip;
+        zip.entries = {tests::StoredEntry("only.txt", "1")};
+        dir_.MakeFile("one.zip", zip.Bytes());
+        zip.entries = {tests::StoredEntry("1.txt", "1"), tests::StoredEntry("2.txt", "2")};
+        dir_.MakeFile("MANY.two.ZIP", zip.Bytes());
         dir_.MakeFile("fake.zip", "text");
     }
 

@@ -1,5 +1,6 @@
 #include "explorer/FolderMarks.h"
 
+#include "support/HostFiles.h"
 #include "support/TestDir.h"
 
 #include <gtest/gtest.h>
@@ -68,10 +69,11 @@ TEST_F(Marks, ALongListAndRubbishInItAreKept) {
 
 TEST_F(Marks, AListThatCannotBeReadOrWrittenIsNotReplaced) {
     dir_.MakeFile("tree.dat", "\\one\r\n");
-    std::filesystem::permissions(dir_.Host("tree.dat"), std::filesystem::perms::owner_read);
+    tests::Protect(dir_.Host("tree.dat"));
     marks_.AddMark("\\two");
     marks_.RemoveMark("\\one");
     EXPECT_EQ(Content(), "\\one\r\n");
+    std::filesystem::permissions(dir_.Host("tree.dat"), std::filesystem::perms::all);
     std::filesystem::remove(dir_.Host("tree.dat"));
     dir_.MakeFolder("tree.dat");
     marks_.AddMark("\\Docs");

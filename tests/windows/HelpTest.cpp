@@ -11,7 +11,7 @@ namespace {
 using HelpCommands = CommandsWindow;
 
 TEST_F(HelpCommands, DocumentOfTheLanguageAndSupportPage) {
-    const std::string document = TEST_PROGRAM_DIR "/what_0409.pdf";
+    const std::filesystem::path document = tests::ProgramDir() / "what_0409.pdf";
     std::filesystem::remove(document);
     Open();
     Trigger("mnuHelpWhat");

@@ -10,42 +10,47 @@
 
 namespace {
 
+using tests::DeflatedEntry;
+using tests::StoredEntry;
+
 constexpr char kTemp[] = "C:\\Pellarion\\Temp\\";
 
 class ZipWindow : public ArchiveWindows {
   protected:
     void OpenZip(const std::string& file) { Open(Format::kZip, {file}); }
 
-    /// An archive of "open", "secret" (encrypted) and "last", extracted in this order.
-    void MakeLocked() {
-        Make(Format::kZip, "locked", {{"open", "open"}});
-        tests::AddEncrypted(dir_.Host("locked.zip"), "secret", "geheim", "pw");
-        dir_.MakeFile("last", "last");
-        tests::RunTool(QStringLiteral("zip"),
-                       {QStringLiteral("-qm"), QStringLiteral("locked.zip"), QStringLiteral("last")},
-                       dir_.Host());
+    void MakeEntries(const std::string& file, std::vector<tests::ZipEntry> entries) {
+        tests::ZipBuilder zip;
+        zip.entries = std::move(entries);
+        dir_.MakeFile(file, zip.Bytes());
     }
 
-    /// Makes an archive by a Python script in which `z` is open for writing and `path` its path.
-    void Script(const std::string& file, const std::string& script) {
-        tests::RunTool(QStringLiteral("python3"),
-                       {QStringLiteral("-c"),
-                        QString::fromStdString("import sys, zipfile\npath = sys.argv[1]\n"
-                                               "z = zipfile.ZipFile(path, 'w')\n" +
-                                               script),
-                        QString::fromStdString(file)},
-                       dir_.Host());
+    static tests::ZipEntry Secret(const std::string& content) {
+        return tests::Encrypted(tests::DeflatedEntry("secret", content), "pw");
+    }
+
+    /// An archive of "open", "secret" (encrypted) and "last", extracted in this order.
+    void MakeLocked() {
+        MakeEntries("locked.zip",
+                    {StoredEntry("open", "open"), Secret("geheim"), StoredEntry("last", "last")});
     }
 };
 
+/// An entry of a moment: its words as the ZIP application note has them (section 4.4.6).
+tests::ZipEntry Dated(tests::ZipEntry entry, int year, int month, int day, int hour, int minute, int second) {
+    entry.date = static_cast<std::uint16_t>((year - 1980) << 9 | month << 5 | day);
+    entry.time = static_cast<std::uint16_t>(hour << 11 | minute << 5 | second / 2);
+    return entry;
+}
+
 TEST_F(ZipWindow, ShowsEveryEntryInItsColumns) {
-    tests::MakeZip(dir_.Host("mixed.zip"), {{"Alpha.txt", std::string(999, 'a'), "2007-01-31 23:59:58"},
-                                            {"docs/", "", "2021-01-05 08:00:00"},
-                                            {"docs/b.txt", std::string(1000, 'b'), "2007-02-01 00:00:00"},
-                                            {"empty.dat", "", "2007-02-01 14:07:08"}});
-    tests::AddEncrypted(dir_.Host("mixed.zip"), "secret.txt", "geheim", "pw");
+    MakeEntries("mixed.zip",
+                {Dated(DeflatedEntry("Alpha.txt", std::string(999, 'a')), 2007, 1, 31, 23, 59, 58),
+                 Dated(StoredEntry("docs/", ""), 2021, 1, 5, 8, 0, 0),
+                 Dated(DeflatedEntry("docs/b.txt", std::string(1000, 'b')), 2007, 2, 1, 0, 0, 0),
+                 Dated(StoredEntry("empty.dat", ""), 2007, 2, 1, 14, 7, 8), Secret("geheim")});
     OpenZip("mixed.zip");
-    EXPECT_EQ(Column(0), (Texts{" Alpha.txt", " docs/", " docs/b.txt", " empty.dat", "+secret.txt"}));
+    EXPECT_EQ(Column(0), (Texts{" Alpha.txt", " docs/", " docs/b.txt", " empty.dat", "+secret"}));
     EXPECT_EQ(Column(2), (Texts{"999", "Directory Entry", "1000", "0", "6"}));
     EXPECT_EQ(Column(3), Texts(5));
     EXPECT_EQ(Cell(0, 4), "20070131235958");
@@ -61,7 +66,7 @@ TEST_F(ZipWindow, ShowsEveryEntryInItsColumns) {
     EXPECT_EQ(Column(4)[4] > Column(4)[3] && Column(4)[1] > Column(4)[0], true) << "by time";
     // Typing goes to the name, which the prefix is no part of.
     QTest::keyClicks(&List(), QStringLiteral("Sec"));
-    EXPECT_EQ(SelectedNames(), Texts{"secret.txt"});
+    EXPECT_EQ(SelectedNames(), Texts{"secret"});
 }
 
 TEST_F(ZipWindow, AWrongPasswordLeavesNoFileAndEachCommandEndsInItsOwnWay) {
@@ -117,10 +122,12 @@ TEST_F(ZipWindow, EscapeAndTheCloseButtonStopInTheMiddleAndTheNextAttemptStartsA
 }
 
 TEST_F(ZipWindow, AnArchiveThatDidNotComeOutRightIsKeptThoughItsStatusIsDone) {
-    Script("crc.zip",
-           "z.writestr('x.txt', 'content'); z.close()\n"
-           "d = open(path, 'rb').read().replace(b'content', b'cOntent'); open(path, 'wb').write(d)");
-    Script("bzip.zip", "z.writestr('y.txt', 'content', zipfile.ZIP_BZIP2); z.close()");
+    tests::ZipEntry changed = StoredEntry("x.txt", "content");
+    changed.stored = "cOntent";
+    MakeEntries("crc.zip", {changed});
+    tests::ZipEntry unknown = StoredEntry("y.txt", "content");
+    unknown.method = 12; // BZIP2
+    MakeEntries("bzip.zip", {unknown});
     for (const std::string archive : {"crc.zip", "bzip.zip"}) {
         SCOPED_TRACE(archive);
         OpenZip(archive);
@@ -135,9 +142,9 @@ TEST_F(ZipWindow, AnArchiveThatDidNotComeOutRightIsKeptThoughItsStatusIsDone) {
 }
 
 TEST_F(ZipWindow, ALargeEntryMovesTheStripBeforeItIsDone) {
-    for (const char* method : {"STORED", "DEFLATED"}) {
-        Script("large.zip",
-               std::string("z.writestr('big', b'x' * (96 << 20), zipfile.ZIP_") + method + "); z.close()");
+    const std::string content(96 << 20, 'x');
+    for (const bool isStored : {true, false}) {
+        MakeEntries("large.zip", {isStored ? StoredEntry("big", content) : DeflatedEntry("big", content)});
         OpenZip("large.zip");
         Check("chkAll");
         bool isBetween = false;
@@ -149,7 +156,7 @@ TEST_F(ZipWindow, ALargeEntryMovesTheStripBeforeItIsDone) {
         picker_.folders = {"E:\\out"};
         Press("cmdExtract");
         onPaint_ = nullptr;
-        EXPECT_TRUE(isBetween) << method;
+        EXPECT_TRUE(isBetween) << isStored;
         EXPECT_EQ(std::filesystem::file_size(dir_.Host("out/big")), 96U << 20);
     }
 }
@@ -176,9 +183,8 @@ TEST_F(ZipWindow, TheFirstRowIsOpenedWithTheWholeArchiveAndEscapeEndsTheOpening)
 TEST_F(ZipWindow, WhatWasNotExtractedIsNotOpened) {
     ASSERT_FALSE(platform::WriteWholeFile(std::string(kTemp) + "secret", std::string_view("old")));
     dir_.MakeFile("victim.txt", "mine");
-    tests::AddEncrypted(dir_.Host("locked.zip"), "secret", "new", "pw");
-    Script("locked.zip", "z.writestr('../../../e/victim.txt', 'evil'); z.writestr('fine', '1'); z.close()");
-    tests::AddEncrypted(dir_.Host("locked.zip"), "secret", "new", "pw");
+    MakeEntries("locked.zip",
+                {StoredEntry("../../../e/victim.txt", "evil"), StoredEntry("fine", "1"), Secret("new")});
     OpenZip("locked.zip");
     Check("chkAll");
     Press("cmdOpen");
