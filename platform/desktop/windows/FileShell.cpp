@@ -71,7 +71,9 @@ bool TakesAllIn(const std::wstring& folder, std::size_t length) {
 bool IsTargetClear(ShellWork work, const std::string& from, const std::string& to) {
     if (work == ShellWork::kCopy)
         return FolderExists(to);
-    return work == ShellWork::kDelete || EqualsNoCase(from, to) || !FindEntry(to);
+    if (work == ShellWork::kDelete)
+        return true;
+    return IsFileName(LastComponent(to)) && (EqualsNoCase(from, to) || !FindEntry(to));
 }
 
 bool Takes(ShellWork work, const std::string& from, const std::string& to) {
