@@ -48,15 +48,21 @@ char32_t Fold(char32_t c) {
 
 char32_t NextFolded(std::string_view text, std::size_t& position) {
     const std::size_t start = position;
+    if (static_cast<std::uint8_t>(text[start]) < 0x80) {
+        ++position;
+        return Lower(static_cast<std::uint8_t>(text[start]));
+    }
     const char32_t codePoint = NextCodePoint(text, position);
     return codePoint == kNotUtf8 ? kRawByte + static_cast<std::uint8_t>(text[start]) : Fold(codePoint);
 }
 
 template <char32_t (*Map)(char32_t)>
 std::string MapText(std::string_view text) {
-    std::string result;
-    result.reserve(text.size());
-    for (std::size_t position = 0; position < text.size();) {
+    std::size_t position = AsciiPrefix(text);
+    std::string result(text.substr(0, position));
+    for (char& c : result)
+        c = static_cast<char>(Map(static_cast<std::uint8_t>(c)));
+    while (position < text.size()) {
         const std::size_t start = position;
         const char32_t codePoint = NextCodePoint(text, position);
         if (codePoint == kNotUtf8)
@@ -104,7 +110,7 @@ int CompareNoCase(std::string_view left, std::string_view right) {
 }
 
 bool EqualsNoCase(std::string_view left, std::string_view right) {
-    return CompareNoCase(left, right) == 0;
+    return left == right || CompareNoCase(left, right) == 0;
 }
 
 bool StartsWithNoCase(std::string_view text, std::string_view prefix) {
