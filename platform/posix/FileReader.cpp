@@ -1,5 +1,6 @@
 #include "platform/FileReader.h"
 
+#include "HostAttributes.h"
 #include "HostFile.h"
 #include "platform/HostPath.h"
 
@@ -8,9 +9,10 @@ namespace {
 
 class HostFileReader final : public FileReader {
   public:
-    HostFileReader(HostFile file, std::uint64_t size) : file_(std::move(file)), size_(size) {}
+    HostFileReader(HostFile file, std::string host, const FileIdentity& identity)
+        : file_(std::move(file)), host_(std::move(host)), identity_(identity) {}
 
-    std::uint64_t Size() const override { return size_; }
+    std::uint64_t Size() const override { return identity_.size; }
 
     std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> buffer) override {
         std::size_t count = 0;
@@ -18,15 +20,22 @@ class HostFileReader final : public FileReader {
         return count;
     }
 
+    bool IsUnchanged() const override {
+        struct stat status {};
+
+        return ::stat(host_.c_str(), &status) == 0 && IdentityOf(status) == identity_;
+    }
+
   private:
     HostFile file_;
-    std::uint64_t size_;
+    std::string host_;
+    FileIdentity identity_;
 };
 
 } // namespace
 
 std::unique_ptr<FileReader> FileReader::Open(const std::string& path, SystemError& error) {
-    const std::string host = HostPathOf(path);
+    std::string host = HostPathOf(path);
     if (host.empty()) {
         error = {kErrorPathNotFound};
         return nullptr;
@@ -37,7 +46,7 @@ std::unique_ptr<FileReader> FileReader::Open(const std::string& path, SystemErro
     HostFile file = OpenForReading(host, status, error);
     if (error)
         return nullptr;
-    return std::make_unique<HostFileReader>(std::move(file), static_cast<std::uint64_t>(status.st_size));
+    return std::make_unique<HostFileReader>(std::move(file), std::move(host), IdentityOf(status));
 }
 
 } // namespace platform

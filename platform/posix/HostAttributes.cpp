@@ -1,5 +1,6 @@
 #include "HostAttributes.h"
 
+#include "HostTimes.h"
 #include "platform/Files.h"
 
 namespace platform {
@@ -22,6 +23,11 @@ std::uint32_t AttributesOf(const struct stat& status, std::string_view name) {
 
 bool IsProtected(const struct stat& status) {
     return S_ISDIR(status.st_mode) || (S_ISREG(status.st_mode) && NobodyMayWrite(status));
+}
+
+FileIdentity IdentityOf(const struct stat& status) {
+    return {status.st_dev, status.st_ino, static_cast<std::uint64_t>(status.st_size),
+            FileTimeFromHost(status.st_mtim), FileTimeFromHost(status.st_ctim)};
 }
 
 } // namespace platform

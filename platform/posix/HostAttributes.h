@@ -1,5 +1,7 @@
 #pragma once
 
+#include "FileIdentity.h"
+
 #include <cstdint>
 #include <string_view>
 #include <sys/stat.h>
@@ -14,5 +16,8 @@ std::uint32_t AttributesOf(const struct stat& status, std::string_view name);
 /// that nobody may write. The mode alone decides: a super-user could write it, but its owner has said that it
 /// is to stay as it is.
 bool IsProtected(const struct stat& status);
+
+/// Identity of the file with this status.
+FileIdentity IdentityOf(const struct stat& status);
 
 } // namespace platform

@@ -4,7 +4,6 @@
 #include "HostError.h"
 #include "HostFile.h"
 #include "HostNames.h"
-#include "HostTimes.h"
 #include "cabinet/CabinetFormat.h"
 #include "platform/HostPath.h"
 #include "platform/OutputPathRule.h"
@@ -21,11 +20,6 @@ namespace {
 constexpr int kFileFlags = O_RDONLY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK;
 constexpr int kFolderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 
-FileIdentity IdentityFrom(const struct stat& status) {
-    return {status.st_dev, status.st_ino, static_cast<std::uint64_t>(status.st_size),
-            FileTimeFromHost(status.st_mtim), FileTimeFromHost(status.st_ctim)};
-}
-
 class HostPackInput final : public PackInput {
   public:
     HostPackInput(HostFile file, const FileIdentity& identity)
@@ -38,7 +32,7 @@ class HostPackInput final : public PackInput {
     bool IsUnchanged() const override {
         struct stat status {};
 
-        return ::fstat(file_.Descriptor(), &status) == 0 && IdentityFrom(status) == identity_;
+        return ::fstat(file_.Descriptor(), &status) == 0 && IdentityOf(status) == identity_;
     }
 
   private:
@@ -168,7 +162,7 @@ bool HostPackSource::AddFile(const struct stat& status, std::string name, const 
         return Fail(walk, CabFailure::kFileTooLarge, name);
     if (walk.entries.size() == walk.most)
         return Fail(walk, CabFailure::kTooManyFiles, "");
-    walk.entries.push_back({std::move(name), IdentityFrom(status), AttributesOf(status, hostName),
+    walk.entries.push_back({std::move(name), IdentityOf(status), AttributesOf(status, hostName),
                             (status.st_mode & S_IXUSR) != 0});
     return true;
 }

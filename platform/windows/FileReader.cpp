@@ -1,6 +1,6 @@
 #include "platform/FileReader.h"
 
-#include "Handle.h"
+#include "Entry.h"
 #include "WidePath.h"
 
 namespace platform {
@@ -8,7 +8,9 @@ namespace {
 
 class HostFileReader final : public FileReader {
   public:
-    explicit HostFileReader(Handle file) : file_(std::move(file)), size_(SizeOf(file_)) {}
+    HostFileReader(Handle file, std::wstring host)
+        : file_(std::move(file)), host_(std::move(host)), size_(SizeOf(file_)),
+          entry_(DescribeHandle(file_)) {}
 
     std::uint64_t Size() const override { return size_; }
 
@@ -18,22 +20,29 @@ class HostFileReader final : public FileReader {
         return count;
     }
 
+    bool IsUnchanged() const override {
+        const std::optional<HostEntry> now = DescribeTarget(host_);
+        return now && entry_ && now->identity == entry_->identity;
+    }
+
   private:
     Handle file_;
+    std::wstring host_;
     std::uint64_t size_;
+    std::optional<HostEntry> entry_; ///< as it was opened
 };
 
 } // namespace
 
 std::unique_ptr<FileReader> FileReader::Open(const std::string& path, SystemError& error) {
-    const std::wstring host = WidePathOf(path);
+    std::wstring host = WidePathOf(path);
     error = {kErrorPathNotFound};
     if (host.empty())
         return nullptr;
     Handle file = OpenForReading(host, error);
     if (error)
         return nullptr;
-    return std::make_unique<HostFileReader>(std::move(file));
+    return std::make_unique<HostFileReader>(std::move(file), std::move(host));
 }
 
 } // namespace platform
