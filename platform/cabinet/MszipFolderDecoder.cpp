@@ -8,22 +8,29 @@ namespace platform::cabinet {
 namespace {
 
 constexpr std::size_t kSpare = 512;
-constexpr std::size_t kMarkSize = 2; // "CK"
+constexpr std::size_t kBlocksAtOnce = 8; // small enough for a processor's second-level cache
+constexpr std::size_t kMarkSize = 2;     // "CK"
 
 } // namespace
 
 MszipFolderDecoder::MszipFolderDecoder(BufferedInput& input, const Folder& folder, std::size_t dataReserve,
                                        MszipBlockDecoder decodeBlock)
     : input_(input), decodeBlock_(decodeBlock), dataReserve_(dataReserve), nextBlock_(folder.dataOffset),
-      blocksLeft_(folder.blockCount), window_(2 * kBlockSize + kSpare) {}
+      blocksLeft_(folder.blockCount),
+      window_((1 + std::min<std::size_t>(folder.blockCount, kBlocksAtOnce)) * kBlockSize + kSpare) {}
 
 SystemError MszipFolderDecoder::Decode(std::uint64_t count, const ByteSink& sink) {
     while (count > 0) {
-        if (taken_ == blockSize_ && !DecodeBlock())
+        if (taken_ == end_ && !HasRoom())
+            StartOver();
+        // What is wanted is handed over in pieces as large as the window allows.
+        while (end_ - taken_ < count && HasRoom() && DecodeBlock()) {
+        }
+        const auto piece = static_cast<std::size_t>(std::min<std::uint64_t>(count, end_ - taken_));
+        if (piece == 0)
             return {kErrorInvalidData};
-        const auto piece = static_cast<std::size_t>(std::min<std::uint64_t>(count, blockSize_ - taken_));
         if (sink) {
-            if (const SystemError error = sink({&window_[kBlockSize + taken_], piece}))
+            if (const SystemError error = sink({&window_[taken_], piece}))
                 return error;
         }
         taken_ += piece;
@@ -33,6 +40,17 @@ SystemError MszipFolderDecoder::Decode(std::uint64_t count, const ByteSink& sink
     return {};
 }
 
+bool MszipFolderDecoder::HasRoom() const {
+    return window_.size() - end_ >= kBlockSize + kSpare;
+}
+
+/// Goes on at the window's start, behind the history.
+void MszipFolderDecoder::StartOver() {
+    std::copy_n(&window_[end_ - kBlockSize], kBlockSize, window_.data());
+    taken_ = end_ = kBlockSize;
+}
+
+/// Decodes one more block behind those in the window.
 bool MszipFolderDecoder::DecodeBlock() {
     std::array<std::uint8_t, kDataSize> header;
     std::array<std::uint8_t, kLargestStoredBlock> stored;
@@ -51,18 +69,10 @@ bool MszipFolderDecoder::DecodeBlock() {
     if (input_.Read(data) || data[0] != 'C' || data[1] != 'K' ||
         (checksum != 0 && checksum != BlockChecksum(data, &header[4])))
         return false;
-
-    // The block that has been handed over becomes the history of the next; only whole blocks reach back all
-    // the way.
-    if (blockSize_ != 0) {
-        history_ = std::min(kBlockSize, history_ + blockSize_);
-        std::memmove(&window_[kBlockSize - history_], &window_[kBlockSize + blockSize_ - history_], history_);
-    }
-    blockSize_ = 0;
-    taken_ = 0;
-    if (!decodeBlock_(data.subspan(kMarkSize), &window_[kBlockSize], history_, size, kSpare))
+    if (!decodeBlock_(data.subspan(kMarkSize), &window_[end_], history_, size, kSpare))
         return false;
-    blockSize_ = size;
+    end_ += size;
+    history_ = std::min(kBlockSize, history_ + size);
     nextBlock_ = input_.Position();
     --blocksLeft_;
     return true;

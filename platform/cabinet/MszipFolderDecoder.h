@@ -26,6 +26,8 @@ class MszipFolderDecoder final : public FolderDecoder {
     std::size_t Memory() const override { return window_.size() + sizeof *this; }
 
   private:
+    bool HasRoom() const;
+    void StartOver();
     bool DecodeBlock();
 
     BufferedInput& input_;
@@ -33,11 +35,11 @@ class MszipFolderDecoder final : public FolderDecoder {
     std::size_t dataReserve_;
     std::uint64_t nextBlock_; // where it is stored
     std::uint32_t blocksLeft_;
-    std::vector<std::uint8_t>
-        window_;              // the block before, the block, and room that the decoder may write over
-    std::size_t history_ = 0; // bytes of the block before, at the end of its half
-    std::size_t blockSize_ = 0;
-    std::size_t taken_ = 0; // of the block
+    // History, some blocks, and room that the decoder may write over.
+    std::vector<std::uint8_t> window_;
+    std::size_t history_ = 0;        // decoded bytes before end_ that a block may reach back to
+    std::size_t taken_ = kBlockSize; // in the window: handed over so far
+    std::size_t end_ = kBlockSize;   // in the window: decoded so far
     std::uint64_t position_ = 0;
 };
 
