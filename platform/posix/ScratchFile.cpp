@@ -3,7 +3,7 @@
 #include "HostFile.h"
 #include "WorkingFolder.h"
 
-#include <cstdlib>
+#include <algorithm>
 #include <fcntl.h>
 #include <filesystem>
 #include <unistd.h>
@@ -11,11 +11,14 @@
 namespace platform {
 namespace {
 
+constexpr std::size_t kReservedAtOnce = 8u << 20;
+
 class HostScratchFile final : public ScratchFile {
   public:
     explicit HostScratchFile(HostFile file) : file_(std::move(file)) {}
 
     SystemError WriteAt(std::uint64_t offset, std::span<const std::uint8_t> data) override {
+        Reserve(offset, data.size());
         return WriteFullyAt(file_, offset, data);
     }
 
@@ -26,7 +29,19 @@ class HostScratchFile final : public ScratchFile {
     }
 
   private:
+    /// Room that is there already is written to in half the time. Without it, the writing itself says why.
+    void Reserve(std::uint64_t offset, std::size_t size) {
+        if (offset >= reservedFrom_ && offset + size <= reservedTo_)
+            return;
+        reservedFrom_ = offset;
+        reservedTo_ = offset + std::max(size, kReservedAtOnce);
+        static_cast<void>(::fallocate(file_.Descriptor(), 0, static_cast<off_t>(reservedFrom_),
+                                      static_cast<off_t>(reservedTo_ - reservedFrom_)));
+    }
+
     HostFile file_;
+    std::uint64_t reservedFrom_ = 0;
+    std::uint64_t reservedTo_ = 0;
 };
 
 HostFile OpenUnnamed(const std::string& folder) {
