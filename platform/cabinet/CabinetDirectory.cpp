@@ -8,7 +8,9 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <functional>
+#include <utility>
 
 namespace platform::cabinet {
 namespace {
@@ -139,7 +141,7 @@ SystemError CabinetDirectory::Reader::ReadFile() {
     if (const SystemError error = ReadString(stored, false))
         return error;
     entry.name = NameOf(stored, entry.attributes);
-    directory_.memory_ += sizeof(Entry) + entry.name.capacity() + sizeof(directory_.index_[0]);
+    directory_.memory_ += sizeof(Entry) + entry.name.capacity() + sizeof(Link) + sizeof(std::uint32_t);
     directory_.entries_.push_back(std::move(entry));
     return {};
 }
@@ -184,19 +186,21 @@ SystemError CabinetDirectory::Read(FileReader& file) {
 }
 
 void CabinetDirectory::MakeIndex() {
-    index_.reserve(entries_.size());
-    for (std::size_t i = 0; i < entries_.size(); ++i)
-        index_.emplace_back(HashOf(entries_[i].name), static_cast<std::uint32_t>(i));
-    std::ranges::sort(index_);
+    firstLinks_.resize(std::bit_ceil(entries_.size()));
+    links_.resize(entries_.size());
+    for (std::size_t i = entries_.size(); i-- > 0;) {
+        const std::size_t hash = HashOf(entries_[i].name);
+        std::uint32_t& first = firstLinks_[hash % firstLinks_.size()];
+        links_[i] = {hash, std::exchange(first, static_cast<std::uint32_t>(i + 1))};
+    }
 }
 
 std::vector<std::size_t> CabinetDirectory::Find(std::string_view name) const {
     std::vector<std::size_t> found;
     const std::size_t hash = HashOf(name);
-    for (auto at = std::ranges::lower_bound(index_, std::pair(hash, std::uint32_t{0}));
-         at != index_.end() && at->first == hash; ++at) {
-        if (EqualsNoCase(entries_[at->second].name, name))
-            found.push_back(at->second);
+    for (std::size_t at = firstLinks_[hash % firstLinks_.size()]; at != 0; at = links_[at - 1].next) {
+        if (links_[at - 1].hash == hash && EqualsNoCase(entries_[at - 1].name, name))
+            found.push_back(at - 1);
     }
     return found;
 }

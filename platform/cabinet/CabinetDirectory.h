@@ -7,7 +7,6 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace platform::cabinet {
@@ -72,7 +71,15 @@ class CabinetDirectory {
 
     std::vector<Folder> folders_;
     std::vector<Entry> entries_;
-    std::vector<std::pair<std::size_t, std::uint32_t>> index_; // hash of the name in upper case, position
+
+    /// Of one entry in a chain of entries with similar hashes.
+    struct Link {
+        std::size_t hash = 0;   ///< of the name in upper case
+        std::uint32_t next = 0; ///< position of the next entry in cabinet order, and 1; 0 at the end
+    };
+
+    std::vector<std::uint32_t> firstLinks_; ///< by the hash's last bits; as Link::next
+    std::vector<Link> links_;               ///< by entry
     std::size_t dataReserve_ = 0;
     bool hasNext_ = false;
     std::string nextCabinet_;
