@@ -10,7 +10,6 @@ namespace {
 
 constexpr std::uint32_t kTextNoFolder = 542;
 constexpr std::uint32_t kTitleNoFolder = 305;
-constexpr std::size_t kMostOpen = 128;
 constexpr std::string_view kSeparators = "\\/";
 constexpr std::size_t kRootLength = 3; // of "C:\"
 
@@ -50,6 +49,10 @@ platform::OutputFolder* OpenFolders::Walk(std::string_view path, std::string_vie
     for (std::string_view rest = target_; !rest.empty(); TakeName(rest))
         TakeName(madeAs);
     path.remove_prefix(target_.size());
+    // Mostly the path is its own key but for the letter case.
+    if (const auto found = byKey_.find(platform::ToUpper(path));
+        found != byKey_.end() && found->second->path == path)
+        return Use(found->second);
     SplitPath(path, madeAs);
 
     std::size_t depth = steps_.size();
@@ -96,12 +99,16 @@ platform::OutputFolder* OpenFolders::FindKept(const Step& step) {
         Drop(kept);
         return nullptr;
     }
+    return Use(kept);
+}
+
+platform::OutputFolder* OpenFolders::Use(KeptList::iterator kept) {
     kept_.splice(kept_.begin(), kept_, kept);
     return kept->folder.get();
 }
 
 platform::OutputFolder* OpenFolders::Keep(const Step& step, std::unique_ptr<platform::OutputFolder> folder) {
-    if (kept_.size() == kMostOpen)
+    if (kept_.size() == mostOpen_)
         Drop(std::prev(kept_.end())); // never the one above this, which was used just now
     kept_.push_front({key_.substr(0, step.keyEnd), std::string(step.path), std::move(folder)});
     byKey_.emplace(kept_.front().key, kept_.begin());

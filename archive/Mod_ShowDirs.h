@@ -56,13 +56,15 @@ class OpenFolders {
     platform::OutputFolder* Walk(std::string_view path, std::string_view madeAs);
     void SplitPath(std::string_view path, std::string_view madeAs);
     platform::OutputFolder* FindKept(const Step& step);
+    platform::OutputFolder* Use(KeptList::iterator kept);
     platform::OutputFolder* Keep(const Step& step, std::unique_ptr<platform::OutputFolder> folder);
     void Drop(KeptList::iterator kept);
 
     std::string target_;
     RepeatedMessages* messages_;
     std::unique_ptr<platform::OutputFolder> base_; ///< the target
-    KeptList kept_;                                ///< the one used last comes first
+    std::size_t mostOpen_ = platform::OutputFolder::MostOpen();
+    KeptList kept_; ///< the one used last comes first
     std::unordered_map<std::string_view, KeptList::iterator> byKey_;
     std::vector<Step> steps_; ///< of the path that is being walked
     std::string key_;

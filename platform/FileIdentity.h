@@ -1,11 +1,8 @@
 #pragma once
 
-#include "platform/SystemError.h"
 #include "platform/Times.h"
 
 #include <cstdint>
-#include <optional>
-#include <string>
 
 namespace platform {
 
@@ -19,8 +16,5 @@ struct FileIdentity {
     FileTime lastChange; ///< of its content or its attributes
     friend bool operator==(const FileIdentity&, const FileIdentity&) = default;
 };
-
-/// Identity of the file at `path`; nothing, with `error` set, when it cannot be asked.
-std::optional<FileIdentity> IdentityOf(const std::string& path, SystemError& error);
 
 } // namespace platform

@@ -22,6 +22,10 @@ class FileReader {
     /// the file or after a read error.
     virtual std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> buffer) = 0;
 
+    /// Whether the path that it was opened by still leads to this very file, and nothing of the file has
+    /// changed since. A reader that has no path answers false.
+    virtual bool IsUnchanged() const { return false; }
+
     /// Opens a file. Returns null and sets `error` on failure; a folder is refused with kErrorAccessDenied.
     static std::unique_ptr<FileReader> Open(const std::string& path, SystemError& error);
 };

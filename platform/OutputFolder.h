@@ -3,6 +3,7 @@
 #include "platform/SystemError.h"
 #include "platform/Times.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -69,6 +70,9 @@ class OutputFolder {
     /// letter case with "\\" or "/" between them, no link followed. Null means only that OpenOrCreate has to
     /// be asked level by level.
     virtual std::unique_ptr<OutputFolder> OpenExact(std::string_view /*path*/) { return nullptr; }
+
+    /// How many folders may be held open at the same time without the system running out of handles.
+    static std::size_t MostOpen();
 
     /// Opens an existing folder by path. Returns null and sets `error` on failure.
     static std::unique_ptr<OutputFolder> Open(const std::string& path, SystemError& error);

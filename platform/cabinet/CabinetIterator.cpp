@@ -2,7 +2,6 @@
 
 #include "CabinetFormat.h"
 #include "CabinetSession.h"
-#include "FileIdentity.h"
 #include "Utf8.h"
 #include "platform/FileReader.h"
 #include "platform/OutputFolder.h"
@@ -11,7 +10,6 @@
 #include <algorithm>
 #include <functional>
 #include <numeric>
-#include <optional>
 #include <vector>
 
 namespace platform {
@@ -201,17 +199,14 @@ SystemError CabinetIterator::Implementation::Iterate(const std::string& path, Ca
 CabinetSession* CabinetIterator::Implementation::Session(const std::string& path, SystemError& error) {
     const auto known =
         std::ranges::find_if(sessions_, [&](const auto& session) { return session->Path() == path; });
-    const std::optional<FileIdentity> identity = IdentityOf(path, error);
     if (known != sessions_.end()) {
-        if (identity && (*known)->Identity() == *identity) {
+        if ((*known)->IsCurrent()) {
             (*known)->lastUse = ++clock_;
             return known->get();
         }
         sessions_.erase(known);
     }
-    if (!identity)
-        return nullptr;
-    std::unique_ptr<CabinetSession> session = CabinetSession::Open(path, *identity, decoder_, error);
+    std::unique_ptr<CabinetSession> session = CabinetSession::Open(path, decoder_, error);
     if (!session)
         return nullptr;
     session->lastUse = ++clock_;

@@ -8,16 +8,15 @@ constexpr std::size_t kMostDecoderMemory = 20u << 20;
 
 } // namespace
 
-CabinetSession::CabinetSession(std::string path, const FileIdentity& identity,
-                               std::unique_ptr<FileReader> file, MszipBlockDecoder mszip)
-    : path_(std::move(path)), identity_(identity), file_(std::move(file)), input_(*file_), mszip_(mszip) {}
+CabinetSession::CabinetSession(std::string path, std::unique_ptr<FileReader> file, MszipBlockDecoder mszip)
+    : path_(std::move(path)), file_(std::move(file)), input_(*file_), mszip_(mszip) {}
 
-std::unique_ptr<CabinetSession> CabinetSession::Open(const std::string& path, const FileIdentity& identity,
-                                                     MszipBlockDecoder mszip, SystemError& error) {
+std::unique_ptr<CabinetSession> CabinetSession::Open(const std::string& path, MszipBlockDecoder mszip,
+                                                     SystemError& error) {
     std::unique_ptr<FileReader> file = FileReader::Open(path, error);
     if (!file)
         return nullptr;
-    std::unique_ptr<CabinetSession> session(new CabinetSession(path, identity, std::move(file), mszip));
+    std::unique_ptr<CabinetSession> session(new CabinetSession(path, std::move(file), mszip));
     error = session->directory_.Read(*session->file_);
     return error ? nullptr : std::move(session);
 }

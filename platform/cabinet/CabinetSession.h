@@ -2,7 +2,6 @@
 
 #include "BufferedInput.h"
 #include "CabinetDirectory.h"
-#include "FileIdentity.h"
 #include "FolderReader.h"
 #include "platform/CabinetIterator.h"
 #include "platform/FileReader.h"
@@ -18,12 +17,13 @@ namespace platform::cabinet {
 class CabinetSession {
   public:
     /// Opens the cabinet at `path`. Returns null and sets `error` on failure.
-    static std::unique_ptr<CabinetSession> Open(const std::string& path, const FileIdentity& identity,
-                                                MszipBlockDecoder mszip, SystemError& error);
+    static std::unique_ptr<CabinetSession> Open(const std::string& path, MszipBlockDecoder mszip,
+                                                SystemError& error);
 
     const std::string& Path() const { return path_; }
 
-    const FileIdentity& Identity() const { return identity_; }
+    /// Whether the file on disk is still the one that was opened.
+    bool IsCurrent() const { return file_->IsUnchanged(); }
 
     const CabinetDirectory& Directory() const { return directory_; }
 
@@ -37,14 +37,12 @@ class CabinetSession {
     std::uint64_t lastUse = 0;
 
   private:
-    CabinetSession(std::string path, const FileIdentity& identity, std::unique_ptr<FileReader> file,
-                   MszipBlockDecoder mszip);
+    CabinetSession(std::string path, std::unique_ptr<FileReader> file, MszipBlockDecoder mszip);
 
     FolderReader& Reader(std::uint16_t folder);
     void DropDecoders(const FolderReader& inUse);
 
     std::string path_;
-    FileIdentity identity_;
     std::unique_ptr<FileReader> file_;
     BufferedInput input_;
     MszipBlockDecoder mszip_;

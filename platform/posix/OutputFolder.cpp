@@ -12,8 +12,10 @@
 #include "platform/Files.h"
 #include "platform/HostPath.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -162,6 +164,23 @@ std::unique_ptr<OutputFolder> HostFolder::OpenExact(std::string_view path) {
 }
 
 } // namespace
+
+std::size_t OutputFolder::MostOpen() {
+    constexpr rlim_t kMost = 4096;
+    constexpr rlim_t kForOthers = 512;
+    rlimit limit{};
+    if (::getrlimit(RLIMIT_NOFILE, &limit) != 0)
+        return kForOthers / 4;
+    // The usual limit is low for the sake of old programs only, and may be raised.
+    if (limit.rlim_cur < kMost + kForOthers) {
+        const rlim_t before = limit.rlim_cur;
+        limit.rlim_cur = std::min(kMost + kForOthers, limit.rlim_max);
+        if (::setrlimit(RLIMIT_NOFILE, &limit) != 0)
+            limit.rlim_cur = before;
+    }
+    const rlim_t left = limit.rlim_cur < 2 * kForOthers ? limit.rlim_cur / 2 : limit.rlim_cur - kForOthers;
+    return static_cast<std::size_t>(std::min(kMost, left));
+}
 
 std::unique_ptr<OutputFolder> OutputFolder::Open(const std::string& path, SystemError& error) {
     const std::string host = HostPathOf(path);

@@ -144,6 +144,10 @@ std::unique_ptr<OutputFolder> HostFolder::OpenOrCreate(std::string_view name, st
 
 } // namespace
 
+std::size_t OutputFolder::MostOpen() {
+    return 4096; // far below what the system grants
+}
+
 std::unique_ptr<OutputFolder> OutputFolder::Open(const std::string& path, SystemError& error) {
     const std::wstring host = WidePathOf(path);
     error = {kErrorPathNotFound};
