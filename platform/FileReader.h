@@ -23,7 +23,8 @@ class FileReader {
     virtual std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> buffer) = 0;
 
     /// Whether the path that it was opened by still leads to this very file, and nothing of the file has
-    /// changed since. A reader that has no path answers false.
+    /// changed since. That another file has taken its place may take 10 ms to show. A reader that has no path
+    /// answers false.
     virtual bool IsUnchanged() const { return false; }
 
     /// Opens a file. Returns null and sets `error` on failure; a folder is refused with kErrorAccessDenied.

@@ -4,8 +4,12 @@
 #include "HostFile.h"
 #include "platform/HostPath.h"
 
+#include <chrono>
+
 namespace platform {
 namespace {
+
+constexpr std::chrono::milliseconds kWalkInterval{10};
 
 class HostFileReader final : public FileReader {
   public:
@@ -20,9 +24,18 @@ class HostFileReader final : public FileReader {
         return count;
     }
 
+    /// What happens to the file itself shows at once. That it was moved away and another has taken its place
+    /// takes a walk along the path to find out, which a thousand questions in a row do not need each.
     bool IsUnchanged() const override {
         struct stat status {};
 
+        if (::fstat(file_.Descriptor(), &status) != 0 || status.st_nlink == 0 ||
+            IdentityOf(status) != identity_)
+            return false;
+        const auto now = std::chrono::steady_clock::now();
+        if (now - lastWalk_ < kWalkInterval)
+            return true;
+        lastWalk_ = now;
         return ::stat(host_.c_str(), &status) == 0 && IdentityOf(status) == identity_;
     }
 
@@ -30,6 +43,7 @@ class HostFileReader final : public FileReader {
     HostFile file_;
     std::string host_;
     FileIdentity identity_;
+    mutable std::chrono::steady_clock::time_point lastWalk_ = std::chrono::steady_clock::now();
 };
 
 } // namespace
