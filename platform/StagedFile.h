@@ -23,7 +23,8 @@ class StagedFile : public FileReader {
     /// Gives the file its name, in place of another file of that name.
     virtual SystemError Commit() = 0;
 
-    /// Starts the file `name` in `folder`. Returns null and sets `error` on failure.
+    /// Starts the file `name` in `folder`, and takes away what programs that were killed have left of theirs
+    /// there. Returns null and sets `error` on failure.
     static std::unique_ptr<StagedFile> Create(const std::string& folder, const std::string& name,
                                               SystemError& error);
 };

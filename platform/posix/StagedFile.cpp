@@ -8,17 +8,40 @@
 
 #include <cerrno>
 #include <fcntl.h>
+#include <filesystem>
+#include <string_view>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace platform {
 namespace {
 
+/// Before the name that a temporary file has otherwise: these are locked for as long as somebody uses them.
+constexpr std::string_view kMark = ".staged";
+
+/// Takes away what was left by programs that were killed.
+void RemoveAbandoned(const std::string& hostFolder) {
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(hostFolder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        if (!IsTemporaryName(entry->path().filename().string(), kMark))
+            continue;
+        const HostFile file(::open(entry->path().c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+        if (file.IsOpen() && ::flock(file.Descriptor(), LOCK_EX | LOCK_NB) == 0)
+            ::unlink(entry->path().c_str());
+    }
+}
+
 class HostStagedFile final : public StagedFile {
   public:
     /// `hostFolder` has a last slash.
     HostStagedFile(const std::string& hostFolder, const std::string& hostName)
-        : staged_(AT_FDCWD, hostFolder, O_RDWR, 0666), target_(hostFolder + hostName) {}
+        : staged_(AT_FDCWD, hostFolder + std::string(kMark), O_RDWR, 0666), target_(hostFolder + hostName) {
+        // Where nothing can be locked, nothing is taken for abandoned either.
+        if (IsOpen())
+            static_cast<void>(::flock(staged_.File().Descriptor(), LOCK_EX | LOCK_NB));
+    }
 
     bool IsOpen() const { return staged_.File().IsOpen(); }
 
@@ -78,6 +101,7 @@ std::unique_ptr<StagedFile> StagedFile::Create(const std::string& folder, const 
         return nullptr;
     }
     const std::string prefix = JoinHostPath(hostFolder, {""});
+    RemoveAbandoned(prefix);
     auto file = std::make_unique<HostStagedFile>(prefix, hostName);
     error = file->IsOpen() ? SystemError{} : ErrorForPath(errno, prefix + hostName, Access::kWrite);
     return error ? nullptr : std::move(file);

@@ -12,14 +12,17 @@
 namespace platform {
 namespace {
 
+constexpr std::string_view kStart = ".pellarion-";
+constexpr std::string_view kEnd = ".tmp";
+
 /// Different at every call in this process and from those of other processes. The moment tells this name from
 /// one that a process of the same number left behind when the power failed.
 std::string TemporaryName() {
     static std::atomic<unsigned> counter{0};
     timespec now{};
     ::clock_gettime(CLOCK_REALTIME, &now);
-    return ".pellarion-" + std::to_string(::getpid()) + "-" + std::to_string(now.tv_sec) + "-" +
-           std::to_string(now.tv_nsec) + "-" + std::to_string(counter++) + ".tmp";
+    return std::string(kStart) + std::to_string(::getpid()) + "-" + std::to_string(now.tv_sec) + "-" +
+           std::to_string(now.tv_nsec) + "-" + std::to_string(counter++) + std::string(kEnd);
 }
 
 } // namespace
@@ -45,6 +48,10 @@ SystemError TemporaryFile::TakeName(const std::string& hostName, unsigned flags)
         return ErrorFromErrno(errno, Access::kWrite);
     name_.clear();
     return {};
+}
+
+bool IsTemporaryName(std::string_view hostName, std::string_view mark) {
+    return hostName.starts_with(std::string(mark) + std::string(kStart)) && hostName.ends_with(kEnd);
 }
 
 void SyncFolder(const std::string& hostFolder) {

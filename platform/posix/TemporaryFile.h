@@ -4,6 +4,7 @@
 #include "platform/SystemError.h"
 
 #include <string>
+#include <string_view>
 #include <sys/types.h>
 
 namespace platform {
@@ -13,8 +14,8 @@ namespace platform {
 class TemporaryFile {
   public:
     /// Makes the file in the open folder `folder`, which stays open for the object's life, or with AT_FDCWD
-    /// at the path `prefix` (with a last slash). `access` is O_WRONLY or O_RDWR. Where it cannot be made,
-    /// File() is not open and errno tells why.
+    /// at the path `prefix`, which ends with a slash or with what the name is to begin with. `access` is
+    /// O_WRONLY or O_RDWR. Where it cannot be made, File() is not open and errno tells why.
     TemporaryFile(int folder, const std::string& prefix, int access, mode_t mode);
     ~TemporaryFile();
     TemporaryFile(const TemporaryFile&) = delete;
@@ -36,6 +37,9 @@ class TemporaryFile {
     std::string name_; ///< empty once there is nothing to take away
     HostFile file_;
 };
+
+/// Whether a file of this name was made by a TemporaryFile whose prefix ended with `mark`.
+bool IsTemporaryName(std::string_view hostName, std::string_view mark);
 
 /// Brings a folder's entries onto the medium; no failure is reported, since the files themselves are safe.
 void SyncFolder(const std::string& hostFolder);

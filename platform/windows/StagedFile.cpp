@@ -1,11 +1,26 @@
 #include "StagedFile.h"
 
+#include "FolderNames.h"
 #include "TemporaryFile.h"
 #include "Wide.h"
 #include "WidePath.h"
 
+#include <vector>
+
 namespace platform {
 namespace {
+
+/// Takes away what was left by programs that were killed; a file that is open nobody else can have for
+/// himself.
+void RemoveAbandoned(const std::wstring& folder) {
+    std::vector<std::wstring> names;
+    static_cast<void>(NamesIn(folder, names));
+    for (const std::wstring& name : names) {
+        if (IsTemporaryName(name))
+            Handle(::CreateFileW(JoinWide(folder, name).c_str(), DELETE, 0, nullptr, OPEN_EXISTING,
+                                 FILE_FLAG_DELETE_ON_CLOSE | FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
+    }
+}
 
 class HostStagedFile final : public StagedFile {
   public:
@@ -46,6 +61,7 @@ std::unique_ptr<StagedFile> StagedFile::Create(const std::string& folder, const 
     error = {kErrorInvalidName};
     if (name.empty() || name.find_first_of("\\/") != std::string::npos)
         return nullptr;
+    RemoveAbandoned(host);
     TemporaryFile file = TemporaryFile::StartIn(host);
     error = file.Error();
     if (error)

@@ -4,11 +4,14 @@
 #include "WidePath.h"
 
 #include <atomic>
+#include <string_view>
 #include <vector>
 
 namespace platform {
 namespace {
 
+constexpr std::wstring_view kStart = L".pellarion-";
+constexpr std::wstring_view kEnd = L".tmp";
 constexpr std::size_t kPortion = 4U << 20;
 
 std::wstring FolderOfWide(const std::wstring& path) {
@@ -21,8 +24,12 @@ std::wstring TemporaryName() {
     static std::atomic<unsigned> counter{0};
     // The moment tells this name from one that a process of the same number left behind when the power
     // failed.
-    return L".pellarion-" + std::to_wstring(::GetCurrentProcessId()) + L"-" +
-           std::to_wstring(CurrentFileTime().ticks) + L"-" + std::to_wstring(counter++) + L".tmp";
+    return std::wstring(kStart) + std::to_wstring(::GetCurrentProcessId()) + L"-" +
+           std::to_wstring(CurrentFileTime().ticks) + L"-" + std::to_wstring(counter++) + std::wstring(kEnd);
+}
+
+bool IsTemporaryName(std::wstring_view name) {
+    return name.starts_with(kStart) && name.ends_with(kEnd);
 }
 
 TemporaryFile TemporaryFile::StartIn(const std::wstring& folder) {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 
 namespace platform {
 
@@ -13,6 +14,9 @@ enum class Durability { kLater, kOnMedium };
 
 /// A name that no other file has.
 std::wstring TemporaryName();
+
+/// Whether it is such a name.
+bool IsTemporaryName(std::wstring_view name);
 
 /// A file being written under a name of its own beside the place that it will take. Until Commit() succeeds
 /// what stands there stays as it is; a file that is not committed leaves nothing behind.

@@ -304,6 +304,22 @@ TEST_F(CabCompressTest, FullDiskLeavesNothing) {
 
 #ifndef _WIN32
 
+TEST_F(CabCompressTest, AnotherPackingIntoTheSameFolderIsLeftAlone) {
+    dir.MakeFile("src/a", SampleText(5'000'000));
+    bool done = false;
+    std::int16_t other = 99;
+    PackFolder(When(
+        0.3,
+        [&] {
+            platform::CabCompress(platform::kCabModeFile, TestDir::Path(), "other.cab",
+                                  TestDir::Path("src/a"), other);
+        },
+        done));
+    EXPECT_EQ(other, 0);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(dir.Count(), 3u);
+}
+
 // A kill at any moment: the source is whole, and a cabinet of the final name is there whole or not at all.
 TEST_F(CabCompressTest, KilledAtAnyMomentNothingIsHalfDone) {
     dir.MakeFile("src/a", SampleText(2'500'000));
@@ -331,6 +347,7 @@ TEST_F(CabCompressTest, KilledAtAnyMomentNothingIsHalfDone) {
         }
     }
     EXPECT_EQ(outcomes.size(), 2u) << "both before and after the end";
+    EXPECT_EQ(dir.Count(), 2u) << "the last one takes away what the killed ones have left";
 }
 
 TEST_F(CabCompressTest, CabinetDoesNotDependOnTheNumberOfProcessors) {
