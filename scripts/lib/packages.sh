@@ -35,6 +35,9 @@ PACKAGES_tour=("${PACKAGES_run[@]}" xvfb openbox xdotool x11-utils imagemagick d
 PACKAGES_windows=("${PACKAGES_build[@]}" g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest make dpkg-dev xz-utils
     wine64)
 
+# Its tour: the display, input, the clipboard that tells what the windows hold, screenshots, and archivers.
+PACKAGES_windows_tour=("${PACKAGES_archivers[@]}" xvfb openbox xdotool x11-utils xclip imagemagick fonts-dejavu-core)
+
 # is_installed PACKAGE
 is_installed() {
     [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]

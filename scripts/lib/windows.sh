@@ -33,7 +33,7 @@ CONF
 
 make_mspack() {
     fetch_source libmspack "$WINDOWS_WORK/mspack"
-    cd "$WINDOWS_WORK/mspack"
+    cd "$WINDOWS_WORK/mspack" || return
     ./configure --quiet --host=x86_64-w64-mingw32 --disable-shared --prefix=/ CC=x86_64-w64-mingw32-gcc-posix CFLAGS=-O2
     make -s -j"$JOBS" install DESTDIR="$WINDOWS_SYSROOT"
 }
@@ -62,12 +62,13 @@ unpack_qt() {
     mv "$WINDOWS_WORK/opt/qt6-mingw64" "$WINDOWS_SYSROOT/"
 }
 
-# Core, Gui, Widgets and Test, static, with the third-party libraries that come with the source. Direct2D stays on,
-# since the font database needs it; tablets would need a header that Debian's source lacks.
+# Core, Gui, Widgets and Test, static, with the third-party libraries that come with the source. Direct2D 1.0 stays on,
+# since the font database needs it; of 1.1 there is only another platform plugin, which the compiler does not take.
+# Tablets would need a header that Debian's source lacks.
 make_qt() {
     local -a without=()
     local part source=$WINDOWS_WORK/qt
-    for part in opengl network sql dbus concurrent xml printsupport tabletevent zstd; do
+    for part in opengl network sql dbus concurrent xml printsupport tabletevent zstd direct2d1_1; do
         without+=("-DFEATURE_$part=OFF")
     done
     for part in doubleconversion freetype harfbuzz jpeg pcre2 png sqlite zlib; do
@@ -90,9 +91,8 @@ in_sysroot() {
     local log=$WINDOWS_WORK/log status=0
     [ -e "$WINDOWS_SYSROOT/$1" ] && return 0
     printf 'making %s\n' "${2#*_}"
-    # In the background, since the shell would not end a part of a condition at its first failure.
-    (set -e; "$2") >"$log" 2>&1 &
-    wait $! || status=$?
+    # By a shell of its own: this one would not end a part of a condition at its first failure.
+    WINDOWS_WORK=$WINDOWS_WORK bash -c 'source scripts/lib/common.sh; source scripts/lib/windows.sh; "$1"' bash "$2" >"$log" 2>&1 || status=$?
     [ "$status" -eq 0 ] || tail -n 40 "$log"
     return "$status"
 }
@@ -133,4 +133,10 @@ build_windows() {
     fi
     cmake --log-level=WARNING --preset windows -DPELLARION_SYSROOT="$WINDOWS_SYSROOT" -DPELLARION_GUI="$gui" &&
         cmake --build --preset windows --parallel "$JOBS"
+}
+
+# check_program_file: what the program file carries, where it has been built.
+check_program_file() {
+    local program=build/windows/program/pellarion.exe
+    [ ! -e "$program" ] || "$PYTHON" tests/program/program_file.py "$program"
 }

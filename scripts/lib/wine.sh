@@ -40,3 +40,43 @@ test_under_wine() {
     done
     stop_wine
 }
+
+# wine_settings: a drive that answers as removable, and a font that this machine has for those that it lacks.
+wine_settings() {
+    local name
+    printf 'REGEDIT4\n\n[HKEY_LOCAL_MACHINE\\Software\\Wine\\Drives]\n"e:"="floppy"\n\n'
+    printf '[HKEY_CURRENT_USER\\Software\\Wine\\Fonts\\Replacements]\n'
+    for name in 'Segoe UI' Tahoma 'MS Shell Dlg' 'MS Shell Dlg 2' 'MS Sans Serif'; do
+        printf '"%s"="DejaVu Sans"\n' "$name"
+    done
+}
+
+# new_wine FOLDER: a Wine that nothing has run in yet, with these settings; set for all that follows.
+new_wine() {
+    rm -rf "$1"
+    WINE_FOLDER=$1
+    export WINEPREFIX=$1 WINEDEBUG=-all PATH=$PATH:/usr/lib/wine LC_ALL=C.UTF-8 TZ=UTC
+    wine wineboot -i >/dev/null 2>&1
+    wine_settings >"$1/settings.reg"
+    wine regedit /S "$1/settings.reg"
+    wineserver64 -w
+}
+
+# tour_under_wine [NAME...]: the tour of the Windows program, on a display of its own, each of its checks counted.
+tour_under_wine() {
+    local output=$ROOT/build/tour-windows log=$ROOT/build/tour-windows.log
+    mkdir -p "$output/home"
+    : >"$log"
+    start_display 1280x900
+    (
+        export HOME=$output/home # nothing of the user's desktop leaks in
+        new_wine "$output/wine"
+        timeout 1500 "$PYTHON" tools/tour/windows_tour.py --program build/windows/program \
+            --icons build/windows/resources/icons --output "$output" "$@"
+        stop_wine
+    ) </dev/null >"$log" 2>&1 &
+    timed "The tour of the Windows program" tail -n +1 -f --pid $! "$log"
+    wait $! || true
+    stop_display
+    count_closing_line "$log" "tour under Wine" || count_failed "tour under Wine: no closing line"
+}

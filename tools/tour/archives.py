@@ -2,9 +2,9 @@
 
 import shutil
 
-from driver import press, wait_for
+from basics import digests, press, wait_for
 from explorer import ArchiveDialog
-from parts import digests, open_archives, open_drive, part, visible_windows
+from parts import open_archives, open_drive, part, visible_windows
 
 CABINET, RAR = 303, 307
 

@@ -5,8 +5,8 @@ import os
 import shutil
 import subprocess
 
-from driver import press, wait_for, write, xdotool
-from parts import digests, open_drive, part, write_settings
+from basics import digests, press, wait_for, write, xdotool
+from parts import open_drive, part, write_settings
 
 KEYS = {101: "Delete", 102: "F2", 105: "Return", 108: "ctrl+c", 109: "ctrl+v", 125: "F5"}
 WAYS = ("toolbar", "menu by mouse", "menu by keyboard", "pop-up menu", "key")

@@ -7,15 +7,14 @@ Needs DISPLAY and a session bus of its own (see scripts/tour).
 import os
 import subprocess
 import sys
-import time
 from pathlib import Path
 
+import basics
 import gi
 
 gi.require_version("Atspi", "2.0")
+from basics import PATIENCE, Failure, wait_for, xdotool  # noqa: E402
 from gi.repository import Atspi, GLib  # noqa: E402
-
-PATIENCE = 30.0
 
 # What only holds or parts other controls, or shows what another one is; the bus knows no kind for the grip in the
 # corner of a window; a label's name is its text, and without one there is nothing to read.
@@ -23,43 +22,6 @@ NAMELESS = {
     "filler", "panel", "separator", "scroll bar", "scroll pane", "layered pane", "viewport", "splitter", "menu bar", "frame",
     "unknown", "label",
 }
-
-
-class Failure(Exception):
-    """A check that did not hold, or something that did not come in time."""
-
-
-def wait_for(what, condition, patience=PATIENCE):
-    """Asks `condition` again until its answer is true, and returns that answer."""
-    end = time.monotonic() + patience
-    while True:
-        answer = condition()
-        if answer:
-            return answer
-        if time.monotonic() > end:
-            raise Failure(f"waited {patience:.0f} s in vain for {what}")
-        time.sleep(0.03)
-
-
-def xdotool(*arguments):
-    subprocess.run(["xdotool", *map(str, arguments)], check=True, stdout=subprocess.DEVNULL)
-
-
-def press(*keys):
-    """Keys by their X names, such as "Escape", "alt+F4"."""
-    xdotool("key", "--clearmodifiers", *keys)
-
-
-def write(text):
-    xdotool("type", "--clearmodifiers", "--delay", "5", "--", text)
-
-
-def drag(start, end, steps=8):
-    """Moves the mouse from one point to another with its button held."""
-    xdotool("mousemove", *start, "mousedown", 1)
-    for i in range(1, steps + 1):
-        xdotool("mousemove", *(a + (b - a) * i // steps for a, b in zip(start, end)))
-    xdotool("mouseup", 1)
 
 
 class Node:
@@ -279,34 +241,8 @@ def screenshot(path, windows):
     subprocess.run(["import", "-silent", "-window", "root", *crop, path], check=True)
 
 
-class Report:
-    """Prints each step with what was checked; remembers whether anything failed."""
-
-    def __init__(self, folder):
-        self.folder = Path(folder)
-        self.passed = 0
-        self.failures = []
-        self.pictures = 0
-
-    def step(self, title):
-        print(f"\n{title}", flush=True)
-
-    def check(self, holds, what):
-        if holds:
-            self.passed += 1
-            print(f"  ok      {what}", flush=True)
-        else:
-            self.failures.append(what)
-            print(f"  FAILED  {what}", flush=True)
-        return bool(holds)
-
-    def equal(self, got, wanted, what):
-        if not self.check(got == wanted, what):
-            print(f"          wanted {wanted!r}\n          got    {got!r}", flush=True)
-
-    def next_picture(self, name):
-        self.pictures += 1
-        return self.folder / f"{self.pictures:02}-{name}.png"
+class Report(basics.Report):
+    """Looks through every window that it takes a picture of."""
 
     def picture(self, program, name, windows=None):
         """A picture of the windows that stand there, which are also looked through for controls without a name."""
@@ -318,10 +254,6 @@ class Report:
         nameless += [role for window in windows for child in window.children for role in child.unnamed()]
         self.equal(nameless, [], "every control in it has a name")
         return path
-
-    def close(self):
-        print(f"\n{self.passed} passed, {len(self.failures)} failed", flush=True)
-        return 1 if self.failures or not self.passed else 0
 
 
 def start_bus():

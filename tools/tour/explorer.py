@@ -1,6 +1,7 @@
 """The program's windows, as the tour uses them."""
 
-from driver import Failure, Program, press, wait_for, write
+from basics import Failure, press, wait_for, write
+from driver import Program
 from texts import Texts
 
 

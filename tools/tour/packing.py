@@ -2,19 +2,9 @@
 
 import os
 import shutil
-import subprocess
-import tempfile
-from pathlib import Path
 
-from driver import press, wait_for
-from parts import digests, open_drive, part, write_settings
-
-
-def unpacked(cabinet):
-    """SHA-256 of every file in a cabinet, as an independent program reads it."""
-    with tempfile.TemporaryDirectory() as folder:
-        subprocess.run(["cabextract", "-q", "-d", folder, cabinet], check=True, stdout=subprocess.DEVNULL)
-        return digests(Path(folder))
+from basics import digests, press, unpacked, wait_for
+from parts import open_drive, part, write_settings
 
 
 def prepare(setting):

@@ -9,7 +9,7 @@ import time
 import zipfile
 
 import demo_stick
-from driver import drag, press, wait_for, write, xdotool
+from basics import DEFAULT_SETTINGS, digests, drag, press, wait_for, write, xdotool
 from texts import read as read_texts
 
 PARTS = {}
@@ -18,21 +18,6 @@ PARTS = {}
 def part(function):
     PARTS[function.__name__.replace("_", "-")] = function
     return function
-
-
-DEFAULT_SETTINGS = (
-    "[Setting]\r\nLanguage=0409\r\nCharset=0\r\n\r\n[Size]\r\nHeight=12315\r\nWidth=12315\r\n\r\n[Grid]\r\n"
-    "ColWidth0=1800.00\r\nColWidth1=799.93\r\nColWidth2=1440.00\r\nColWidth3=2000.12\r\n\r\n[VSplitter]\r\nLeft=4570\r\n"
-    "\r\n[Skin]\r\nSkinFile=Skins\\default.skf\r\n"
-).encode()
-
-
-def digests(folder):
-    """SHA-256 of every file below a folder, by relative path."""
-    return {
-        str(path.relative_to(folder)): hashlib.sha256(path.read_bytes()).hexdigest()
-        for path in sorted(folder.rglob("*")) if path.is_file()
-    }
 
 
 def zip_names(archive):

@@ -1,0 +1,130 @@
+"""The windows of the Windows program, as its tour uses them."""
+
+from basics import press, wait_for, write, xdotool
+from texts import Texts
+from windows_driver import Picture, Program
+
+
+class Explorer:
+    def __init__(self, path, environment, icons, owner):
+        self.text = Texts("0409", owner)
+        self.title = self.text(302)
+        self.icons = icons
+        self.spot = 0.7
+        self.program = Program(path, environment)
+        self.program.window(self.title, 60)
+        self.places("drive-removable")  # it is drawn, and takes keys
+
+    @property
+    def window(self):
+        return self.program.window(self.title)
+
+    def icon(self, name, size):
+        return Picture(self.icons / f"{name}-{size}.png")
+
+    def places(self, name, size=16):
+        """The icons of that name in the main window, from the top down."""
+        return wait_for(f"the icon {name}", lambda: self.window.find(self.icon(name, size)))
+
+    def command(self, icon):
+        """Presses a button of the toolbar, once it can be."""
+        xdotool("mousemove", *self.places(icon, 24)[0], "click", 1)
+
+    def menu(self, text, *path):
+        """A command by the access keys of a menu and of its entries."""
+        press(f"alt+{self.key_of(text)}", *(self.key_of(entry) for entry in path))
+
+    def key_of(self, text):
+        return text[text.index("&") + 1].lower()
+
+    # The file list.
+
+    def focus_list(self):
+        """A click below the rows: nothing is selected afterwards. Never twice on one spot, which is a double-click."""
+        self.spot = 1.5 - self.spot
+        self.window.click((self.spot, 0.93))
+
+    def listed(self):
+        """The paths of all rows, from the top; there must be one."""
+        self.focus_list()
+        return self.program.paths("ctrl+a", "ctrl+c")
+
+    def names(self):
+        return [path.rpartition("\\")[2] for path in self.listed()]
+
+    def selected(self):
+        return [path.rpartition("\\")[2] for path in self.program.paths("ctrl+c")]
+
+    def select(self, *names):
+        rows = [self.names().index(name) for name in names]
+        self.focus_list()
+        press("Home", *["Down"] * rows[0], "space")
+        for before, row in zip(rows, rows[1:]):
+            press(*["ctrl+Down" if row > before else "ctrl+Up"] * abs(row - before), "ctrl+space")
+        wait_for(f"{names} to be selected", lambda: sorted(self.selected()) == sorted(names))
+
+    def go(self, *names):
+        """To the drive by a click on its node, then down by Enter in the list."""
+        xdotool("mousemove", *self.places("drive-removable")[0], "click", 1)
+        self.wait_listed("e:\\")
+        path = "e:"
+        for name in names:
+            path += "\\" + name
+            self.select(name)
+            press("Return")
+            self.wait_listed(path + "\\")
+
+    def click_node(self, number):
+        """The tree's row `number` below the drive; nothing is copied to look at what it lists."""
+        (left, computer), (_, drive) = self.places("computer")[0], self.places("drive-removable")[0]
+        xdotool("mousemove", left + 40, drive + number * (drive - computer), "click", 1)
+        self.focus_list()
+
+    def wait_listed(self, path):
+        wait_for(f"the list of {path}", lambda: all(p.lower().startswith(path.lower()) and "\\" not in p[len(path):] for p in self.listed()))
+
+    # Other windows.
+
+    def input_box(self, title, text):
+        self.program.window(title)
+        write(text)
+        press("Return")
+        self.program.gone(title)
+
+    def extract(self, *names, title):
+        """Opens archives by the button Extract."""
+        self.select(*names)
+        self.command("extract")
+        return ArchiveDialog(self, title)
+
+
+class ArchiveDialog:
+    def __init__(self, explorer, title):
+        self.explorer, self.title = explorer, title
+        self.window = explorer.program.window(title)
+
+    def press(self, number):
+        """A button or box by its access key."""
+        self.explorer.program.window(self.title)
+        press(f"alt+{self.explorer.key_of(self.explorer.text.main[number])}")
+
+    def extract_here(self):
+        self.press(515)
+        self.press(514)
+
+    def closed(self):
+        self.explorer.program.gone(self.title)
+        self.explorer.program.window(self.explorer.title)
+
+    def click(self, at):
+        self.window.click(at)
+
+    def pick(self, report, *keys):
+        """Answers the shell's folder picker by keyboard; it starts at the archive's folder."""
+        program = self.explorer.program
+        wait_for("the folder picker", lambda: program.active_title() not in (self.title, self.explorer.title, ""))
+        title = program.active_title()
+        press(*keys)
+        report.picture(program, "picker")
+        press("Return")
+        program.gone(title)
