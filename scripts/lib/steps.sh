@@ -35,10 +35,10 @@ PYTHON
     [ "$skipped" -eq 0 ] || warn "$2: $skipped skipped"
 }
 
-# count_closing_line LOG TITLE: adds the counts of the last line of a program's output, "N passed, N failed".
+# count_closing_line LOG TITLE: adds the counts of the line that ends a program's report, "N passed, N failed".
 count_closing_line() {
     local passed failed
-    read -r passed failed < <(sed -n '$s/^\([0-9]*\) passed, \([0-9]*\) failed$/\1 \2/p' "$1") || return 1
+    read -r passed failed < <(sed -n 's/^\([0-9]*\) passed, \([0-9]*\) failed$/\1 \2/p' "$1" | tail -n 1) || return 1
     count_passed "$passed"
     [ "$failed" -eq 0 ] || count_failed "$2: see above" "$failed"
 }

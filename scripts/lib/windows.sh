@@ -123,7 +123,7 @@ WINDOWS_QT_FILE=qt6-mingw64/lib/cmake/Qt6/Qt6Config.cmake
 
 has_windows_qt() { [ -e "$WINDOWS_SYSROOT/$WINDOWS_QT_FILE" ]; }
 
-# build_windows: the program with its tests, or without its windows where the toolkit is not at hand.
+# build_windows [TARGET...]: all of it, or only these targets; without the windows where the toolkit is not at hand.
 build_windows() {
     local gui=OFF
     if has_windows_qt; then
@@ -132,7 +132,7 @@ build_windows() {
         warn "no toolkit for Windows: the windows are not built"
     fi
     cmake --log-level=WARNING --preset windows -DPELLARION_SYSROOT="$WINDOWS_SYSROOT" -DPELLARION_GUI="$gui" &&
-        cmake --build --preset windows --parallel "$JOBS"
+        cmake --build --preset windows --parallel "$JOBS" ${1:+--target "$@"}
 }
 
 # check_program_file: what the program file carries, where it has been built.

@@ -137,7 +137,7 @@ class Program:
             window = next((window for window in self.windows() if window.title == title), None)
             if window and not self.active_title():
                 # Wine may leave the display without an active window when two close at once.
-                xdotool("windowactivate", window.identity)
+                output_of("xdotool", "windowactivate", window.identity)
             return self.active_title() == title and window
 
         return wait_for(f"the window {title!r}, not {self.titles()}", look, patience)

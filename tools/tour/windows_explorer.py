@@ -74,11 +74,18 @@ class Explorer:
             press("Return")
             self.wait_listed(path + "\\")
 
-    def click_node(self, number):
-        """The tree's row `number` below the drive; nothing is copied to look at what it lists."""
+    def click_tree(self, number, right):
+        """In the tree's row `number` below the drive, so far to the right of the computer's icon."""
         (left, computer), (_, drive) = self.places("computer")[0], self.places("drive-removable")[0]
-        xdotool("mousemove", left + 40, drive + number * (drive - computer), "click", 1)
+        xdotool("mousemove", left + right, drive + number * (drive - computer), "click", 1)
+
+    def click_node(self, number):
+        """Lists a folder of the drive; nothing is copied to look at what it lists."""
+        self.click_tree(number, 40)
         self.focus_list()
+
+    def click_mark(self, number):
+        self.click_tree(number, 17)
 
     def wait_listed(self, path):
         wait_for(f"the list of {path}", lambda: all(p.lower().startswith(path.lower()) and "\\" not in p[len(path):] for p in self.listed()))

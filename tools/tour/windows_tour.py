@@ -77,10 +77,9 @@ class Setting:
         return self.explorer
 
     def stop(self):
+        # Wine's server ends what runs in it; the process that started it would only stop waiting.
+        subprocess.run(["wine64", "taskkill", "/f", "/im", "pellarion.exe"], env=self.environment, stdout=subprocess.DEVNULL)
         if self.explorer:
-            # Wine's server ends what runs in it; the process that started it would only stop waiting.
-            if self.explorer.program.alive:
-                subprocess.run(["wine64", "taskkill", "/f", "/im", "pellarion.exe"], env=self.environment, stdout=subprocess.DEVNULL)
             self.explorer.program.kill()
             self.explorer = None
 
