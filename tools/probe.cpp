@@ -15,6 +15,8 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <iostream>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -97,17 +99,15 @@ int Fail(const std::string& fault) {
                  "usage: probe list ARCHIVE [--format zip|cab|rar]\n"
                  "       probe test ARCHIVE [--format rar]\n"
                  "       probe extract ARCHIVE FOLDER [--password P] [--entries 1,3] [--format zip|cab|rar]\n"
-                 "       probe pack SOURCE FOLDER\n",
+                 "       probe pack SOURCE FOLDER\n"
+                 "       probe batch    (these, a line of input each, with tabs between the words)\n",
                  fault.c_str());
     return kWrongUsage;
 }
 
-} // namespace
-
-int main(int count, char** values) {
+int Run(const std::vector<std::string>& arguments) {
     std::string fault;
-    const auto command =
-        tools::ParseProbeCommand(std::vector<std::string>(values + 1, values + count), fault);
+    const auto command = tools::ParseProbeCommand(arguments, fault);
     if (!command)
         return Fail(fault);
     const bool isPack = command->verb == tools::ProbeVerb::kPack;
@@ -129,4 +129,24 @@ int main(int count, char** values) {
     app::SetMessages(nullptr);
     json.Finish();
     return 0;
+}
+
+/// One process for many archives: where programs start slowly.
+int RunBatch() {
+    for (std::string line; std::getline(std::cin, line);) {
+        std::vector<std::string> arguments;
+        std::istringstream words(line);
+        for (std::string word; std::getline(words, word, '\t');)
+            arguments.push_back(word);
+        if (const int result = Run(arguments); result != 0)
+            return result;
+    }
+    return 0;
+}
+
+} // namespace
+
+int main(int count, char** values) {
+    const std::vector<std::string> arguments(values + 1, values + count);
+    return arguments == std::vector<std::string>{"batch"} ? RunBatch() : Run(arguments);
 }

@@ -6,16 +6,20 @@
 #include "Wide.h"
 #include "WidePath.h"
 
+#include <algorithm>
 #include <winternl.h>
 
 namespace platform {
 namespace {
 
-/// Whether `name` can be one component of a path and nothing more.
+/// Whether `name` can be one component of a path and nothing more. What no file can be called is refused at
+/// once, not when the file that is to have the name is complete.
 bool IsPlainName(std::string_view name) {
-    using namespace std::string_view_literals;
-    return !name.empty() && name != "." && name != ".." &&
-           name.find_first_of("/\\:\0"sv) == std::string_view::npos;
+    const auto isLetter = [](char c) {
+        return static_cast<unsigned char>(c) >= 0x20 &&
+               std::string_view("/\\:*?\"<>|").find(c) == std::string_view::npos;
+    };
+    return !name.empty() && name != "." && name != ".." && std::ranges::all_of(name, isLetter);
 }
 
 /// Times that cannot be set are no failure.

@@ -1,12 +1,12 @@
 # shellcheck shell=bash
-# Running Windows programs, and the tests among them, under Wine. Needs common.sh and steps.sh.
+# Running Windows programs, and the tests among them, under Wine. Needs build.sh, common.sh and steps.sh.
 
 # Wine in a folder of its own.
 WINE_FOLDER=$ROOT/build/wine
 
-# wine PROGRAM ARGUMENT...: runs a Windows program without a display, unless one is set, in a zone with summer time.
-# One that hangs is ended.
-wine() { PATH=$PATH:/usr/lib/wine TZ=Europe/Berlin WINEPREFIX=$WINE_FOLDER WINEDEBUG=-all timeout 900 wine64 "$@"; }
+# wine PROGRAM ARGUMENT...: runs a Windows program without a display, unless one is set, in a zone with summer time
+# unless another is set. One that hangs is ended.
+wine() { PATH=$PATH:/usr/lib/wine TZ=${TZ:-Europe/Berlin} WINEPREFIX=$WINE_FOLDER WINEDEBUG=-all timeout 900 wine64 "$@"; }
 
 stop_wine() { WINEPREFIX=$WINE_FOLDER /usr/lib/wine/wineserver64 -k 2>/dev/null || true; }
 
@@ -38,7 +38,15 @@ test_under_wine() {
     for program in "${programs[@]}"; do
         run_under_wine "$program"
     done
+    check "The programs of both systems agree" cross_check || true
     stop_wine
+}
+
+# cross_check: settings, cabinets and real archives by the engine of both systems.
+cross_check() {
+    build_preset release probe exchange &&
+        PATH=$PATH:/usr/lib/wine WINEPREFIX=$WINE_FOLDER WINEDEBUG=-all PYTHONDONTWRITEBYTECODE=1 \
+            "$PYTHON" tests/cross/cross_check.py build/release build/windows ../shared/corpus
 }
 
 # wine_settings: a drive that answers as removable, and a font that this machine has for those that it lacks.
