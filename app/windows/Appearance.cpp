@@ -77,6 +77,13 @@ QPalette ListPalette(QPalette palette) {
     return palette;
 }
 
+/// Bars show how full something is, in windows behind others too.
+QPalette BarPalette(QPalette palette) {
+    palette.setColor(QPalette::Inactive, QPalette::Highlight,
+                     palette.color(QPalette::Active, QPalette::Highlight));
+    return palette;
+}
+
 } // namespace
 
 void SetUpAppearance() {
@@ -84,6 +91,7 @@ void SetUpAppearance() {
     const QPalette palette = ChoosePalette();
     QApplication::setPalette(palette);
     QApplication::setPalette(ListPalette(palette), "QAbstractItemView");
+    QApplication::setPalette(BarPalette(palette), "QProgressBar");
     platform::SetIconSource(&Icon);
 }
 
