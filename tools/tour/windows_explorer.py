@@ -57,11 +57,16 @@ class Explorer:
 
     def select(self, *names):
         rows = [self.names().index(name) for name in names]
-        self.focus_list()
-        press("Home", *["Down"] * rows[0], "space")
-        for before, row in zip(rows, rows[1:]):
-            press(*["ctrl+Down" if row > before else "ctrl+Up"] * abs(row - before), "ctrl+space")
-        wait_for(f"{names} to be selected", lambda: sorted(self.selected()) == sorted(names))
+
+        # A copy lists the folder again and restores the selection, which may come after what is pressed here.
+        def is_done():
+            self.focus_list()
+            press("Home", *["Down"] * rows[0], "space")
+            for before, row in zip(rows, rows[1:]):
+                press(*["ctrl+Down" if row > before else "ctrl+Up"] * abs(row - before), "ctrl+space")
+            return sorted(self.selected()) == sorted(names)
+
+        wait_for(f"{names} to be selected", is_done)
 
     def go(self, *names):
         """To the drive by a click on its node, then down by Enter in the list."""
