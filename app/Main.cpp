@@ -50,7 +50,7 @@ int main(int argc, char** argv) {
     QApplication::setQuitOnLastWindowClosed(
         false); // a message may come and go before the main window is shown
     app::SetUpAppearance();
-    QApplication::setWindowIcon(app::WindowIcon());
+    QApplication::setWindowIcon(app::Icon("pellarion"));
     app::MessageBoxes messages;
     app::SetMessages(&messages);
     int result = 0;

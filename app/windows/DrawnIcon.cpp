@@ -88,11 +88,10 @@ void DrawnIcon::paint(QPainter* painter, const QRect& place, QIcon::Mode mode, Q
     painter->drawPixmap(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size, place), picture);
 }
 
+/// What is asked of a window's icon, of which each window hands all sizes to the display: what window
+/// managers and task bars show, and no more. On a finer display the toolkit multiplies them.
 QList<QSize> DrawnIcon::availableSizes(QIcon::Mode, QIcon::State) {
-    QList<QSize> sizes;
-    for (const int edge : std::as_const(sizes_))
-        sizes.append({edge, edge});
-    return sizes;
+    return {{16, 16}, {24, 24}, {32, 32}, {48, 48}, {64, 64}};
 }
 
 } // namespace app

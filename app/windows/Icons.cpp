@@ -2,7 +2,6 @@
 
 #include "DrawnIcon.h"
 
-#include <QGuiApplication>
 #include <QHash>
 #include <QString>
 #include <QtGlobal>
@@ -37,15 +36,6 @@ QIcon Icon(const char* name, const char* selected) {
     if (found == icons.end())
         found = icons.insert(key, MakeIcon(normal, other));
     return *found;
-}
-
-QIcon WindowIcon() {
-    constexpr int kSizes[] = {16, 24, 32, 48, 64};
-    const QIcon drawn = Icon("pellarion");
-    QIcon icon;
-    for (const int size : kSizes)
-        icon.addPixmap(drawn.pixmap(QSize(size, size) * qGuiApp->devicePixelRatio()));
-    return icon;
 }
 
 } // namespace app

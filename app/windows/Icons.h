@@ -9,10 +9,6 @@ namespace app {
 /// icon without any size, and a warning, when there is none of that name.
 QIcon Icon(const char* name, const char* selected);
 
-/// The icon of the program's windows: all that window managers and task bars show, and no more, since every
-/// window hands each picture to the display.
-QIcon WindowIcon();
-
 inline QIcon Icon(const char* name) {
     return Icon(name, name);
 }
