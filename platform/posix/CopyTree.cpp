@@ -1,16 +1,16 @@
 #include "CopyContent.h"
+#include "FolderNames.h"
 #include "HostError.h"
 #include "HostFile.h"
 #include "HostNames.h"
 #include "TemporaryFile.h"
+#include "TreeWork.h"
 #include "platform/FileName.h"
-#include "platform/FileOperations.h"
 #include "platform/HostPath.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
-#include <dirent.h>
 #include <fcntl.h>
 #include <memory>
 #include <optional>
@@ -53,11 +53,6 @@ std::optional<struct stat> StatusOf(const std::string& hostPath, int flags = 0) 
     return status;
 }
 
-/// After such a failure the rest would only fail too.
-bool IsHopeless(SystemError error) {
-    return error.code == kErrorDiskFull || error.code == kErrorWriteProtect || error.code == kErrorNotReady;
-}
-
 /// The folder at one end of a copy, whose medium may be taken away meanwhile.
 class CopyEnd {
   public:
@@ -79,34 +74,29 @@ class CopyEnd {
 class TreeCopy {
   public:
     TreeCopy(FileOperationObserver& observer, const Place& from, const Place& toFolder)
-        : observer_(observer), ends_{CopyEnd({ParentOf(from.host), std::string(FolderOf(from.path))}),
-                                     CopyEnd(toFolder)} {}
+        : work_(observer), ends_{CopyEnd({ParentOf(from.host), std::string(FolderOf(from.path))}),
+                                 CopyEnd(toFolder)} {}
 
     FileOutcome Run(const Place& from, const Place& to) {
         CopyEntry(from, to);
-        if (isStopped_)
-            return FileOutcome::kStopped;
-        return hasFailed_ ? FileOutcome::kFailed : FileOutcome::kDone;
+        return work_.Outcome();
     }
 
   private:
-    bool IsOver() const { return isStopped_ || isHopeless_; }
+    bool IsOver() const { return work_.IsStopped() || isHopeless_; }
 
     bool Proceed(const Place& place, std::uint64_t entries, std::uint64_t bytes) {
-        if (!observer_.Proceed({place.path, entries, bytes}))
-            isStopped_ = true;
-        return !isStopped_;
+        return work_.Proceed(place.path, entries, bytes);
     }
 
     void Fail(const Place& place, SystemError error) {
-        hasFailed_ = true;
         const auto* gone = std::ranges::find_if(ends_, &CopyEnd::IsGone);
         const bool isGone = gone != std::end(ends_);
-        isHopeless_ = isHopeless_ || isGone || IsHopeless(error);
+        isHopeless_ = isHopeless_ || isGone || TreeWork::IsHopeless(error);
         if (isGone)
-            observer_.Failed(gone->Path(), {kErrorNotReady});
+            work_.Fail(gone->Path(), {kErrorNotReady});
         else
-            observer_.Failed(place.path, error);
+            work_.Fail(place.path, error);
     }
 
     void CopyEntry(const Place& from, const Place& to) {
@@ -202,36 +192,26 @@ class TreeCopy {
     }
 
     void CopyEntries(const Place& from, const Place& to) {
-        const auto names = NamesIn(from.host);
-        if (!names) {
-            Fail(from, ErrorForPath(errno, from.host));
+        std::vector<std::string> names;
+        if (const SystemError error = NamesAt(from.host, names)) {
+            Fail(from, error);
             return;
         }
-        for (const std::string& name : *names) {
+        for (const std::string& name : names) {
             if (IsOver())
                 return;
             CopyEntry(from.Inside(name), to.Inside(name));
         }
     }
 
-    static std::optional<std::vector<std::string>> NamesIn(const std::string& hostFolder) {
-        const std::unique_ptr<DIR, int (*)(DIR*)> listing(::opendir(hostFolder.c_str()), ::closedir);
-        if (!listing)
-            return std::nullopt;
-        std::vector<std::string> names;
-        while (const dirent* entry = ::readdir(listing.get())) {
-            const std::string_view name = entry->d_name;
-            if (name != "." && name != "..")
-                names.emplace_back(name);
-        }
-        return names;
+    static SystemError NamesAt(const std::string& hostFolder, std::vector<std::string>& names) {
+        const HostFile folder(::open(hostFolder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+        return folder.IsOpen() ? NamesIn(folder.Descriptor(), names) : ErrorForPath(errno, hostFolder);
     }
 
-    FileOperationObserver& observer_;
+    TreeWork work_;
     CopyEnd ends_[2];
     std::vector<Identity> open_; ///< folders that are being copied, and those that they are copied to
-    bool isStopped_ = false;
-    bool hasFailed_ = false;
     bool isHopeless_ = false;
 };
 

@@ -1,13 +1,12 @@
+#include "FolderNames.h"
 #include "HostError.h"
 #include "HostFile.h"
 #include "HostNames.h"
-#include "platform/FileOperations.h"
+#include "TreeWork.h"
 #include "platform/HostPath.h"
 
 #include <cerrno>
-#include <dirent.h>
 #include <fcntl.h>
-#include <memory>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
@@ -19,29 +18,20 @@ namespace {
 /// a link in the place of a folder meanwhile.
 class TreeDeletion {
   public:
-    explicit TreeDeletion(FileOperationObserver& observer) : observer_(observer) {}
+    explicit TreeDeletion(FileOperationObserver& observer) : work_(observer) {}
 
     FileOutcome Run(const HostFile& folder, const std::string& hostName, const std::string& path) {
         DeleteEntry(folder.Descriptor(), hostName, path);
-        if (isStopped_)
-            return FileOutcome::kStopped;
-        return failures_ > 0 ? FileOutcome::kFailed : FileOutcome::kDone;
+        return work_.Outcome();
     }
 
   private:
-    bool Proceed(const std::string& path, std::uint64_t entries) {
-        if (!observer_.Proceed({path, entries, 0}))
-            isStopped_ = true;
-        return !isStopped_;
-    }
-
     void Fail(const std::string& path, int number) {
-        ++failures_;
-        observer_.Failed(path, ErrorFromErrno(number, Access::kWrite));
+        work_.Fail(path, ErrorFromErrno(number, Access::kWrite));
     }
 
     void DeleteEntry(int folder, const std::string& name, const std::string& path) {
-        if (!Proceed(path, 0))
+        if (!work_.Proceed(path))
             return;
 
         struct stat status {};
@@ -52,8 +42,8 @@ class TreeDeletion {
             DeleteFolder(folder, name, path);
         else if (::unlinkat(folder, name.c_str(), 0) != 0)
             Fail(path, errno);
-        if (!isStopped_)
-            Proceed(path, 1);
+        if (!work_.IsStopped())
+            work_.Proceed(path, 1);
     }
 
     static bool IsMountPoint(int folder, const std::string& name) {
@@ -69,43 +59,33 @@ class TreeDeletion {
             Fail(path, EBUSY);
             return;
         }
-        const std::size_t failuresBefore = failures_;
-        const int inner = ::openat(folder, name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+        const std::size_t failuresBefore = work_.Failures();
+        const HostFile inner(::openat(folder, name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
         const int openError = errno;
-        if (inner >= 0)
-            DeleteEntries(inner, path);
+        if (inner.IsOpen())
+            DeleteEntries(inner.Descriptor(), path);
         // What could not be deleted inside has been told already.
-        if (isStopped_ || failures_ > failuresBefore)
+        if (work_.IsStopped() || work_.Failures() > failuresBefore)
             return;
         if (::unlinkat(folder, name.c_str(), AT_REMOVEDIR) != 0)
-            Fail(path, inner < 0 ? openError : errno);
+            Fail(path, !inner.IsOpen() ? openError : errno);
     }
 
-    /// Takes the descriptor over.
     void DeleteEntries(int folder, const std::string& path) {
-        const std::unique_ptr<DIR, int (*)(DIR*)> listing(::fdopendir(folder), ::closedir);
-        if (!listing) {
-            Fail(path, errno);
-            ::close(folder);
-            return;
-        }
         // Listed to the end first: deleting while listing may pass entries over.
         std::vector<std::string> names;
-        while (const dirent* entry = ::readdir(listing.get())) {
-            const std::string_view name = entry->d_name;
-            if (name != "." && name != "..")
-                names.emplace_back(name);
+        if (const SystemError error = NamesIn(folder, names)) {
+            work_.Fail(path, error);
+            return;
         }
         for (const std::string& name : names) {
-            if (isStopped_)
+            if (work_.IsStopped())
                 return;
             DeleteEntry(folder, name, path + '\\' + TextOfHostName(name));
         }
     }
 
-    FileOperationObserver& observer_;
-    std::size_t failures_ = 0;
-    bool isStopped_ = false;
+    TreeWork work_;
 };
 
 } // namespace

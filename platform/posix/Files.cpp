@@ -49,16 +49,6 @@ std::optional<std::uint32_t> GetFileAttributes(const std::string& path) {
     return AttributesOf(status, IsDriveRoot(host) ? "" : LastName(host));
 }
 
-bool FileExists(const std::string& path) {
-    const std::optional<std::uint32_t> attributes = GetFileAttributes(path);
-    return attributes && (*attributes & kAttributeDirectory) == 0;
-}
-
-bool FolderExists(const std::string& path) {
-    const std::optional<std::uint32_t> attributes = GetFileAttributes(path);
-    return attributes && (*attributes & kAttributeDirectory) != 0;
-}
-
 SystemError CreateFolder(const std::string& path) {
     const std::string host = HostPathOf(path);
     if (host.empty())

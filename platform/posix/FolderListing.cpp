@@ -1,12 +1,9 @@
 #include "FolderListing.h"
 
+#include "FolderNames.h"
 #include "HostNames.h"
 #include "platform/Letters.h"
 
-#include <dirent.h>
-#include <fcntl.h>
-#include <memory>
-#include <unistd.h>
 #include <utility>
 
 namespace platform {
@@ -27,13 +24,8 @@ bool FolderListing::LessNoCase::operator()(std::string_view left, const Entry& r
 std::string FolderListing::Find(const HostFile& folder, std::string_view name) {
     if (!isListed_) {
         isListed_ = true;
-        // A descriptor of its own, so that listing does not move the folder's.
-        const int own = ::openat(folder.Descriptor(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-        const std::unique_ptr<DIR, int (*)(DIR*)> listing(own < 0 ? nullptr : ::fdopendir(own), ::closedir);
-        if (listing == nullptr && own >= 0)
-            ::close(own);
-        while (const dirent* entry = listing == nullptr ? nullptr : ::readdir(listing.get()))
-            Add(entry->d_name);
+        // What cannot be listed is taken for empty.
+        static_cast<void>(NamesIn(folder.Descriptor(), added_));
     }
     Sort();
     const auto found = entries_.lower_bound(name);

@@ -1,5 +1,6 @@
 #include "PackSource.h"
 
+#include "FolderNames.h"
 #include "HostAttributes.h"
 #include "HostError.h"
 #include "HostFile.h"
@@ -8,9 +9,7 @@
 #include "platform/HostPath.h"
 #include "platform/OutputPathRule.h"
 
-#include <algorithm>
 #include <cerrno>
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 
@@ -39,28 +38,6 @@ class HostPackInput final : public PackInput {
     HostFile file_;
     FileIdentity identity_;
 };
-
-/// Reads the names of an open folder, in order.
-SystemError NamesIn(int folder, std::vector<std::string>& names) {
-    const int copy = ::openat(folder, ".", kFolderFlags);
-    DIR* listing = copy < 0 ? nullptr : ::fdopendir(copy);
-    if (!listing) {
-        const SystemError error = ErrorFromErrno(errno);
-        HostFile closing(copy);
-        return error;
-    }
-    errno = 0;
-    while (const dirent* entry = ::readdir(listing)) {
-        const std::string_view name = entry->d_name;
-        if (name != "." && name != "..")
-            names.emplace_back(name);
-        errno = 0;
-    }
-    const SystemError error = ErrorFromErrno(errno);
-    ::closedir(listing);
-    std::ranges::sort(names);
-    return error;
-}
 
 class HostPackSource final : public PackSource {
   public:

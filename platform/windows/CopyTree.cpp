@@ -1,9 +1,9 @@
 #include "Entry.h"
 #include "FolderNames.h"
 #include "TemporaryFile.h"
+#include "TreeWork.h"
 #include "Wide.h"
 #include "WidePath.h"
-#include "platform/FileOperations.h"
 #include "platform/Files.h"
 
 #include <algorithm>
@@ -21,35 +21,25 @@ struct Place {
     }
 };
 
-/// After such a failure the rest would only fail too.
-bool IsHopeless(SystemError error) {
-    return error.code == kErrorDiskFull || error.code == kErrorWriteProtect || error.code == kErrorNotReady;
-}
-
 class TreeCopy {
   public:
-    explicit TreeCopy(FileOperationObserver& observer) : observer_(observer) {}
+    explicit TreeCopy(FileOperationObserver& observer) : work_(observer) {}
 
     FileOutcome Run(const Place& from, const Place& to) {
         CopyEntry(from, to);
-        if (isStopped_)
-            return FileOutcome::kStopped;
-        return hasFailed_ ? FileOutcome::kFailed : FileOutcome::kDone;
+        return work_.Outcome();
     }
 
   private:
-    bool IsOver() const { return isStopped_ || isHopeless_; }
+    bool IsOver() const { return work_.IsStopped() || isHopeless_; }
 
     bool Proceed(const Place& place, std::uint64_t entries, std::uint64_t bytes) {
-        if (!observer_.Proceed({place.path, entries, bytes}))
-            isStopped_ = true;
-        return !isStopped_;
+        return work_.Proceed(place.path, entries, bytes);
     }
 
     void Fail(const Place& place, SystemError error) {
-        hasFailed_ = true;
-        isHopeless_ = isHopeless_ || IsHopeless(error);
-        observer_.Failed(place.path, error);
+        isHopeless_ = isHopeless_ || TreeWork::IsHopeless(error);
+        work_.Fail(place.path, error);
     }
 
     void CopyEntry(const Place& from, const Place& to) {
@@ -156,10 +146,8 @@ class TreeCopy {
     static constexpr std::uint32_t kKeptAttributes =
         kAttributeReadOnly | kAttributeHidden | kAttributeSystem | kAttributeArchive;
 
-    FileOperationObserver& observer_;
+    TreeWork work_;
     std::vector<HostEntry> open_; ///< folders that are being copied, and those that they are copied to
-    bool isStopped_ = false;
-    bool hasFailed_ = false;
     bool isHopeless_ = false;
 };
 

@@ -1,8 +1,8 @@
 #include "Entry.h"
 #include "FolderNames.h"
+#include "TreeWork.h"
 #include "Wide.h"
 #include "WidePath.h"
-#include "platform/FileOperations.h"
 #include "platform/Files.h"
 
 namespace platform {
@@ -10,41 +10,28 @@ namespace {
 
 class TreeDeletion {
   public:
-    explicit TreeDeletion(FileOperationObserver& observer) : observer_(observer) {}
+    explicit TreeDeletion(FileOperationObserver& observer) : work_(observer) {}
 
     FileOutcome Run(const std::wstring& host, const std::string& path) {
         DeleteEntry(host, path);
-        if (isStopped_)
-            return FileOutcome::kStopped;
-        return failures_ > 0 ? FileOutcome::kFailed : FileOutcome::kDone;
+        return work_.Outcome();
     }
 
   private:
-    bool Proceed(const std::string& path, std::uint64_t entries) {
-        if (!observer_.Proceed({path, entries, 0}))
-            isStopped_ = true;
-        return !isStopped_;
-    }
-
-    void Fail(const std::string& path, SystemError error) {
-        ++failures_;
-        observer_.Failed(path, error);
-    }
-
     void DeleteEntry(const std::wstring& host, const std::string& path) {
-        if (!Proceed(path, 0))
+        if (!work_.Proceed(path))
             return;
         const std::optional<HostEntry> entry = DescribeLink(host);
-        const std::size_t failuresBefore = failures_;
+        const std::size_t failuresBefore = work_.Failures();
         if (!entry)
-            Fail(path, LastError());
+            work_.Fail(path, LastError());
         else if (entry->IsFolder() && !entry->IsLink())
             DeleteEntries(host, path);
         // What could not be deleted inside has been told already.
-        if (!isStopped_ && failures_ == failuresBefore && !DeleteItself(host, *entry))
-            Fail(path, LastError());
-        if (!isStopped_)
-            Proceed(path, 1);
+        if (!work_.IsStopped() && work_.Failures() == failuresBefore && !DeleteItself(host, *entry))
+            work_.Fail(path, LastError());
+        if (!work_.IsStopped())
+            work_.Proceed(path, 1);
     }
 
     /// Deletes a file, an empty folder, or a link, which neither call follows. The read-only mark does not
@@ -58,19 +45,17 @@ class TreeDeletion {
     void DeleteEntries(const std::wstring& host, const std::string& path) {
         std::vector<std::wstring> names;
         if (const SystemError error = NamesIn(host, names)) {
-            Fail(path, error);
+            work_.Fail(path, error);
             return;
         }
         for (const std::wstring& name : names) {
-            if (isStopped_)
+            if (work_.IsStopped())
                 return;
             DeleteEntry(JoinWide(host, name), path + '\\' + Utf8OfWide(name));
         }
     }
 
-    FileOperationObserver& observer_;
-    std::size_t failures_ = 0;
-    bool isStopped_ = false;
+    TreeWork work_;
 };
 
 } // namespace

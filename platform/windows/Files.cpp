@@ -26,16 +26,6 @@ std::optional<std::uint32_t> GetFileAttributes(const std::string& path) {
     return target ? std::optional(target->attributes) : std::nullopt;
 }
 
-bool FileExists(const std::string& path) {
-    const std::optional<std::uint32_t> attributes = GetFileAttributes(path);
-    return attributes && (*attributes & kAttributeDirectory) == 0;
-}
-
-bool FolderExists(const std::string& path) {
-    const std::optional<std::uint32_t> attributes = GetFileAttributes(path);
-    return attributes && (*attributes & kAttributeDirectory) != 0;
-}
-
 SystemError CreateFolder(const std::string& path) {
     const std::wstring host = WidePathOf(path);
     if (host.empty())

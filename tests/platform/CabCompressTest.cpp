@@ -237,6 +237,7 @@ platform::CabProgressFunction When(double share, std::function<void()> change, b
 TEST_F(CabCompressTest, SourceThatChangesIsNoticedAtAnyMoment) {
     const std::vector<std::pair<std::string, std::function<void()>>> changes = {
         {"grows", [&] { std::ofstream(dir.Host("src/m"), std::ios::app) << "more"; }},
+        {"shrinks", [&] { fs::resize_file(dir.Host("src/m"), 100); }},
         {"vanishes", [&] { fs::remove(dir.Host("src/m")); }},
         {"is rewritten", [&] { dir.MakeFile("src/m", SampleText(900000, 9)); }},
         {"becomes a link",
