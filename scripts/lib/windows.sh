@@ -68,7 +68,7 @@ unpack_qt() {
 make_qt() {
     local -a without=()
     local part source=$WINDOWS_WORK/qt
-    for part in opengl network sql dbus concurrent xml printsupport tabletevent zstd direct2d1_1; do
+    for part in network sql dbus concurrent xml printsupport tabletevent zstd direct2d1_1; do
         without+=("-DFEATURE_$part=OFF")
     done
     for part in doubleconversion freetype harfbuzz jpeg pcre2 png sqlite zlib; do
@@ -79,7 +79,7 @@ make_qt() {
         -DCMAKE_TOOLCHAIN_FILE="$ROOT/cmake/toolchains/mingw64.cmake" -DPELLARION_SYSROOT="$WINDOWS_SYSROOT" \
         -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR="/usr/lib/$(dpkg-architecture -qDEB_HOST_MULTIARCH)/cmake" \
         -DCMAKE_INSTALL_PREFIX="$WINDOWS_WORK/qt6-mingw64" -DBUILD_SHARED_LIBS=OFF \
-        -DQT_BUILD_EXAMPLES=OFF -DQT_BUILD_TESTS=OFF -DFEATURE_testlib=ON "${without[@]}"
+        -DQT_BUILD_EXAMPLES=OFF -DQT_BUILD_TESTS=OFF -DFEATURE_testlib=ON -DINPUT_opengl=no "${without[@]}"
     cmake --build "$source/build" --parallel "$JOBS"
     cmake --install "$source/build"
     mv "$WINDOWS_WORK/qt6-mingw64" "$WINDOWS_SYSROOT/"
