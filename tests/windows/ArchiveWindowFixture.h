@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ListDriver.h"
 #include "app/core/ApplicationState.h"
 #include "app/core/Texts.h"
 #include "dialogs/frmRarExtract.h"
@@ -15,12 +16,10 @@
 
 #include <QAction>
 #include <QCheckBox>
-#include <QHeaderView>
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
 #include <QTest>
-#include <QTreeView>
 
 #include <functional>
 #include <gtest/gtest.h>
@@ -44,7 +43,7 @@ enum class Format { kZip, kCab, kRar };
 using Texts = std::vector<std::string>;
 
 /// An archive window on archives on drive E:, driven as a user does.
-class ArchiveWindows : public QObject, public testing::Test {
+class ArchiveWindows : public QObject, public testing::Test, public ListDriver {
   protected:
     /// Runs once, when the window has begun to work.
     std::function<void()> onWork_;
@@ -142,75 +141,14 @@ class ArchiveWindows : public QObject, public testing::Test {
         ASSERT_TRUE(RowCount() == 0 || QTest::qWaitFor([&] { return !SelectedNames().empty(); }));
     }
 
-    template <typename Control>
-    Control& Get(const char* name) {
-        auto* control = window_->findChild<Control*>(QLatin1String(name));
-        if (control == nullptr)
-            throw std::runtime_error(std::string("no control ") + name);
-        return *control;
-    }
-
-    QTreeView& List() { return Get<QTreeView>("ListView"); }
-
     void Press(const char* button) { QTest::mouseClick(&Get<QPushButton>(button), Qt::LeftButton); }
 
     void Check(const char* box) { Get<QCheckBox>(box).click(); }
 
-    void ClickHeader(int section) {
-        QHeaderView* header = List().header();
-        const QPoint middle(header->sectionViewportPosition(section) + header->sectionSize(section) / 2,
-                            header->height() / 2);
-        QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, middle);
-    }
-
-    /// Clicks the row of an entry, found by its name as NameIn tells it.
-    void ClickRow(const std::string& name, Qt::KeyboardModifiers keys = {}) {
-        QTest::mouseClick(List().viewport(), Qt::LeftButton, keys, MiddleOf(name));
-    }
-
-    void Select(const Texts& names) {
-        for (const std::string& name : names)
-            ClickRow(name, &name == &names.front() ? Qt::NoModifier : Qt::ControlModifier);
-    }
-
-    void DoubleClickRow(const std::string& name) {
-        ClickRow(name);
-        QTest::mouseDClick(List().viewport(), Qt::LeftButton, {}, MiddleOf(name));
-    }
-
-    QPoint MiddleOf(const std::string& name) {
-        for (int row = 0; row < RowCount(); ++row)
-            if (NameIn(row) == name) {
-                const QModelIndex index = List().model()->index(row, 0);
-                List().scrollTo(index);
-                return List().visualRect(index).center();
-            }
-        throw std::runtime_error("no row " + name);
-    }
-
-    int RowCount() { return List().model()->rowCount(); }
-
-    std::string Cell(int row, int column) {
-        return List().model()->index(row, column).data().toString().toStdString();
-    }
-
     /// Name of a row without the folder that it may bear.
-    std::string NameIn(int row) { return Cell(row, 7).substr(2); }
+    std::string NameIn(int row) override { return Cell(row, 7).substr(2); }
 
-    Texts Column(int column) {
-        Texts texts;
-        for (int row = 0; row < RowCount(); ++row)
-            texts.push_back(Cell(row, column));
-        return texts;
-    }
-
-    Texts SelectedNames() {
-        Texts names;
-        for (int row = 0; row < RowCount(); ++row)
-            if (List().selectionModel()->isRowSelected(row))
-                names.push_back(NameIn(row));
-        return names;
-    }
+    QWidget& Window() override { return *window_; }
 
     QString Percentage() { return Get<QLabel>("lblProBar").text(); }
 

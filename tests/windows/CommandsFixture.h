@@ -24,13 +24,7 @@ class CommandsWindow : public ExplorerWindow {
                std::filesystem::file_type::not_found;
     }
 
-    Texts Selected() {
-        Texts names;
-        for (int row = 0; row < List().model()->rowCount(); ++row)
-            if (List().selectionModel()->isRowSelected(row))
-                names.push_back(List().model()->index(row, 0).data().toString().toStdString());
-        return names;
-    }
+    Texts Selected() { return SelectedNames(); }
 
     /// Types a name into the editor that is open in `view`, and waits until that has been dealt with.
     void TypeName(QTreeView& view, const QString& name) {

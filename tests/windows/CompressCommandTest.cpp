@@ -115,6 +115,8 @@ TEST_F(CompressCommand, EndsAtAFolderWithoutFilesAndAtNamesThatCannotBeStored) {
     Texts rows;
     QString text;
     OnWindow("frmMessage", [&](QWidget& window) {
+        EXPECT_EQ(window.windowTitle(), "Compress Operation Abort");
+        EXPECT_TRUE(window.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
         const auto* list = window.findChild<QTreeWidget*>("ListView1");
         for (int i = 0; i < list->topLevelItemCount(); ++i)
             rows.push_back(

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ListDriver.h"
 #include "app/core/ApplicationState.h"
 #include "app/core/Texts.h"
 #include "app/core/inifile.h"
@@ -13,11 +14,9 @@
 #include "support/TestDir.h"
 
 #include <QAction>
-#include <QHeaderView>
 #include <QLabel>
 #include <QTest>
 #include <QToolBar>
-#include <QTreeView>
 
 #include <functional>
 #include <gtest/gtest.h>
@@ -36,7 +35,7 @@ class RecordingDialogs : public explorer::ArchiveDialogs {
 
 /// The main window over a drive E: of its own, driven as a user does. The program folder is the test
 /// program's.
-class ExplorerWindow : public testing::Test {
+class ExplorerWindow : public testing::Test, public ListDriver {
   protected:
     void SetUp() override {
         app::Application() = {};
@@ -65,17 +64,7 @@ class ExplorerWindow : public testing::Test {
         ASSERT_TRUE(QTest::qWaitForWindowActive(window_.get()));
     }
 
-    template <typename Control>
-    Control& Get(const char* name) {
-        auto* control = window_->findChild<Control*>(QLatin1String(name));
-        if (control == nullptr)
-            throw std::runtime_error(std::string("no control ") + name);
-        return *control;
-    }
-
     QTreeView& Tree() { return Get<QTreeView>("TreeView"); }
-
-    QTreeView& List() { return Get<QTreeView>("ListView"); }
 
     void Trigger(const char* action) { Get<QAction>(action).trigger(); }
 
@@ -85,29 +74,7 @@ class ExplorerWindow : public testing::Test {
 
     void ClickNode(const std::string& key) { Click(Tree(), Node(key)); }
 
-    void DoubleClickRow(const std::string& name) {
-        const QModelIndex row = Row(name);
-        Click(List(), row);
-        QTest::mouseDClick(List().viewport(), Qt::LeftButton, {}, List().visualRect(row).center());
-    }
-
-    void ClickRow(const std::string& name, Qt::KeyboardModifiers keys = {}) {
-        Click(List(), Row(name), keys);
-    }
-
-    void ClickHeader(int section) {
-        QHeaderView* header = List().header();
-        const QPoint middle(header->sectionViewportPosition(section) + header->sectionSize(section) / 2,
-                            header->height() / 2);
-        QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, middle);
-    }
-
-    std::vector<std::string> Names() {
-        std::vector<std::string> names;
-        for (int row = 0; row < List().model()->rowCount(); ++row)
-            names.push_back(List().model()->index(row, 0).data().toString().toStdString());
-        return names;
-    }
+    Texts Names() { return Column(0); }
 
     QString Location() { return Get<QLabel>("lblocation").text(); }
 
@@ -124,7 +91,6 @@ class ExplorerWindow : public testing::Test {
         app::WriteIni(section, key, value, app::SettingsFilePath());
     }
 
-    using Texts = std::vector<std::string>;
     using Ids = std::vector<std::uint32_t>;
 
     tests::TestDir dir_;
@@ -136,20 +102,14 @@ class ExplorerWindow : public testing::Test {
     std::unique_ptr<explorer::frmtarget> window_;
 
   private:
-    QModelIndex Row(const std::string& name) {
-        const Texts names = Names();
-        const auto found = std::find(names.begin(), names.end(), name);
-        if (found == names.end())
-            throw std::runtime_error("no row " + name);
-        return List().model()->index(static_cast<int>(found - names.begin()), 0);
-    }
+    QWidget& Window() override { return *window_; }
 
-    static void Click(QTreeView& view, const QModelIndex& index, Qt::KeyboardModifiers keys = {}) {
+    static void Click(QTreeView& view, const QModelIndex& index) {
         if (!index.isValid())
             throw std::runtime_error("nothing there to click");
         view.scrollTo(index);
         // Beside the check box, which stands at the beginning.
         const QRect place = view.visualRect(index);
-        QTest::mouseClick(view.viewport(), Qt::LeftButton, keys, place.center());
+        QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, place.center());
     }
 };

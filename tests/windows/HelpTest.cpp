@@ -1,10 +1,8 @@
 #include "CommandsFixture.h"
 #include "app/windows/frmAbout.h"
-#include "app/windows/frmMessage.h"
 
 #include <QPushButton>
 #include <QTimer>
-#include <QTreeWidget>
 
 namespace {
 
@@ -49,24 +47,6 @@ TEST_F(HelpCommands, AboutBoxNamesTheVersion) {
     ASSERT_EQ(messages_.shown.size(), 1U);
     EXPECT_EQ(messages_.shown[0].text, "System Information Is Unavailable At This Time");
     EXPECT_EQ(messages_.shown[0].flags, app::kMessagePlain);
-}
-
-TEST_F(HelpCommands, ReportWindowNumbersItsLines) {
-    app::frmMessage report;
-    report.SetStatus("stopped");
-    report.SetMessage("why");
-    report.AddPath("E:\\a?");
-    report.AddPath("E:\\b?");
-    EXPECT_EQ(report.windowTitle(), "Compress Operation Abort");
-    EXPECT_TRUE(report.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
-    const auto* list = report.findChild<QTreeWidget*>("ListView1");
-    ASSERT_EQ(list->topLevelItemCount(), 2);
-    EXPECT_EQ(list->topLevelItem(1)->text(0), "2");
-    EXPECT_EQ(list->topLevelItem(1)->text(1), "E:\\b?");
-    QTimer::singleShot(0,
-                       [&] { QTest::mouseClick(report.findChild<QPushButton*>("cmdOk"), Qt::LeftButton); });
-    report.ShowNow();
-    EXPECT_FALSE(report.isVisible());
 }
 
 } // namespace

@@ -52,13 +52,14 @@ TEST(MessageBoxes, ShowTextAsItIsUnderItsTitleAndIcon) {
 
 TEST(MessageBoxes, AnswerQuestionsWithThePlatformsNumbersAndEscapeIsNo) {
     app::MessageBoxes boxes;
-    const app::Message question{0, "Really?", app::kMessageQuestion, "Delete"};
-    WhenShown<QMessageBox>([](QMessageBox& box) { PressButton(box, QMessageBox::Yes); });
-    EXPECT_EQ(boxes.Show(question), app::kAnswerYes);
-    WhenShown<QMessageBox>([](QMessageBox& box) { PressButton(box, QMessageBox::No); });
-    EXPECT_EQ(boxes.Show(question), app::kAnswerNo);
-    WhenShown<QMessageBox>([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); });
-    EXPECT_EQ(boxes.Show(question), app::kAnswerNo);
+    const std::pair<std::function<void(QMessageBox&)>, int> ways[] = {
+        {[](QMessageBox& box) { PressButton(box, QMessageBox::Yes); }, app::kAnswerYes},
+        {[](QMessageBox& box) { PressButton(box, QMessageBox::No); }, app::kAnswerNo},
+        {[](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); }, app::kAnswerNo}};
+    for (const auto& [act, answer] : ways) {
+        WhenShown<QMessageBox>(act);
+        EXPECT_EQ(boxes.Show({0, "Really?", app::kMessageQuestion, "Delete"}), answer);
+    }
 }
 
 TEST(MessageBoxes, OfferTheRestOnASecondButton) {
