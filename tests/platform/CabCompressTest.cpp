@@ -223,10 +223,12 @@ TEST_F(CabCompressTest, ReportsWhatIsMissingOrCannotBeWritten) {
     EXPECT_EQ(Pack(3, "", "s.cab", "src/").failure, CabFailure::kWrongCall);
 }
 
-/// Runs `change` once, when about `share` of the work is done.
+/// Runs `change` once, when the files have been listed and about `share` of the work is done.
 platform::CabProgressFunction When(double share, std::function<void()> change, bool& done) {
     return [=, &done](const platform::CabProgress& progress) {
-        if (!done && static_cast<double>(progress.done) >= share * static_cast<double>(progress.total)) {
+        const bool isListed = progress.total > 1;
+        if (isListed && !done &&
+            static_cast<double>(progress.done) >= share * static_cast<double>(progress.total)) {
             done = true;
             change();
         }
