@@ -13,6 +13,9 @@ export PYTHON=/usr/bin/python3
 JOBS=${JOBS:-$(nproc)}
 export JOBS
 
+# What one checkout has compiled, another of the same sources need not: paths count from the project's root.
+export CCACHE_BASEDIR=$ROOT CCACHE_NOHASHDIR=true
+
 say() { printf '\n== %s\n' "$*"; }
 warn() { printf '%s: %s\n' "${0##*/}" "$*" >&2; }
 
