@@ -3,8 +3,10 @@ never for time to pass, the report, and what files hold."""
 
 import hashlib
 import subprocess
+import sys
 import tempfile
 import time
+import traceback
 from pathlib import Path
 
 PATIENCE = 30.0
@@ -101,3 +103,21 @@ class Report:
     def close(self):
         print(f"\n{self.passed} passed, {len(self.failures)} failed", flush=True)
         return 1 if self.failures or not self.passed else 0
+
+
+def take_parts(setting, parts, wanted, picture):
+    """Takes the parts named in `wanted`, or all without any; `picture` keeps the screen of a failed one, in a file."""
+    for name, part in parts.items():
+        if wanted and name not in wanted:
+            continue
+        try:
+            part(setting)
+        except Exception as error:  # the tour goes on with the next part, but has failed
+            setting.report.check(False, f"{name}: {error}")
+            if not isinstance(error, Failure):
+                traceback.print_exc(file=sys.stdout)
+            picture(setting.output / f"failed-{name}.png")
+        finally:
+            setting.stop()
+            setting.tidy()
+    return setting.report.close()

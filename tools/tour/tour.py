@@ -8,7 +8,6 @@ import argparse
 import os
 import shutil
 import sys
-import traceback
 from pathlib import Path
 from urllib.parse import unquote
 
@@ -19,6 +18,7 @@ import commands  # noqa: E402, F401  its parts join the others
 import demo_stick  # noqa: E402
 import driver  # noqa: E402
 import packing  # noqa: E402, F401 (brings parts of its own)
+from basics import take_parts  # noqa: E402
 from explorer import Explorer  # noqa: E402
 from parts import PARTS  # noqa: E402
 
@@ -97,20 +97,7 @@ def main():
 
     driver.start_bus()
     setting = Setting(options.program.resolve(), options.output.resolve())
-    for name, part in PARTS.items():
-        if options.part and name not in options.part:
-            continue
-        try:
-            part(setting)
-        except Exception as error:  # the tour goes on with the next part, but has failed
-            setting.report.check(False, f"{name}: {error}")
-            if not isinstance(error, driver.Failure):
-                traceback.print_exc(file=sys.stdout)
-            driver.screenshot(setting.output / f"failed-{name}.png", [])
-        finally:
-            setting.stop()
-            setting.tidy()
-    return setting.report.close()
+    return take_parts(setting, PARTS, options.part, lambda file: driver.screenshot(file, []))
 
 
 if __name__ == "__main__":

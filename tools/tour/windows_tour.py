@@ -10,14 +10,13 @@ import os
 import shutil
 import subprocess
 import sys
-import traceback
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[1]))
 
 import demo_stick  # noqa: E402
 import windows_parts  # noqa: E402
-from basics import Failure, Report  # noqa: E402
+from basics import Report, take_parts  # noqa: E402
 from windows_driver import output_of  # noqa: E402
 from windows_explorer import Explorer  # noqa: E402
 
@@ -102,20 +101,9 @@ def main():
 
     options.output.mkdir(parents=True, exist_ok=True)
     setting = Setting(options.program.resolve(), options.icons.resolve(), options.output.resolve())
-    for name, part in windows_parts.PARTS.items():
-        if options.part and name not in options.part:
-            continue
-        try:
-            part(setting)
-        except Exception as error:  # the tour goes on with the next part, but has failed
-            setting.report.check(False, f"{name}: {error}")
-            if not isinstance(error, Failure):
-                traceback.print_exc(file=sys.stdout)
-            output_of("import", "-silent", "-window", "root", setting.output / f"failed-{name}.png")
-        finally:
-            setting.stop()
-            setting.tidy()
-    return setting.report.close()
+    return take_parts(
+        setting, windows_parts.PARTS, options.part, lambda file: output_of("import", "-silent", "-window", "root", file)
+    )
 
 
 if __name__ == "__main__":
