@@ -77,6 +77,11 @@ void FileWork::Finish() {
                               app::kMessageError, app::LoadText(kErrorTitle)});
 }
 
+bool FileWork::HasTaken(ShellAnswer answer) {
+    wasStopped_ = wasStopped_ || answer == ShellAnswer::kStopped;
+    return answer == ShellAnswer::kDone;
+}
+
 bool FileWork::Proceed(const FileStep& step) {
     if (!sources_.empty() && !Count())
         return false;

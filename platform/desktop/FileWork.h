@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/FileOperations.h"
+#include "platform/desktop/SystemShell.h"
 
 #include <QElapsedTimer>
 #include <QPointer>
@@ -40,8 +41,8 @@ class FileWork final : public FileOperationObserver {
     /// Whether the user has stopped it.
     bool WasStopped() const { return wasStopped_; }
 
-    /// Stops it, for a user who did so in a window of the system's shell.
-    void Stop() { wasStopped_ = true; }
+    /// The system's shell has taken a part of it with this answer. Returns whether the part was done.
+    bool HasTaken(ShellAnswer answer);
 
     /// Closes the progress window and shows the report.
     void Finish();

@@ -2,6 +2,7 @@
 
 #include "SystemShell.h"
 #include "platform/Files.h"
+#include "platform/desktop/FolderPickerDialog.h"
 
 #include <utility>
 
@@ -11,7 +12,10 @@ namespace {
 class DesktopPicker : public FolderPicker {
   public:
     std::string Pick(const std::string& prompt, const std::string& start, QWidget* parent) override {
-        return ShellPickFolder(prompt, start, parent);
+        if (auto folder = ShellPickFolder(prompt, start, parent))
+            return *std::move(folder);
+        FolderPickerDialog dialog(prompt, start, parent);
+        return dialog.exec() == QDialog::Accepted ? dialog.Folder() : std::string();
     }
 };
 

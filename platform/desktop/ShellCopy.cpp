@@ -35,15 +35,17 @@ bool ShellCopy(const std::string& from, const std::string& toFolder) {
         work.FailedBecause(source, app::LoadText(kIntoItselfText));
         return false;
     }
-    if (const auto answer = AskShell(ShellWork::kCopy, source, toFolder))
-        return *answer;
+    const ShellAnswer answer = AskShell(ShellWork::kCopy, source, toFolder);
+    if (answer != ShellAnswer::kNotTaken)
+        return work.HasTaken(answer);
     return CopyTree(source, toFolder, work) == FileOutcome::kDone;
 }
 
 bool ShellRename(const std::string& from, const std::string& to) {
     const std::string source = WithoutLastBackslash(from);
-    if (const auto answer = AskShell(ShellWork::kRename, source, to))
-        return *answer;
+    const ShellAnswer answer = AskShell(ShellWork::kRename, source, to);
+    if (answer != ShellAnswer::kNotTaken)
+        return answer == ShellAnswer::kDone;
     const SystemError error = RenameEntry(source, to);
     if (!error)
         return true;

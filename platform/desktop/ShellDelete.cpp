@@ -46,8 +46,9 @@ bool ShellDelete(const std::string& path) {
         work.Failed(path, {kErrorAccessDenied});
         return false;
     }
-    if (const auto answer = AskShell(ShellWork::kDelete, bare))
-        return *answer;
+    const ShellAnswer answer = AskShell(ShellWork::kDelete, bare);
+    if (answer != ShellAnswer::kNotTaken)
+        return work.HasTaken(answer);
     return DeleteTree(bare, work) == FileOutcome::kDone;
 }
 

@@ -16,12 +16,18 @@ namespace platform {
 
 enum class ShellWork { kCopy, kDelete, kRename };
 
+/// What became of work that the system's shell was asked to do.
+enum class ShellAnswer {
+    kNotTaken, ///< it cannot take it, or there is no shell: nothing was touched
+    kDone,
+    kFailed,  ///< the shell has told the user why
+    kStopped, ///< by the user, in a window of the shell
+};
+
 /// Has the system's shell copy `from` into the folder `to`, delete it, or rename it to `to`. It shows its own
 /// windows, replaces without a question, and tells of what failed; input to this program's windows is dropped
-/// meanwhile. A user who stops it there stops the FileWork that is going on. Whether it was done; nothing
-/// when the shell cannot take it, or there is none: then nothing was touched, and the program's own engine
-/// has it.
-std::optional<bool> AskShell(ShellWork work, const std::string& from, const std::string& to = {});
+/// meanwhile.
+ShellAnswer AskShell(ShellWork work, const std::string& from, const std::string& to = {});
 
 /// Starts the program for a document, or for a page at a web address; see DocumentOpener::Open.
 int ShellOpen(const std::string& file, const std::string& parameters, const std::string& verb);
@@ -30,8 +36,8 @@ int ShellOpen(const std::string& file, const std::string& parameters, const std:
 /// does not answer.
 bool ShellShowsProperties(const std::string& path, QWidget* ownerWindow);
 
-/// Asks for a folder; see FolderPicker::Pick.
-std::string ShellPickFolder(const std::string& prompt, const std::string& start, QWidget* parent);
+/// Asks for a folder in the system's own window, as FolderPicker::Pick does; nothing when the system has none.
+std::optional<std::string> ShellPickFolder(const std::string& prompt, const std::string& start, QWidget* parent);
 
 /// The system's clipboard.
 ClipboardStore& SystemClipboard();

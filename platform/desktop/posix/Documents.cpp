@@ -1,7 +1,6 @@
 #include "SystemShell.h"
 #include "platform/Files.h"
 #include "platform/HostPath.h"
-#include "platform/desktop/FolderPickerDialog.h"
 
 #include <QDesktopServices>
 #include <QMimeDatabase>
@@ -21,8 +20,8 @@ QMimeType TypeOf(const std::string& extension) {
 
 } // namespace
 
-std::optional<bool> AskShell(ShellWork, const std::string&, const std::string&) {
-    return std::nullopt; // the free desktops share no service for it
+ShellAnswer AskShell(ShellWork, const std::string&, const std::string&) {
+    return ShellAnswer::kNotTaken; // the free desktops share no service for it
 }
 
 int ShellOpen(const std::string& file, const std::string&, const std::string&) {
@@ -35,9 +34,8 @@ int ShellOpen(const std::string& file, const std::string&, const std::string&) {
     return QDesktopServices::openUrl(url) ? kOpened : kNoProgram;
 }
 
-std::string ShellPickFolder(const std::string& prompt, const std::string& start, QWidget* parent) {
-    FolderPickerDialog dialog(prompt, start, parent);
-    return dialog.exec() == QDialog::Accepted ? dialog.Folder() : std::string();
+std::optional<std::string> ShellPickFolder(const std::string&, const std::string&, QWidget*) {
+    return std::nullopt; // it would not know this program's drives
 }
 
 QIcon ShellIcon(const std::string& extension) {

@@ -7,7 +7,6 @@
 #include "platform/HostPath.h"
 #include "platform/Letters.h"
 #include "platform/OutputPathRule.h"
-#include "platform/desktop/FileWork.h"
 #include "windows/Entry.h"
 #include "windows/Wide.h"
 #include "windows/WidePath.h"
@@ -110,9 +109,9 @@ std::wstring ListOf(const std::string& path) {
 
 } // namespace
 
-std::optional<bool> AskShell(ShellWork work, const std::string& from, const std::string& to) {
+ShellAnswer AskShell(ShellWork work, const std::string& from, const std::string& to) {
     if (!Takes(work, from, to))
-        return std::nullopt;
+        return ShellAnswer::kNotTaken;
     const std::wstring sources = ListOf(from);
     const std::wstring targets = ListOf(to);
     const std::wstring title = WideOf(app::ProgramTitle());
@@ -124,9 +123,9 @@ std::optional<bool> AskShell(ShellWork work, const std::string& from, const std:
     record.lpszProgressTitle = title.c_str();
     const InputPause pause;
     const int result = ::SHFileOperationW(&record);
-    if (record.fAnyOperationsAborted != 0 && FileWork::Current() != nullptr)
-        FileWork::Current()->Stop();
-    return result == 0;
+    if (record.fAnyOperationsAborted != 0)
+        return ShellAnswer::kStopped;
+    return result == 0 ? ShellAnswer::kDone : ShellAnswer::kFailed;
 }
 
 } // namespace platform

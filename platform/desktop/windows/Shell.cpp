@@ -73,7 +73,7 @@ bool ShellShowsProperties(const std::string& path, QWidget* ownerWindow) {
     return reinterpret_cast<INT_PTR>(record.hInstApp) > 32;
 }
 
-std::string ShellPickFolder(const std::string& prompt, const std::string& start, QWidget* parent) {
+std::optional<std::string> ShellPickFolder(const std::string& prompt, const std::string& start, QWidget* parent) {
     const std::wstring title = WideOf(prompt);
     const std::wstring startFolder = WideOf(HostPathOf(start));
     BROWSEINFOW request{};
