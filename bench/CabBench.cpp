@@ -7,7 +7,7 @@
 #include "Samples.h"
 #include "SourceTree.h"
 #include "Workplace.h"
-#include "archive/CabFile.h"
+#include "archive/cabinet/CabFile.h"
 #include "platform/HostPath.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Samples.h"
-#include "archive/ByteBuffer.h"
+#include "archive/codec/ByteBuffer.h"
 
 #include <vector>
 

@@ -1,6 +1,6 @@
 #include "CodecBench.h"
 #include "Compare.h"
-#include "archive/Cls_CRC32.h"
+#include "archive/codec/Crc32.h"
 
 #include <cstdint>
 #include <libdeflate.h>

@@ -2,8 +2,8 @@
 #include "Compare.h"
 #include "RunCommand.h"
 #include "ZipEntry.h"
-#include "archive/Cls_CRC32.h"
-#include "archive/Cls_Encrypt.h"
+#include "archive/codec/Crc32.h"
+#include "archive/codec/TraditionalDecryption.h"
 
 #include <algorithm>
 #include <random>

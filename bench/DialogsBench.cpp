@@ -2,14 +2,14 @@
 // has a process of its own, so that its memory is its own.
 
 #include "Compare.h"
-#include "app/core/ApplicationState.h"
-#include "dialogs/frmRarExtract.h"
-#include "dialogs/frmWinExtract.h"
-#include "dialogs/frmextract.h"
+#include "app/ApplicationState.h"
 #include "support/CabBuilder.h"
 #include "support/RarBuilder.h"
 #include "support/TestDir.h"
 #include "support/ZipBuilder.h"
+#include "ui/archive/CabWindow.h"
+#include "ui/archive/RarWindow.h"
+#include "ui/archive/ZipWindow.h"
 
 #include <QApplication>
 #include <QTreeView>

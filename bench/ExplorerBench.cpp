@@ -5,9 +5,9 @@
 #include "ManyFiles.h"
 #include "RunCommand.h"
 #include "Workplace.h"
-#include "explorer/FileListModel.h"
-#include "explorer/frmtarget.h"
 #include "fakes/RecordingMessages.h"
+#include "ui/explorer/list/FileListModel.h"
+#include "ui/explorer/window/MainWindow.h"
 
 #include <QApplication>
 #include <QElapsedTimer>

@@ -1,6 +1,6 @@
 #include "CodecBench.h"
 #include "Compare.h"
-#include "archive/Mod_Inflate64.h"
+#include "archive/codec/Inflate.h"
 
 #include <algorithm>
 #include <libdeflate.h>

@@ -1,6 +1,6 @@
 #include "CodecBench.h"
 #include "Compare.h"
-#include "archive/Mod_Reduce.h"
+#include "archive/codec/Reduce.h"
 #include "support/PlainReduce.h"
 #include "support/ReduceWriter.h"
 

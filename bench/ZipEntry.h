@@ -1,6 +1,6 @@
 #pragma once
 
-#include "archive/ByteBuffer.h"
+#include "archive/codec/ByteBuffer.h"
 
 #include <string>
 

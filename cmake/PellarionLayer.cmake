@@ -1,31 +1,53 @@
-# pellarion_layer(<target>
-#                 FOLDER  <folder the headers are included by, such as "platform">
-#                 HEADERS <public headers, relative to the calling folder>
-#                 SOURCES <sources>
-#                 USES    <layers and libraries that this one may include>)
+# pellarion_layer(<target> USES <layers and libraries that this one may include>)
 #
-# Makes one layer of the program a static library. Its public headers, and no others, are linked into an
-# include folder of its own (build/include/<target>/<folder>/), which only the layers that name it under
-# USES can see: an include against the direction of the house does not compile.
-# Headers that are not public are included by their plain name from sources beside them.
+# Makes the calling folder, with its sub-folders, one layer of the program: a static library of all its sources. Of the
+# sub-folders posix/ and windows/ it takes the one of the system that is built for.
+#
+# Headers are included by their path from the root of the project. Those of a layer are linked into an include folder
+# of its own (build/include/<target>), which only the layers that name it under USES can see: an include against the
+# direction of the house does not compile. Headers below posix/ and windows/ are seen by the layer alone, and by
+# whoever names <target>_backend.
 function(pellarion_layer target)
-  cmake_parse_arguments(ARG "" "FOLDER" "HEADERS;SOURCES;USES" ${ARGN})
-  add_library(${target} STATIC ${ARG_SOURCES} ${ARG_HEADERS})
-  set(stage ${PROJECT_BINARY_DIR}/include/${target})
-  file(REMOVE_RECURSE ${stage})
-  file(MAKE_DIRECTORY ${stage})
-  foreach(header IN LISTS ARG_HEADERS)
-    get_filename_component(folder ${stage}/${ARG_FOLDER}/${header} DIRECTORY)
-    file(MAKE_DIRECTORY ${folder})
-    file(CREATE_LINK ${CMAKE_CURRENT_SOURCE_DIR}/${header} ${stage}/${ARG_FOLDER}/${header} SYMBOLIC)
-  endforeach()
-  target_include_directories(${target} PUBLIC ${stage})
+  cmake_parse_arguments(ARG "" "" "USES" ${ARGN})
+  file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR})
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} *.cpp)
+  file(GLOB_RECURSE headers CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} *.h)
+  if(WIN32)
+    set(other_system "(^|/)posix/|Posix\\.cpp$")
+  else()
+    set(other_system "(^|/)windows/|Windows\\.cpp$")
+  endif()
+  list(FILTER sources EXCLUDE REGEX ${other_system})
+  list(FILTER headers EXCLUDE REGEX ${other_system})
+  set(backend ${headers})
+  list(FILTER headers EXCLUDE REGEX "(^|/)(posix|windows)/")
+  list(FILTER backend INCLUDE REGEX "(^|/)(posix|windows)/")
+
+  add_library(${target} STATIC ${sources} ${headers} ${backend})
+  pellarion_stage(${PROJECT_BINARY_DIR}/include/${target}/${folder} "${headers}")
+  target_include_directories(${target} PUBLIC ${PROJECT_BINARY_DIR}/include/${target})
   target_link_libraries(${target} PUBLIC ${ARG_USES} PRIVATE pellarion_options)
-  pellarion_header_check(${target} ${ARG_FOLDER} "${ARG_HEADERS}")
+  if(backend)
+    pellarion_stage(${PROJECT_BINARY_DIR}/include/${target}_backend/${folder} "${backend}")
+    add_library(${target}_backend INTERFACE)
+    target_include_directories(${target}_backend INTERFACE ${PROJECT_BINARY_DIR}/include/${target}_backend)
+    target_include_directories(${target} PRIVATE ${PROJECT_BINARY_DIR}/include/${target}_backend)
+  endif()
+  pellarion_header_check(${target} ${folder} "${headers}")
 endfunction()
 
-# Each public header compiled alone, with nothing but the layers that its own may see: part of the target
-# header_check, which is built on demand.
+# Links headers of the calling folder into another folder, where there is nothing else then.
+function(pellarion_stage stage headers)
+  file(REMOVE_RECURSE ${stage})
+  foreach(header IN LISTS headers)
+    get_filename_component(folder ${stage}/${header} DIRECTORY)
+    file(MAKE_DIRECTORY ${folder})
+    file(CREATE_LINK ${CMAKE_CURRENT_SOURCE_DIR}/${header} ${stage}/${header} SYMBOLIC)
+  endforeach()
+endfunction()
+
+# Each header compiled alone, with nothing but the layers that its own may see: part of the target header_check, which
+# is built on demand.
 add_custom_target(header_check)
 function(pellarion_header_check target folder headers)
   set(sources)

@@ -2,10 +2,10 @@
 // library alone, which must agree.
 
 #include "MemoryFile.h"
-#include "MszipBlock.h"
-#include "cabinet/CabinetDirectory.h"
-#include "cabinet/CabinetFormat.h"
-#include "cabinet/FolderReader.h"
+#include "archive/cabinet/CabinetDirectory.h"
+#include "archive/cabinet/CabinetFormat.h"
+#include "archive/cabinet/FolderReader.h"
+#include "archive/codec/MszipBlock.h"
 
 #include <cstddef>
 #include <cstdint>

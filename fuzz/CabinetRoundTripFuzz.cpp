@@ -2,11 +2,11 @@
 // program's own reader.
 
 #include "MemoryFile.h"
-#include "MszipBlock.h"
-#include "cabinet/CabinetCheck.h"
-#include "cabinet/CabinetFormat.h"
-#include "cabinet/CabinetWriter.h"
-#include "cabinet/FolderReader.h"
+#include "archive/cabinet/CabinetCheck.h"
+#include "archive/cabinet/CabinetFormat.h"
+#include "archive/cabinet/CabinetWriter.h"
+#include "archive/cabinet/FolderReader.h"
+#include "archive/codec/MszipBlock.h"
 
 #include <cstddef>
 #include <cstdint>

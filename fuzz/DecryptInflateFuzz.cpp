@@ -1,7 +1,7 @@
 #include "FuzzSupport.h"
-#include "archive/Cls_CRC32.h"
-#include "archive/Cls_Encrypt.h"
-#include "archive/Mod_Inflate64.h"
+#include "archive/codec/Crc32.h"
+#include "archive/codec/Inflate.h"
+#include "archive/codec/TraditionalDecryption.h"
 
 /// An encrypted entry from its header to its check: two bytes of recorded size, then the stored bytes.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

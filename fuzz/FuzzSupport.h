@@ -1,7 +1,7 @@
 #pragma once
 
-#include "InflateDecoder.h"
-#include "archive/ByteBuffer.h"
+#include "archive/codec/ByteBuffer.h"
+#include "archive/codec/InflateDecoder.h"
 
 #include <algorithm>
 #include <cstddef>

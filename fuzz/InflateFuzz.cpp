@@ -1,5 +1,5 @@
 #include "FuzzSupport.h"
-#include "archive/Mod_Inflate64.h"
+#include "archive/codec/Inflate.h"
 
 /// First byte: mode; next two: the recorded size; the rest is the stream. Every kernel must agree with
 /// Inflate.

@@ -1,5 +1,5 @@
 #include "FuzzSupport.h"
-#include "archive/Mod_Inflate64.h"
+#include "archive/codec/Inflate.h"
 
 /// First byte: mode; next two: the recorded size in units of 64 bytes, so that there is more than one piece;
 /// the rest is the stream. The pieces must be what Inflate makes of it.

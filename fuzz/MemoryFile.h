@@ -1,6 +1,6 @@
 #pragma once
 
-#include "StagedFile.h"
+#include "platform/StagedFile.h"
 
 #include <algorithm>
 #include <cstring>

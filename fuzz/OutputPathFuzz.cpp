@@ -1,6 +1,6 @@
 // Asks of any bytes whether they are a name that stays inside the target, and checks a yes by another road.
 
-#include "archive/OutputPathRule.h"
+#include "base/OutputPathRule.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,7 +1,7 @@
 // Reads any bytes as an initialisation file, and checks that a value written is read back and nothing else
 // changes.
 
-#include "ProfileText.h"
+#include "platform/ProfileText.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -3,9 +3,9 @@
 
 #include "FuzzSupport.h"
 #include "MemoryFile.h"
+#include "archive/rar/RarAdaptor.h"
+#include "archive/rar/RarBlock.h"
 #include "platform/OutputFolder.h"
-#include "rar/RarAdaptor.h"
-#include "rar/RarBlock.h"
 
 #include <zlib.h>
 

@@ -1,8 +1,8 @@
 // Reads any bytes as one header of a RAR archive, with the checksum that it should have.
 
 #include "FuzzSupport.h"
-#include "Utf8.h"
-#include "rar/RarBlock.h"
+#include "archive/rar/RarBlock.h"
+#include "base/Utf8.h"
 
 #include <zlib.h>
 

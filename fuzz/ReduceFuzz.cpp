@@ -1,5 +1,5 @@
 #include "FuzzSupport.h"
-#include "ReduceDecoder.h"
+#include "archive/codec/ReduceDecoder.h"
 #include "support/PlainReduce.h"
 
 /// First byte: factor, and length of a lane; next two: the recorded size; the rest is the stream.

@@ -1,6 +1,6 @@
 // Reads any bytes as a text library and asks for strings of the first blocks and the last.
 
-#include "PeStringTable.h"
+#include "base/PeStringTable.h"
 
 #include <cstddef>
 

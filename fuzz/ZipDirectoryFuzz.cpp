@@ -1,6 +1,6 @@
 // Reads any bytes as a ZIP archive's directory and touches every byte of every text in it.
 
-#include "ZipDirectory.h"
+#include "archive/zip/ZipDirectory.h"
 
 #include <algorithm>
 #include <cstdlib>

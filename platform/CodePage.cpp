@@ -1,8 +1,8 @@
 #include "platform/CodePage.h"
 
-#include "CodePageText.h"
-#include "LegacyCharset.h"
-#include "Utf8.h"
+#include "base/LegacyCharset.h"
+#include "base/Utf8.h"
+#include "platform/CodePageText.h"
 
 namespace platform {
 namespace {

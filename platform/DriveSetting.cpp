@@ -1,6 +1,6 @@
-#include "DriveSetting.h"
+#include "platform/DriveSetting.h"
 
-#include "PathComponents.h"
+#include "base/PathComponents.h"
 
 #include <algorithm>
 #include <cstdlib>

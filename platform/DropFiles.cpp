@@ -1,6 +1,6 @@
 #include "platform/DropFiles.h"
 
-#include "Utf8.h"
+#include "base/Utf8.h"
 #include "platform/CodePage.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/SystemError.h"
+#include "base/SystemError.h"
 
 #include <cstdint>
 #include <optional>

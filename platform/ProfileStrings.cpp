@@ -1,8 +1,8 @@
 #include "platform/ProfileStrings.h"
 
-#include "ProfileText.h"
 #include "platform/CodePage.h"
 #include "platform/Files.h"
+#include "platform/ProfileText.h"
 
 #include <algorithm>
 

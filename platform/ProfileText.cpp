@@ -1,7 +1,7 @@
-#include "ProfileText.h"
+#include "platform/ProfileText.h"
 
+#include "base/Letters.h"
 #include "platform/CodePage.h"
-#include "platform/Letters.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/SystemError.h"
 #include "platform/FileReader.h"
-#include "platform/SystemError.h"
 
 #include <cstdint>
 #include <memory>

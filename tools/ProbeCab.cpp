@@ -1,11 +1,11 @@
 #include "ProbeCab.h"
 
 #include "DateText.h"
-#include "archive/CabFile.h"
-#include "platform/CabCompress.h"
+#include "archive/cabinet/CabCompress.h"
+#include "archive/cabinet/CabFile.h"
+#include "base/Letters.h"
 #include "platform/Files.h"
 #include "platform/HostPath.h"
-#include "platform/Letters.h"
 
 #include <algorithm>
 #include <set>

@@ -1,6 +1,6 @@
 #include "ProbeCommand.h"
 
-#include "platform/Letters.h"
+#include "base/Letters.h"
 
 #include <charconv>
 #include <cstdint>

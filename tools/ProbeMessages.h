@@ -1,7 +1,7 @@
 #pragma once
 
 #include "JsonWriter.h"
-#include "app/core/Messages.h"
+#include "app/Messages.h"
 
 #include <cstdint>
 #include <optional>

@@ -2,8 +2,8 @@
 
 #include "CrcText.h"
 #include "DateText.h"
-#include "archive/Cls_CRC32.h"
-#include "archive/basUnrar.h"
+#include "archive/codec/Crc32.h"
+#include "archive/rar/RarOperations.h"
 #include "platform/HostPath.h"
 
 #include <algorithm>

@@ -8,8 +8,8 @@
 #include "ProbeCommand.h"
 #include "ProbeMessages.h"
 #include "ProbeRar.h"
-#include "app/core/Messages.h"
-#include "archive/Cls_GetFileType.h"
+#include "app/Messages.h"
+#include "archive/zip/ArchiveFront.h"
 #include "platform/Files.h"
 #include "platform/HostPath.h"
 

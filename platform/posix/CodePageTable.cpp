@@ -1,7 +1,7 @@
-#include "CodePageTable.h"
+#include "platform/posix/CodePageTable.h"
 
-#include "IconvHandle.h"
-#include "Utf8.h"
+#include "base/Utf8.h"
+#include "platform/posix/IconvHandle.h"
 
 #include <array>
 #include <map>

@@ -1,8 +1,8 @@
-#include "CodePageText.h"
+#include "platform/CodePageText.h"
 
-#include "CodePageTable.h"
-#include "IconvHandle.h"
-#include "Utf8.h"
+#include "base/Utf8.h"
+#include "platform/posix/CodePageTable.h"
+#include "platform/posix/IconvHandle.h"
 
 namespace platform {
 namespace {

@@ -1,4 +1,4 @@
-#include "IconvHandle.h"
+#include "platform/posix/IconvHandle.h"
 
 #include <cerrno>
 

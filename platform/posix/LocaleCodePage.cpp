@@ -1,8 +1,8 @@
-#include "LocaleCodePage.h"
+#include "platform/posix/LocaleCodePage.h"
 
-#include "CodePageText.h"
+#include "base/Letters.h"
 #include "platform/CodePage.h"
-#include "platform/Letters.h"
+#include "platform/CodePageText.h"
 
 #include <clocale>
 #include <cstdlib>

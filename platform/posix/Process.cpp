@@ -1,9 +1,9 @@
 #include "platform/Process.h"
 
-#include "HostFile.h"
-#include "HostNames.h"
-#include "UserFolders.h"
 #include "platform/HostPath.h"
+#include "platform/posix/files/HostFile.h"
+#include "platform/posix/paths/HostNames.h"
+#include "platform/posix/paths/UserFolders.h"
 
 #include <array>
 #include <cerrno>

@@ -1,6 +1,6 @@
 #include "platform/ResourceLibrary.h"
 
-#include "PeStringTable.h"
+#include "base/PeStringTable.h"
 #include "platform/Files.h"
 
 namespace platform {

@@ -1,6 +1,6 @@
 #include "platform/Times.h"
 
-#include "HostTimes.h"
+#include "platform/posix/files/HostTimes.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,9 +1,9 @@
-#include "CodePageText.h"
+#include "platform/CodePageText.h"
 
-#include "Utf8.h"
-#include "Wide.h"
-#include "Windows.h"
+#include "base/Utf8.h"
 #include "platform/CodePage.h"
+#include "platform/windows/Wide.h"
+#include "platform/windows/Windows.h"
 
 #include <array>
 #include <cstdlib>

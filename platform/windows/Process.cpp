@@ -1,8 +1,8 @@
 #include "platform/Process.h"
 
-#include "Wide.h"
-#include "Windows.h"
 #include "platform/HostPath.h"
+#include "platform/windows/Wide.h"
+#include "platform/windows/Windows.h"
 
 #include <array>
 

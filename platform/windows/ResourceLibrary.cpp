@@ -1,8 +1,8 @@
 #include "platform/ResourceLibrary.h"
 
-#include "Handle.h"
-#include "Wide.h"
-#include "WidePath.h"
+#include "platform/windows/Wide.h"
+#include "platform/windows/files/Handle.h"
+#include "platform/windows/paths/WidePath.h"
 
 namespace platform {
 namespace {

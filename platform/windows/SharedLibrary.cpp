@@ -1,9 +1,9 @@
-#include "SharedLibrary.h"
+#include "platform/SharedLibrary.h"
 
-#include "Wide.h"
-#include "Windows.h"
 #include "platform/CodePage.h"
 #include "platform/HostPath.h"
+#include "platform/windows/Wide.h"
+#include "platform/windows/Windows.h"
 
 namespace platform {
 namespace {

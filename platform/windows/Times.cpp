@@ -1,6 +1,6 @@
 #include "platform/Times.h"
 
-#include "Handle.h"
+#include "platform/windows/files/Handle.h"
 
 namespace platform {
 namespace {

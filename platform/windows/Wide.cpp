@@ -1,6 +1,6 @@
-#include "Wide.h"
+#include "platform/windows/Wide.h"
 
-#include "Windows.h"
+#include "platform/windows/Windows.h"
 
 namespace platform {
 

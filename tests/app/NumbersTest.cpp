@@ -1,6 +1,6 @@
-#include "app/core/Numbers.h"
+#include "base/Numbers.h"
 
-#include "app/core/Twips.h"
+#include "app/Twips.h"
 
 #include <cmath>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "app/core/inifile.h"
+#include "app/SettingsFile.h"
 #include "support/TestDir.h"
 
 #include <gtest/gtest.h>

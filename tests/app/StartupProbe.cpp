@@ -1,6 +1,6 @@
-#include "app/core/ApplicationState.h"
-#include "app/core/Startup.h"
-#include "app/core/Texts.h"
+#include "app/ApplicationState.h"
+#include "app/Startup.h"
+#include "app/Texts.h"
 #include "fakes/RecordingMessages.h"
 #include "platform/Files.h"
 

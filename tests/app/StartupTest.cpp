@@ -1,6 +1,6 @@
-#include "app/core/Startup.h"
+#include "app/Startup.h"
 
-#include "ProbeRun.h"
+#include "app/ProbeRun.h"
 #include "support/SmallDisk.h"
 
 #include <chrono>

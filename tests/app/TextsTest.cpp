@@ -1,8 +1,8 @@
-#include "app/core/Texts.h"
+#include "app/Texts.h"
 
-#include "ProbeRun.h"
-#include "app/core/ApplicationState.h"
-#include "app/core/Messages.h"
+#include "app/ApplicationState.h"
+#include "app/Messages.h"
+#include "app/ProbeRun.h"
 #include "fakes/RecordingMessages.h"
 
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
 // Writes or reads the files that the programs of both systems share on one drive:
 //   exchange write|read FOLDER
 
-#include "app/core/inifile.h"
-#include "explorer/FolderMarks.h"
+#include "app/SettingsFile.h"
 #include "platform/HostPath.h"
+#include "ui/explorer/tree/FolderMarks.h"
 
 #include <cstdio>
 #include <string>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/desktop/DocumentOpener.h"
-#include "platform/desktop/FolderPicker.h"
+#include "ui/common/FolderPicker.h"
+#include "ui/desktop/DocumentOpener.h"
 
 #include <deque>
 #include <functional>

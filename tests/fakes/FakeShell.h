@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/desktop/ClipboardFiles.h"
-#include "platform/desktop/ShowProperties.h"
+#include "ui/common/ShowProperties.h"
+#include "ui/desktop/ClipboardFiles.h"
 
 #include <QMimeData>
 

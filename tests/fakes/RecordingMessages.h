@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/core/Messages.h"
+#include "app/Messages.h"
 
 #include <algorithm>
 #include <cstdint>

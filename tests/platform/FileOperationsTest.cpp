@@ -1,5 +1,5 @@
-#include "FileOperationsFixture.h"
-#include "platform/FileName.h"
+#include "base/FileName.h"
+#include "platform/FileOperationsFixture.h"
 #include "platform/TreeSize.h"
 #include "support/HostFiles.h"
 #include "support/SmallDisk.h"

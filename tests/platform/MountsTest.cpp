@@ -1,6 +1,6 @@
-#include "Mounts.h"
+#include "platform/posix/paths/Mounts.h"
 
-#include "DriveLetters.h"
+#include "platform/posix/paths/DriveLetters.h"
 #include "support/TestDir.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // What the services do on POSIX systems alone; the rules that they share with the other system are in the
 // other files.
 
-#include "FileOperationsFixture.h"
+#include "platform/FileOperationsFixture.h"
 #include "platform/OutputFolder.h"
 
 #include <csignal>

@@ -1,6 +1,6 @@
 #include "platform/ResourceLibrary.h"
 
-#include "PeStringTable.h"
+#include "base/PeStringTable.h"
 #include "support/TestDir.h"
 
 #include <cstring>

@@ -1,8 +1,8 @@
 // What the services do on Windows itself; the rules that they share with the other system are in the other
 // files.
 
-#include "FileOperationsFixture.h"
 #include "platform/Drives.h"
+#include "platform/FileOperationsFixture.h"
 #include "platform/Files.h"
 #include "platform/FindFiles.h"
 #include "platform/HostPath.h"

@@ -1,0 +1,92 @@
+#pragma once
+
+#include "base/SystemError.h"
+
+#include <condition_variable>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <span>
+#include <thread>
+#include <vector>
+
+namespace platform::cabinet {
+
+/// Some consecutive blocks of one folder on their way from raw to packed.
+class PackedRun {
+  public:
+    static constexpr std::size_t kMostBlocks = 16;
+
+    PackedRun();
+
+    /// Room for raw bytes that is still free.
+    std::span<std::uint8_t> Room();
+
+    /// Says that the first `count` bytes of the room are filled.
+    void Fill(std::size_t count) { size_ += count; }
+
+    std::size_t Size() const { return size_; }
+
+    bool IsFull() const;
+
+    /// Empties the run and gives it the history that `previous`, the run before it in the same folder, ends
+    /// with.
+    void Begin(const PackedRun* previous);
+
+    std::size_t BlockCount() const;
+
+    std::span<const std::uint8_t> Packed() const { return {packed_.data(), packedSize_}; }
+
+  private:
+    friend class BlockPipeline;
+
+    std::vector<std::uint8_t> raw_; // one block of history, then the run's own
+    std::size_t history_ = 0;
+    std::size_t size_ = 0;
+    std::vector<std::uint8_t> packed_;
+    std::size_t packedSize_ = 0;
+    bool isPacked_ = false;
+};
+
+/// Packs runs on all processors and hands them on in the order in which they were given.
+class BlockPipeline {
+  public:
+    /// Takes a packed run; what it answers ends the packing.
+    using Output = std::function<SystemError(const PackedRun& run)>;
+
+    explicit BlockPipeline(Output output);
+    ~BlockPipeline();
+    BlockPipeline(const BlockPipeline&) = delete;
+    BlockPipeline& operator=(const BlockPipeline&) = delete;
+
+    /// An empty run to fill. Waits for the oldest, and hands it on, when all are in use. Null when the output
+    /// failed, with `error` set. `isContinued` says that it goes on in the folder of the run before.
+    PackedRun* Next(bool isContinued, SystemError& error);
+
+    /// Gives the run that Next() answered last to the workers.
+    void Submit();
+
+    /// Waits for all that was submitted and hands it on.
+    SystemError Finish();
+
+  private:
+    void Work();
+    static void Pack(PackedRun& run, class BlockCompressor& compressor);
+    SystemError HandOnOldest();
+
+    Output output_;
+    std::vector<PackedRun> runs_; // a ring
+    std::size_t first_ = 0;       // the oldest that was not handed on; positions count on, modulo the ring
+    std::size_t submitted_ = 0;
+    std::size_t taken_ = 0; // by workers
+    bool stop_ = false;
+    std::mutex mutex_;
+    std::condition_variable mayWork_;
+    std::condition_variable isPacked_;
+    std::vector<std::unique_ptr<BlockCompressor>> compressors_;
+    std::vector<std::thread> workers_;
+};
+
+} // namespace platform::cabinet

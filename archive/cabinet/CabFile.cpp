@@ -1,0 +1,160 @@
+#include "archive/cabinet/CabFile.h"
+
+#include "archive/cabinet/CabErrors.h"
+#include "archive/cabinet/CabFilesCallback.h"
+#include "archive/cabinet/CabTargetPath.h"
+#include "archive/codec/MszipBlock.h"
+#include "archive/output/OpenFolders.h"
+#include "base/Letters.h"
+
+#include <algorithm>
+
+namespace archive {
+
+namespace {
+
+constexpr std::uintptr_t kModeList = 1;
+constexpr std::uintptr_t kModeExtract = 2;
+constexpr std::uintptr_t kModeCompare = 4;
+constexpr std::size_t kLongestNameRead = 512;
+
+CabResult Raise(std::uint32_t number, std::string description) {
+    return {number, std::move(description)};
+}
+
+/// Up to the first NUL, and no further than the field is read.
+std::string NameOf(const platform::FILE_IN_CABINET_INFO& info) {
+    const std::size_t end = info.NameInCabinet.find('\0');
+    return info.NameInCabinet.substr(0, std::min(end, kLongestNameRead));
+}
+
+bool MayBeMissingFolder(std::uint32_t number) {
+    return number == platform::kErrorFileNotFound || number == platform::kErrorPathNotFound;
+}
+
+} // namespace
+
+CabFile::CabFile() : iterator_(DecodeMszipBlock) {}
+
+CabFile::~CabFile() {
+    if (CurrentCabFile() == this)
+        SetCurrentCabFile(nullptr);
+}
+
+CabResult CabFile::Begin(const std::string& fileFilter) {
+    fileFilter_ = fileFilter;
+    return CabName.empty() ? Raise(kCabErrorNoName, CabObjectErrorText(kCabErrorNoName)) : CabResult{};
+}
+
+CabResult CabFile::GetInfo(const std::string& fileFilter) {
+    const CabResult begun = Begin(fileFilter);
+    return begun ? Iterate(kModeList) : begun;
+}
+
+std::string CabFile::TargetOf(const std::string& fullName, const std::string& destination,
+                              const std::string& namingSource) const {
+    const CabTarget target = CabTargetPath(CabName, destination, namingSource, fullName);
+    return StaysBelowRoot(target) ? target.Path() : std::string();
+}
+
+CabResult CabFile::Compare(const std::string& fileFilter, const std::string& destination,
+                           const std::string& namingSource) {
+    destination_ = destination;
+    namingSource_ = namingSource;
+    const CabResult begun = Begin(fileFilter);
+    return begun ? Iterate(kModeCompare) : begun;
+}
+
+CabResult CabFile::Extract(const std::string& fileFilter, const std::string& destination,
+                           const std::string& namingSource) {
+    if (CabResult begun = Begin(fileFilter); !begun)
+        return begun;
+    destination_ = destination;
+    namingSource_ = namingSource;
+    const bool foldersWereOpen = folders_ != nullptr;
+    CabResult result = Iterate(kModeExtract);
+    if (foldersWereOpen && MayBeMissingFolder(result.number)) {
+        // A folder that was kept open may have been deleted since the last call.
+        folders_.reset();
+        result = Iterate(kModeExtract);
+    }
+    return result;
+}
+
+CabResult CabFile::Iterate(std::uintptr_t mode) {
+    SetCurrentCabFile(this);
+    const platform::SystemError error = iterator_.Iterate(CabName, CabIterateCallback, mode, fileFilter_);
+    return error ? Raise(error.code, CabErrorText(error.code)) : CabResult{};
+}
+
+std::uint32_t CabFile::OnNotification(std::uintptr_t context, std::uint32_t notification, void* param1,
+                                      std::uintptr_t /*param2*/) {
+    if (notification == platform::kNotifyFileInCabinet)
+        return OnFileInCabinet(context, *static_cast<platform::FILE_IN_CABINET_INFO*>(param1));
+    if (notification == platform::kNotifyFileExtracted) {
+        const auto& paths = *static_cast<const platform::FILEPATHS*>(param1);
+        if (paths.Win32Error == platform::kNoError && context == kModeExtract && AfterExtract)
+            AfterExtract(paths.Target);
+        return paths.Win32Error;
+    }
+    if (notification == platform::kNotifyFileProgress)
+        return OnProgress(*static_cast<const platform::FILE_PROGRESS*>(param1));
+    return platform::kNoError; // no further cabinet is supplied
+}
+
+std::uint32_t CabFile::OnProgress(const platform::FILE_PROGRESS& progress) const {
+    bool cancel = false;
+    if (Progress)
+        Progress(progress.Done, progress.Size, cancel);
+    return cancel ? kCabErrorCancelled : platform::kNoError;
+}
+
+std::uint32_t CabFile::OnFileInCabinet(std::uintptr_t mode, platform::FILE_IN_CABINET_INFO& info) {
+    const std::string name = NameOf(info);
+    if (!fileFilter_.empty() && !platform::EqualsNoCase(fileFilter_, name))
+        return platform::kFileOpSkip;
+    if (mode == kModeList)
+        return List(name, info);
+    if (mode == kModeExtract)
+        return Prepare(name, info);
+    info.FullTargetName = TargetOf(name, destination_, namingSource_);
+    return platform::kFileOpCompare;
+}
+
+std::uint32_t CabFile::List(const std::string& name, const platform::FILE_IN_CABINET_INFO& info) const {
+    platform::FileTime fileTime;
+    platform::DosDateTimeToFileTime(info.DosDate, info.DosTime, fileTime);
+    const std::size_t nameStart = name.find_last_of('\\') + 1;
+    if (FileFound)
+        FileFound(name.substr(nameStart), name.substr(0, nameStart), info.FileSize,
+                  platform::FileTimeToSystemTime(fileTime));
+    return fileFilter_.empty() ? platform::kFileOpSkip : platform::kFileOpAbort;
+}
+
+std::uint32_t CabFile::Prepare(const std::string& name, platform::FILE_IN_CABINET_INFO& info) {
+    bool cancel = false;
+    if (BeforeExtract)
+        BeforeExtract(name, cancel);
+    if (cancel)
+        return platform::kFileOpSkip;
+    const CabTarget target = CabTargetPath(CabName, destination_, namingSource_, name);
+    if (!StaysBelowRoot(target))
+        return platform::kFileOpSkip;
+    if (!folders_ || foldersRoot_ != target.root) {
+        folders_ = std::make_unique<OpenFolders>(target.root);
+        foldersRoot_ = target.root;
+    }
+    std::string path = target.Path();
+    info.TargetFolder = MakeFolderTree(path.substr(0, path.find_last_of("\\/") + 1));
+    info.FullTargetName = std::move(path);
+    return info.TargetFolder ? platform::kFileOpDoIt : platform::kFileOpSkip;
+}
+
+/// Opens the folder, below the destination, and makes each level of it that is missing.
+platform::OutputFolder* CabFile::MakeFolderTree(const std::string& folder) {
+    if (platform::OutputFolder* last = folders_->Last(folder))
+        return last;
+    return folders_->CreateFolderPath(folder, folder);
+}
+
+} // namespace archive

@@ -1,0 +1,208 @@
+#include "archive/cabinet/CabinetDirectory.h"
+
+#include "archive/cabinet/CabinetFormat.h"
+#include "base/Letters.h"
+#include "base/Utf8.h"
+#include "platform/BufferedInput.h"
+#include "platform/CodePage.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <functional>
+#include <utility>
+
+namespace platform::cabinet {
+namespace {
+
+constexpr SystemError kBad{kErrorInvalidData};
+
+std::size_t HashOf(std::string_view name) {
+    return std::hash<std::string>{}(ToUpper(name));
+}
+
+/// Flagged names are UTF-8, with U+FFFD for each byte that is none: unlike "?" it can be part of a file's
+/// name. For all others the code page decides.
+std::string NameOf(const std::string& stored, std::uint16_t attributes) {
+    if ((attributes & kAttributeUtf8Name) == 0)
+        return AnsiToUtf8(stored);
+    std::string name;
+    for (std::size_t at = 0; at < stored.size();) {
+        const char32_t point = NextCodePoint(stored, at);
+        AppendUtf8(name, point == kNotUtf8 ? U'\uFFFD' : point);
+    }
+    return name;
+}
+
+} // namespace
+
+std::uint64_t Folder::Capacity() const {
+    return static_cast<std::uint64_t>(blockCount) * kBlockSize;
+}
+
+/// Reads the records one after another.
+class CabinetDirectory::Reader {
+  public:
+    Reader(FileReader& file, CabinetDirectory& directory) : input_(file), directory_(directory) {}
+
+    SystemError ReadAll() {
+        if (const SystemError error = ReadHeader())
+            return error;
+        for (std::size_t i = 0; i < folderCount_; ++i) {
+            if (const SystemError error = ReadFolder())
+                return error;
+        }
+        input_.Seek(filesOffset_);
+        for (std::size_t i = 0; i < fileCount_; ++i) {
+            if (const SystemError error = ReadFile())
+                return error;
+        }
+        return {};
+    }
+
+  private:
+    SystemError ReadHeader();
+    SystemError ReadFolder();
+    SystemError ReadFile();
+    SystemError ReadString(std::string& text, bool mayBeEmpty);
+    SystemError Place(std::uint16_t folder, Entry& entry) const;
+
+    BufferedInput input_;
+    CabinetDirectory& directory_;
+    std::size_t folderCount_ = 0;
+    std::size_t fileCount_ = 0;
+    std::uint32_t filesOffset_ = 0;
+    std::size_t folderReserve_ = 0;
+};
+
+SystemError CabinetDirectory::Reader::ReadHeader() {
+    std::array<std::uint8_t, kHeaderSize> header;
+    if (const SystemError error = input_.Read(header))
+        return error;
+    if (Load32(header.data()) != kSignature)
+        return kBad;
+    filesOffset_ = Load32(header.data() + 16);
+    folderCount_ = Load16(header.data() + 26);
+    fileCount_ = Load16(header.data() + 28);
+    const std::uint16_t flags = Load16(header.data() + 30);
+    directory_.setId_ = Load16(header.data() + 32);
+    directory_.cabinetNumber_ = Load16(header.data() + 34);
+    directory_.hasNext_ = (flags & kHasNext) != 0;
+    if (folderCount_ == 0 || fileCount_ == 0)
+        return kBad;
+
+    if ((flags & kHasReserve) != 0) {
+        std::array<std::uint8_t, kReserveSizesSize> sizes;
+        if (const SystemError error = input_.Read(sizes))
+            return error;
+        folderReserve_ = sizes[2];
+        directory_.dataReserve_ = sizes[3];
+        input_.Seek(input_.Position() + Load16(sizes.data()));
+    }
+    std::string ignored;
+    if ((flags & kHasPrevious) != 0) {
+        for (const bool mayBeEmpty : {false, true}) {
+            if (const SystemError error = ReadString(ignored, mayBeEmpty))
+                return error;
+        }
+    }
+    if ((flags & kHasNext) != 0) {
+        if (const SystemError error = ReadString(directory_.nextCabinet_, false))
+            return error;
+        if (const SystemError error = ReadString(directory_.nextDisk_, true))
+            return error;
+    }
+    return {};
+}
+
+SystemError CabinetDirectory::Reader::ReadFolder() {
+    std::array<std::uint8_t, kFolderSize> record;
+    if (const SystemError error = input_.Read(record))
+        return error;
+    input_.Seek(input_.Position() + folderReserve_);
+    directory_.folders_.push_back(
+        {Load32(record.data()), Load16(record.data() + 4), Load16(record.data() + 6)});
+    return {};
+}
+
+SystemError CabinetDirectory::Reader::ReadFile() {
+    std::array<std::uint8_t, kFileSize> record;
+    if (const SystemError error = input_.Read(record))
+        return error;
+    Entry entry;
+    entry.size = Load32(record.data());
+    entry.offset = Load32(record.data() + 4);
+    entry.date = Load16(record.data() + 10);
+    entry.time = Load16(record.data() + 12);
+    entry.attributes = Load16(record.data() + 14);
+    if (const SystemError error = Place(Load16(record.data() + 8), entry))
+        return error;
+    std::string stored;
+    if (const SystemError error = ReadString(stored, false))
+        return error;
+    entry.name = NameOf(stored, entry.attributes);
+    directory_.memory_ += sizeof(Entry) + entry.name.capacity() + sizeof(Link) + sizeof(std::uint32_t);
+    directory_.entries_.push_back(std::move(entry));
+    return {};
+}
+
+/// Finds the folder of an entry by the number that it has stored.
+SystemError CabinetDirectory::Reader::Place(std::uint16_t folder, Entry& entry) const {
+    entry.continuedFromPrevious = folder == kContinuedFromPrevious || folder == kContinuedBoth;
+    entry.continuesInNext = folder == kContinuedToNext || folder == kContinuedBoth;
+    if (entry.continuedFromPrevious)
+        entry.folder = 0;
+    else if (entry.continuesInNext)
+        entry.folder = static_cast<std::uint16_t>(folderCount_ - 1);
+    else if (folder < folderCount_)
+        entry.folder = folder;
+    else
+        return kBad;
+    return {};
+}
+
+SystemError CabinetDirectory::Reader::ReadString(std::string& text, bool mayBeEmpty) {
+    std::array<std::uint8_t, kLongestName + 1> bytes;
+    const std::uint64_t start = input_.Position();
+    const std::size_t count = input_.ReadSome(bytes);
+    const auto end = std::find(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(count), 0);
+    const auto length = static_cast<std::size_t>(end - bytes.begin());
+    if (length == count)
+        return {input_.Faulted() ? kErrorReadFault : kErrorInvalidData};
+    if (length == 0 && !mayBeEmpty)
+        return kBad;
+    text.assign(bytes.begin(), end);
+    input_.Seek(start + length + 1);
+    return {};
+}
+
+SystemError CabinetDirectory::Read(FileReader& file) {
+    *this = {};
+    Reader reader(file, *this);
+    if (const SystemError error = reader.ReadAll())
+        return error;
+    MakeIndex();
+    return {};
+}
+
+void CabinetDirectory::MakeIndex() {
+    firstLinks_.resize(std::bit_ceil(entries_.size()));
+    links_.resize(entries_.size());
+    for (std::size_t i = entries_.size(); i-- > 0;) {
+        const std::size_t hash = HashOf(entries_[i].name);
+        std::uint32_t& first = firstLinks_[hash % firstLinks_.size()];
+        links_[i] = {hash, std::exchange(first, static_cast<std::uint32_t>(i + 1))};
+    }
+}
+
+std::vector<std::size_t> CabinetDirectory::Find(std::string_view name) const {
+    std::vector<std::size_t> found;
+    const std::size_t hash = HashOf(name);
+    for (std::size_t at = firstLinks_[hash % firstLinks_.size()]; at != 0; at = links_[at - 1].next) {
+        if (links_[at - 1].hash == hash && EqualsNoCase(entries_[at - 1].name, name))
+            found.push_back(at - 1);
+    }
+    return found;
+}
+
+} // namespace platform::cabinet

@@ -1,0 +1,38 @@
+#include "archive/cabinet/CabinetFormat.h"
+
+#include <cstring>
+
+namespace platform::cabinet {
+namespace {
+
+/// Exclusive-or of all 32-bit words; up to three bytes at the end make a word of their own, the first of them
+/// highest.
+std::uint32_t Checksum(std::span<const std::uint8_t> data, std::uint32_t sum) {
+    std::uint64_t wide = 0;
+    std::size_t at = 0;
+    for (; at + 8 <= data.size(); at += 8) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, data.data() + at, sizeof word);
+        wide ^= word;
+    }
+    // In memory order again, whatever the byte order of this machine.
+    std::uint8_t folded[8];
+    std::memcpy(folded, &wide, sizeof folded);
+    sum ^= Load32(folded) ^ Load32(folded + 4);
+    if (data.size() - at >= 4) {
+        sum ^= Load32(data.data() + at);
+        at += 4;
+    }
+    std::uint32_t rest = 0;
+    for (; at < data.size(); ++at)
+        rest = rest << 8 | data[at];
+    return sum ^ rest;
+}
+
+} // namespace
+
+std::uint32_t BlockChecksum(std::span<const std::uint8_t> data, const std::uint8_t* sizes) {
+    return Checksum({sizes, 4}, Checksum(data, 0));
+}
+
+} // namespace platform::cabinet

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "archive/cabinet/CabinetDirectory.h"
+#include "archive/cabinet/CabinetFormat.h"
+#include "archive/cabinet/CabinetIterator.h"
+#include "archive/cabinet/FolderDecoder.h"
+#include "platform/BufferedInput.h"
+
+#include <vector>
+
+namespace platform::cabinet {
+
+/// Decodes an MSZIP folder, block by block, with a given decoder of Deflate streams. It takes sound blocks
+/// only: at the first that is anything else it fails, with Position() at the block's start, and another
+/// decoder is to say what the block is.
+class MszipFolderDecoder final : public FolderDecoder {
+  public:
+    /// `input` is shared with other decoders of the cabinet and outlives this one.
+    MszipFolderDecoder(BufferedInput& input, const Folder& folder, std::size_t dataReserve,
+                       MszipBlockDecoder decodeBlock);
+
+    SystemError Decode(std::uint64_t count, const ByteSink& sink) override;
+
+    std::uint64_t Position() const override { return position_; }
+
+    std::size_t Memory() const override { return window_.size() + sizeof *this; }
+
+  private:
+    bool HasRoom() const;
+    void StartOver();
+    bool DecodeBlock();
+
+    BufferedInput& input_;
+    MszipBlockDecoder decodeBlock_;
+    std::size_t dataReserve_;
+    std::uint64_t nextBlock_; // where it is stored
+    std::uint32_t blocksLeft_;
+    // History, some blocks, and room that the decoder may write over.
+    std::vector<std::uint8_t> window_;
+    std::size_t history_ = 0;        // decoded bytes before end_ that a block may reach back to
+    std::size_t taken_ = kBlockSize; // in the window: handed over so far
+    std::size_t end_ = kBlockSize;   // in the window: decoded so far
+    std::uint64_t position_ = 0;
+};
+
+} // namespace platform::cabinet

@@ -1,0 +1,31 @@
+#include "archive/cabinet/ProgressMeter.h"
+
+namespace platform::cabinet {
+namespace {
+
+constexpr std::chrono::milliseconds kPause{20};
+
+} // namespace
+
+void ProgressMeter::SetFile(const std::string& name) {
+    const std::lock_guard lock(mutex_);
+    file_ = name;
+}
+
+bool ProgressMeter::Tell() {
+    if (stopped_)
+        return false;
+    const auto now = std::chrono::steady_clock::now();
+    if (!function_ || now - last_ < kPause)
+        return true;
+    std::string file;
+    {
+        const std::lock_guard lock(mutex_);
+        file = file_;
+    }
+    stopped_ = !function_({file, done_, total_});
+    last_ = std::chrono::steady_clock::now();
+    return !stopped_;
+}
+
+} // namespace platform::cabinet

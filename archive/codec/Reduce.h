@@ -1,0 +1,16 @@
+#pragma once
+
+#include "archive/codec/ByteBuffer.h"
+
+#include <cstdint>
+
+namespace archive {
+
+/// Decodes the reducing methods 2 to 5 of the ZIP application note (factors 1 to 4).
+///
+/// `data` holds the stored bytes and receives exactly `lastIndex` + 1 decoded ones (the recorded size), or
+/// fewer when the input cannot yield that many. Missing input bits read as 0; a copy from before the start of
+/// the output copies zero bytes. Always answers 0: the caller's CRC check tells a wrong result.
+std::int16_t Unreduce(ByteBuffer& data, int method, std::int32_t lastIndex);
+
+} // namespace archive

@@ -1,0 +1,19 @@
+#include "archive/output/ExtractionObserver.h"
+
+#include <utility>
+
+namespace archive {
+
+namespace {
+ExtractionObserver* current = nullptr;
+} // namespace
+
+ExtractionObserver* Observer() {
+    return current;
+}
+
+ExtractionObserver* SetObserver(ExtractionObserver* observer) {
+    return std::exchange(current, observer);
+}
+
+} // namespace archive

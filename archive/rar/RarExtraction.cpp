@@ -1,0 +1,188 @@
+// The passes over an archive: test, extract, compare.
+
+#include "archive/output/OpenFolders.h"
+#include "archive/rar/RarMessages.h"
+#include "archive/rar/RarOperations.h"
+#include "base/Letters.h"
+#include "base/OutputPathRule.h"
+#include "platform/FileReader.h"
+#include "platform/Files.h"
+
+#include <algorithm>
+#include <memory>
+#include <span>
+#include <utility>
+#include <vector>
+
+namespace archive {
+
+namespace {
+
+using platform::kRarSuccess;
+
+class RarExtraction {
+  public:
+    RarExtraction(std::string destination, std::string path, std::string password,
+                  RarExtractionObserver& observer, const RarFilter& filter)
+        : destination_(std::move(destination)), path_(std::move(path)), password_(std::move(password)),
+          observer_(observer), filter_(filter), folders_(destination_) {}
+
+    RarOutcome Extract() {
+        const bool done = Pass(RarPass::kTest) && Pass(RarPass::kExtract);
+        messages_.Finish();
+        outcome_.complete = done && failures_ == 0;
+        return outcome_;
+    }
+
+    bool Compare() { return Pass(RarPass::kCompare) && failures_ == 0; }
+
+  private:
+    bool Pass(RarPass pass);
+    bool DoEntry(RarPass pass, platform::RarArchive& archive, std::int32_t entry);
+    int Process(RarPass pass, platform::RarArchive& archive);
+    int ExtractEntry(platform::RarArchive& archive);
+    int CompareEntry(platform::RarArchive& archive);
+    bool IsInFile(std::span<const std::uint8_t> piece, std::uint64_t offset);
+    bool Check(RarPass pass, int code);
+
+    std::string destination_;
+    std::string path_;
+    std::string password_;
+    RarExtractionObserver& observer_;
+    const RarFilter& filter_;
+    OpenFolders folders_;
+    RepeatedMessages messages_;
+    platform::RARHeaderData header_;
+    std::unique_ptr<platform::FileReader> file_; // that the entry in hand is compared with
+    std::vector<std::uint8_t> buffer_;
+    RarOutcome outcome_;
+    int failures_ = 0;
+};
+
+/// Notes and reports a result that is none of success; whether to go on. A comparison ends with the first.
+bool RarExtraction::Check(RarPass pass, int code) {
+    const bool failed = code != kRarSuccess && code != platform::kRarEndOfArchive;
+    failures_ += failed;
+    return pass == RarPass::kCompare ? !failed : ReportRarResult(messages_, code, header_);
+}
+
+/// Whether the extraction goes on.
+bool RarExtraction::Pass(RarPass pass) {
+    header_ = {.ArcName = path_};
+    const unsigned mode = pass == RarPass::kTest ? platform::kRarOpenList : platform::kRarOpenExtract;
+    platform::RAROpenArchiveData data{.ArcName = path_, .OpenMode = mode};
+    const auto archive = platform::TheRarLibrary().RAROpenArchive(data);
+    if (!archive) {
+        Check(pass, data.OpenResult);
+        return false;
+    }
+    if (!password_.empty())
+        archive->RARSetPassword(password_);
+    int result = archive->RARReadHeader(header_);
+    for (std::int32_t entry = 1; result == kRarSuccess; ++entry) {
+        if (!DoEntry(pass, *archive, entry))
+            return false;
+        header_ = {.ArcName = path_};
+        result = archive->RARReadHeader(header_);
+    }
+    return Check(pass, result) && Check(pass, archive->RARCloseArchive());
+}
+
+bool RarExtraction::DoEntry(RarPass pass, platform::RarArchive& archive, std::int32_t entry) {
+    if (filter_ && !filter_(entry, header_.FileName)) {
+        const int skipped = archive.RARProcessFile(platform::kRarSkip, "", "", nullptr);
+        return pass == RarPass::kTest || Check(pass, skipped);
+    }
+    const std::string name = platform::ToLower(header_.FileName);
+    observer_.EntryBegins(pass, pass == RarPass::kTest ? "testing -" + name : name);
+    std::uint64_t done = 0;
+    archive.RARSetCallback([&, size = header_.UnpSize](std::span<const std::uint8_t> piece) {
+        if (file_ && !IsInFile(piece, done))
+            return false;
+        done += piece.size();
+        outcome_.stopped = outcome_.stopped || !observer_.EntryProgress(done, size);
+        return !outcome_.stopped;
+    });
+    const int result = Process(pass, archive);
+    archive.RARSetCallback({});
+    if (outcome_.stopped)
+        return false;
+    if (pass == RarPass::kExtract && result == kRarSuccess) {
+        ++outcome_.written;
+        observer_.EntryWritten(entry);
+    }
+    // The test pass tells nothing of a single entry.
+    if (pass != RarPass::kTest && !Check(pass, result))
+        return false;
+    outcome_.stopped = !observer_.EntryDone(pass);
+    return !outcome_.stopped;
+}
+
+int RarExtraction::Process(RarPass pass, platform::RarArchive& archive) {
+    if (pass == RarPass::kExtract)
+        return ExtractEntry(archive);
+    if (pass == RarPass::kCompare)
+        return CompareEntry(archive);
+    return archive.RARProcessFile(platform::kRarTest, destination_, destination_ + header_.FileName, nullptr);
+}
+
+/// Answers the library's code, or the one for a file that cannot be created where the target refuses it.
+int RarExtraction::ExtractEntry(platform::RarArchive& archive) {
+    std::string target = destination_ + header_.FileName;
+    if (header_.IsFolder && !target.ends_with('\\'))
+        target += '\\';
+    const std::size_t nameStart = target.find_last_of('\\') + 1;
+    platform::OutputFolder* folder = nullptr;
+    if (platform::StaysInTarget(header_.FileName)) {
+        const std::string below = target.substr(0, nameStart);
+        folder = folders_.Last(below);
+        if (!folder)
+            folder = folders_.Open(below, below);
+    }
+    if (folder && !header_.IsFolder)
+        return archive.RARProcessFile(platform::kRarExtract, destination_, target, folder);
+    const int skipped = archive.RARProcessFile(platform::kRarSkip, "", "", nullptr);
+    return folder ? skipped : platform::kRarCannotCreate;
+}
+
+/// Answers kRarBadData where the file or folder is missing or differs.
+int RarExtraction::CompareEntry(platform::RarArchive& archive) {
+    const std::string target = destination_ + header_.FileName;
+    if (!platform::StaysInTarget(header_.FileName))
+        return platform::kRarBadData;
+    if (header_.IsFolder) {
+        const int skipped = archive.RARProcessFile(platform::kRarSkip, "", "", nullptr);
+        return platform::FolderExists(target) ? skipped : platform::kRarBadData;
+    }
+    platform::SystemError error;
+    file_ = platform::FileReader::Open(target, error);
+    if (!file_ || file_->Size() != header_.UnpSize)
+        return platform::kRarBadData;
+    const int result = archive.RARProcessFile(platform::kRarTest, destination_, target, nullptr);
+    file_.reset();
+    return result;
+}
+
+bool RarExtraction::IsInFile(std::span<const std::uint8_t> piece, std::uint64_t offset) {
+    buffer_.resize(piece.size());
+    return file_->ReadAt(offset, buffer_) == piece.size() && std::ranges::equal(buffer_, piece);
+}
+
+} // namespace
+
+RarOutcome ExtractRarArchive(const std::string& destination, const std::string& path,
+                             const std::string& password, RarExtractionObserver& observer,
+                             const RarFilter& filter) {
+    if (!platform::FileExists(path)) {
+        ShowArchiveGone(path);
+        return {};
+    }
+    return RarExtraction(destination, path, password, observer, filter).Extract();
+}
+
+bool CompareRarArchive(const std::string& destination, const std::string& path, const std::string& password,
+                       RarExtractionObserver& observer, const RarFilter& filter) {
+    return RarExtraction(destination, path, password, observer, filter).Compare();
+}
+
+} // namespace archive

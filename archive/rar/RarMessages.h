@@ -1,0 +1,22 @@
+#pragma once
+
+#include "archive/output/RepeatedMessages.h"
+#include "archive/rar/RarLibrary.h"
+
+#include <string>
+
+namespace archive {
+
+/// Stop messages of a listing (title text 301), after which the program ends. Each answers whether it has a
+/// message for the code.
+bool ShowOpenStop(int code, const std::string& archive);
+bool ShowSkipStop(int code);
+bool ShowHeaderStop(int code);
+
+/// Tells that the archive to extract is not there (title text 300).
+void ShowArchiveGone(const std::string& archive);
+
+/// CheckRarResult with messages that may come many times.
+bool ReportRarResult(RepeatedMessages& messages, int code, const platform::RARHeaderData& header);
+
+} // namespace archive

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "archive/rar/RarStream.h"
+#include "archive/rar/RarWalk.h"
+
+#include <deque>
+#include <memory>
+#include <vector>
+
+namespace platform::rar {
+
+/// Unpacks the entries of an archive, in archive order and each at most once. Entries that nobody asks for
+/// cost nothing, unless a solid one behind them needs them.
+class RarUnpacker {
+  public:
+    explicit RarUnpacker(RarVolumes& volumes) : volumes_(volumes) {}
+
+    /// The walk, in `format`, has come to this entry.
+    void Meet(int format, const Entry& entry);
+
+    /// Gives the content of the entry that was met last to `sink`; a result code. Success means that all
+    /// bytes came and that their checksum fits.
+    int Unpack(const Sink& sink);
+
+  private:
+    int CopyStored(const PackedEntry& entry, const Sink& sink);
+    int UnpackRun(const Sink& sink);
+
+    RarVolumes& volumes_;
+    int format_ = 0;
+    PackedEntry current_;
+    std::deque<PackedEntry>
+        run_; // of the solid run of current_, what the stream has not unpacked; it is last
+    std::unique_ptr<RarStream> stream_;
+    bool isBroken_ = false;
+};
+
+} // namespace platform::rar

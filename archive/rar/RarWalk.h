@@ -1,0 +1,60 @@
+#pragma once
+
+#include "archive/rar/PackedEntry.h"
+#include "archive/rar/RarBlock.h"
+#include "archive/rar/RarLibrary.h"
+#include "archive/rar/RarVolumes.h"
+#include "platform/BufferedInput.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace platform::rar {
+
+/// An entry with the place of its data in all volumes.
+struct Entry {
+    EntryHeader header;
+    std::string archive; ///< path of the volume that it begins in
+    std::vector<Piece> pieces;
+    /// Why its data cannot be had whole: kRarBadData (cut off), kRarCannotOpen (a volume is missing).
+    int obstacle = kRarSuccess;
+};
+
+/// Goes through the blocks of an archive, over all its volumes, from entry to entry. Every field is checked
+/// against what is there before it is used.
+class RarWalk {
+  public:
+    /// `volumes` outlives this. With `endIsOptional`, an archive of format 4 may end without an end block, as
+    /// the oldest packers left it.
+    RarWalk(RarVolumes& volumes, bool endIsOptional) : volumes_(volumes), endIsOptional_(endIsOptional) {}
+
+    /// Looks at the beginning of the first volume; a result code.
+    int Open();
+
+    /// 4 or 5.
+    int Format() const { return format_; }
+
+    /// Goes on to the next entry; a result code. After a failure it stays there.
+    int Next(Entry& entry);
+
+  private:
+    int EnterVolume(std::size_t number);
+    int ReadBlock(Block& block);
+    int FindEntry(Block& block);
+    void AddPiece(Entry& entry, const Block& block) const;
+    void Follow(Entry& entry);
+
+    RarVolumes& volumes_;
+    bool endIsOptional_;
+    int format_ = 0;
+    std::size_t number_ = 0; // of the volume
+    std::shared_ptr<FileReader> file_;
+    std::optional<cabinet::BufferedInput> input_;
+    std::vector<std::uint8_t> header_;
+    std::uint64_t dataStart_ = 0; // of the block read last
+    int ended_ = kRarSuccess;
+};
+
+} // namespace platform::rar

@@ -1,0 +1,25 @@
+#include "archive/zip/EntryPieces.h"
+
+#include "archive/output/ExtractionObserver.h"
+
+namespace archive {
+
+EntryPieces::EntryPieces(std::unique_ptr<platform::OutputFile> file, Cls_CRC32& crc, std::size_t expected)
+    : file_(std::move(file)), crc_(crc), expected_(expected) {
+    crc_.ResetCRC32();
+}
+
+void EntryPieces::Take(std::span<const std::uint8_t> piece) {
+    crc_.CalcCRC32Block(piece);
+    size_ += piece.size();
+    if (!failed_ && file_->Write(piece))
+        failed_ = true;
+    if (ExtractionObserver* observer = Observer())
+        observer->EntryProgress(size_, expected_);
+}
+
+bool EntryPieces::Commit(const std::optional<platform::FileTimes>& times) {
+    return !failed_ && !file_->Commit({.times = times});
+}
+
+} // namespace archive

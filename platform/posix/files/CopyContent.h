@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/posix/files/HostFile.h"
+
+#include <cstdint>
+#include <functional>
+
+namespace platform {
+
+/// How copying a file's bytes ended.
+struct CopyResult {
+    SystemError error;
+    bool wasStopped = false;
+};
+
+/// Puts the bytes of `from`, whose length is about `size`, into the empty file `to`: as a clone where the
+/// file system shares blocks, else inside the kernel where it can, else by reading and writing. `goOn` is
+/// told of every few megabytes done; false stops the copy.
+CopyResult CopyContent(const HostFile& from, const HostFile& to, std::uint64_t size,
+                       const std::function<bool(std::uint64_t bytes)>& goOn);
+
+} // namespace platform

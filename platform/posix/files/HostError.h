@@ -1,0 +1,18 @@
+#pragma once
+
+#include "base/SystemError.h"
+
+#include <string>
+
+namespace platform {
+
+/// What the operation was about to do with the medium when it failed; tells apart the two device faults.
+enum class Access { kRead, kWrite };
+
+/// The system error that stands for an `errno` value.
+SystemError ErrorFromErrno(int number, Access access = Access::kRead);
+
+/// The same for a failed operation on `hostPath`: a missing name is told apart from a missing folder.
+SystemError ErrorForPath(int number, const std::string& hostPath, Access access = Access::kRead);
+
+} // namespace platform

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "base/SystemError.h"
+#include "platform/posix/files/HostFile.h"
+
+#include <string>
+#include <string_view>
+#include <sys/types.h>
+
+namespace platform {
+
+/// A new file under a name of its own, which takes another name when it is complete. Until then nothing bears
+/// that name that did not before; a file that never takes it is gone with this object.
+class TemporaryFile {
+  public:
+    /// Makes the file in the open folder `folder`, which stays open for the object's life, or with AT_FDCWD
+    /// at the path `prefix`, which ends with a slash or with what the name is to begin with. `access` is
+    /// O_WRONLY or O_RDWR. Where it cannot be made, File() is not open and errno tells why.
+    TemporaryFile(int folder, const std::string& prefix, int access, mode_t mode);
+    ~TemporaryFile();
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+    HostFile& File() { return file_; }
+
+    const HostFile& File() const { return file_; }
+
+    /// Brings its bytes onto the medium.
+    SystemError Sync() const;
+
+    /// Takes the name `hostName` in the same folder, or as a path, in place of a file that has it; with
+    /// `flags` as renameat2 knows them.
+    SystemError TakeName(const std::string& hostName, unsigned flags = 0);
+
+  private:
+    int folder_;
+    std::string name_; ///< empty once there is nothing to take away
+    HostFile file_;
+};
+
+/// Whether a file of this name was made by a TemporaryFile whose prefix ended with `mark`.
+bool IsTemporaryName(std::string_view hostName, std::string_view mark);
+
+/// Brings a folder's entries onto the medium; no failure is reported, since the files themselves are safe.
+void SyncFolder(const std::string& hostFolder);
+
+} // namespace platform

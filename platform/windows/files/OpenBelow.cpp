@@ -1,0 +1,54 @@
+#include "platform/windows/files/OpenBelow.h"
+
+#include <cstring>
+#include <vector>
+#include <winternl.h>
+
+namespace platform {
+namespace {
+
+constexpr std::size_t kLongestName = 255;
+
+SystemError ErrorOf(NTSTATUS status) {
+    ::SetLastError(::RtlNtStatusToDosError(status));
+    return LastError();
+}
+
+} // namespace
+
+Handle OpenBelow(const Handle& folder, std::wstring_view name, const OpenMode& mode, SystemError& error) {
+    error = {kErrorNameTooLong};
+    if (name.size() > kLongestName)
+        return Handle();
+    const auto bytes = static_cast<USHORT>(name.size() * sizeof(wchar_t));
+    UNICODE_STRING text{bytes, bytes, const_cast<wchar_t*>(name.data())};
+    OBJECT_ATTRIBUTES attributes{};
+    InitializeObjectAttributes(&attributes, &text, OBJ_CASE_INSENSITIVE, folder.Get(), nullptr);
+    HANDLE opened = INVALID_HANDLE_VALUE;
+    IO_STATUS_BLOCK block{};
+    const NTSTATUS status = ::NtCreateFile(&opened, mode.access | SYNCHRONIZE, &attributes, &block, nullptr,
+                                           FILE_ATTRIBUTE_NORMAL, kShareAll, mode.disposition,
+                                           mode.options | FILE_SYNCHRONOUS_IO_NONALERT, nullptr, 0);
+    error = status >= 0 ? SystemError{} : ErrorOf(status);
+    if (error.code == kErrorAlreadyExists)
+        error = {kErrorFileExists};
+    return error ? Handle() : Handle(opened);
+}
+
+SystemError MoveBelow(const Handle& file, const Handle& folder, std::wstring_view name) {
+    const std::size_t bytes = name.size() * sizeof(wchar_t);
+    // As large as its record and the name, whose first letter stands in the record.
+    std::vector<std::uint64_t> space((sizeof(FILE_RENAME_INFORMATION) + bytes) / sizeof(std::uint64_t) + 1);
+    auto* record = reinterpret_cast<FILE_RENAME_INFORMATION*>(space.data());
+    record->ReplaceIfExists = TRUE;
+    record->RootDirectory = folder.Get();
+    record->FileNameLength = static_cast<ULONG>(bytes);
+    std::memcpy(record->FileName, name.data(), bytes);
+    IO_STATUS_BLOCK block{};
+    const NTSTATUS status = ::NtSetInformationFile(file.Get(), &block, record,
+                                                   static_cast<ULONG>(space.size() * sizeof(std::uint64_t)),
+                                                   FileRenameInformation);
+    return status >= 0 ? SystemError{} : ErrorOf(status);
+}
+
+} // namespace platform

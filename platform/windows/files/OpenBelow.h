@@ -1,0 +1,25 @@
+#pragma once
+
+#include "platform/windows/files/Handle.h"
+
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+/// How OpenBelow opens what is called by a name.
+struct OpenMode {
+    DWORD access;
+    DWORD disposition; ///< FILE_OPEN, FILE_CREATE or FILE_OPEN_IF
+    DWORD options;     ///< FILE_DIRECTORY_FILE, FILE_NON_DIRECTORY_FILE, FILE_OPEN_REPARSE_POINT
+};
+
+/// Opens or makes what is called `name` in an open folder, wherever that lies by now; others are not
+/// hindered. A name that is taken fails with kErrorFileExists.
+Handle OpenBelow(const Handle& folder, std::wstring_view name, const OpenMode& mode, SystemError& error);
+
+/// Gives an open file the name `name` in an open folder, in place of a file or link of that name. The file
+/// must have been opened with the right to delete it.
+SystemError MoveBelow(const Handle& file, const Handle& folder, std::wstring_view name);
+
+} // namespace platform

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "platform/windows/files/Handle.h"
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+/// Whether a file that takes another's name has to be on the medium first.
+enum class Durability { kLater, kOnMedium };
+
+/// A name that no other file has.
+std::wstring TemporaryName();
+
+/// Whether it is such a name.
+bool IsTemporaryName(std::wstring_view name);
+
+/// A file being written under a name of its own beside the place that it will take. Until Commit() succeeds
+/// what stands there stays as it is; a file that is not committed leaves nothing behind.
+class TemporaryFile {
+  public:
+    /// Starts one in the host folder `folder`.
+    static TemporaryFile StartIn(const std::wstring& folder);
+
+    /// Starts one in the folder of `target`. A folder and a read-only file of that name are refused with
+    /// kErrorAccessDenied.
+    static TemporaryFile StartFor(const std::wstring& target);
+
+    ~TemporaryFile();
+    TemporaryFile(TemporaryFile&& other) noexcept = default;
+
+    /// Why it could not be started.
+    SystemError Error() const { return error_; }
+
+    /// The new file, open for reading and writing.
+    const Handle& File() const { return file_; }
+
+    /// Gives the file its name, in place of a file that has it, whose attributes it keeps. A folder and a
+    /// read-only file are not replaced and make this fail.
+    SystemError Commit(const std::wstring& target, Durability durability);
+
+  private:
+    TemporaryFile() = default;
+
+    std::wstring name_;
+    Handle file_;
+    SystemError error_;
+};
+
+/// Marks an open file as hidden or as the system's own when the file that it replaces is.
+void KeepAttributes(const Handle& file, std::uint32_t attributes);
+
+/// Deletes a file that is open with the right to.
+void DeleteOpenFile(Handle& file);
+
+/// How copying a file's bytes ended.
+struct CopyResult {
+    SystemError error;
+    bool wasStopped = false;
+};
+
+/// Puts the bytes of `from` into the empty file `to`. `goOn` is told of every few megabytes done; false stops
+/// the copy.
+CopyResult CopyContent(const Handle& from, const Handle& to,
+                       const std::function<bool(std::uint64_t bytes)>& goOn);
+
+/// Gives `to` the times of `from`; media that keep none are no failure.
+void KeepTimes(const Handle& from, const Handle& to);
+
+} // namespace platform

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "archive/output/ExtractionObserver.h"
+#include "archive/zip/ArchiveFront.h"
+#include "fakes/RecordingMessages.h"
+#include "support/TestDir.h"
+#include "support/ZipBuilder.h"
+
+#include <cstdint>
+#include <functional>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+namespace tests {
+
+using Ids = std::vector<std::uint32_t>;
+
+/// Counts the entries that are done, which must come in order, and lets `go` decide whether to go on.
+class CountingObserver final : public archive::ExtractionObserver {
+  public:
+    explicit CountingObserver(std::function<bool(std::int32_t)> go = [](std::int32_t) { return true; })
+        : go_(std::move(go)) {
+        archive::SetObserver(this);
+    }
+
+    ~CountingObserver() override { archive::SetObserver(nullptr); }
+
+    bool EntryDone(std::int32_t entry, std::int32_t count) override {
+        EXPECT_EQ(entry, ++last);
+        lastCount = count;
+        return go_(entry);
+    }
+
+    std::int32_t last = 0;
+    std::int32_t lastCount = 0;
+
+  private:
+    std::function<bool(std::int32_t)> go_;
+};
+
+/// An archive front on drive E: of a test folder, with recorded messages.
+class ZipTest : public testing::Test {
+  protected:
+    std::int16_t Load(const std::string& bytes) { return front.Get_Contents(dir.MakeFile("a.zip", bytes)); }
+
+    std::int16_t Load(std::vector<ZipEntry> entries) {
+        ZipBuilder zip;
+        zip.entries = std::move(entries);
+        return Load(zip.Bytes());
+    }
+
+    archive::EntrySelection All() const {
+        return archive::EntrySelection(static_cast<std::size_t>(front.FileCount()) + 1, true);
+    }
+
+    /// Extracts everything to E:\out, which exists.
+    std::int16_t UnPackAll() { return front.UnPack(All(), dir.MakeFolder("out")); }
+
+    std::vector<std::string> Names() const {
+        std::vector<std::string> names;
+        for (std::int32_t entry = 1; entry <= front.FileCount(); ++entry)
+            names.push_back(front.FileName(entry));
+        return names;
+    }
+
+    /// Names of everything below E:\out, sorted, "/" between folders.
+    std::vector<std::string> Written() const {
+        std::vector<std::string> names;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(dir.Host("out")))
+            names.push_back(entry.path().lexically_relative(dir.Host("out")).generic_string() +
+                            (entry.is_directory() ? "/" : ""));
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+
+    TestDir dir;
+    fakes::RecordingMessages messages;
+    archive::Cls_GetFileType front;
+};
+
+} // namespace tests

@@ -1,0 +1,52 @@
+#include "ui/common/AboutWindow.h"
+#include "ui/explorer/CommandsFixture.h"
+
+#include <QPushButton>
+#include <QTimer>
+
+namespace {
+
+using HelpCommands = CommandsWindow;
+
+TEST_F(HelpCommands, DocumentOfTheLanguageAndSupportPage) {
+    const std::filesystem::path document = tests::ProgramDir() / "what_0409.pdf";
+    std::filesystem::remove(document);
+    Open();
+    Trigger("mnuHelpWhat");
+    ASSERT_EQ(messages_.shown.size(), 1U);
+    EXPECT_EQ(messages_.shown[0].text, app::LoadExtraText(527));
+    EXPECT_EQ(messages_.shown[0].title, app::LoadText(300));
+    EXPECT_EQ(messages_.shown[0].flags, app::kMessageWarning);
+    std::ofstream(document) << "x";
+    Trigger("mnuHelpWhat");
+    Trigger("mnuHelpOnline");
+    EXPECT_EQ(opener_.opened, (Texts{"P:\\what_0409.pdf", platform::ProgramString(1000)}));
+    EXPECT_FALSE(Get<QAction>("mnuHelpUpdates").isVisible());
+    std::filesystem::remove(document);
+}
+
+TEST_F(HelpCommands, AboutBoxNamesTheVersion) {
+    Open();
+    bool wasSeen = false;
+    QTimer::singleShot(0, [&] {
+        auto* about = qobject_cast<app::frmAbout*>(QApplication::activeModalWidget());
+        if (about == nullptr)
+            return;
+        wasSeen = true;
+        EXPECT_EQ(about->windowTitle(), "About Pellarion");
+        EXPECT_EQ(about->findChild<QLabel*>("lblVersion")->text(), "Version 1.0.0");
+        EXPECT_EQ(about->findChild<QLabel*>("lblDisclaimer")->text().toStdString(), app::LoadExtraText(500));
+        {
+            const tests::ScopedVariable nothing("PATH", "/nowhere");
+            QTest::mouseClick(about->findChild<QPushButton*>("cmdSysInfo"), Qt::LeftButton);
+        }
+        QTest::mouseClick(about->findChild<QPushButton*>("cmdOk"), Qt::LeftButton);
+    });
+    Trigger("mnuHelpAbout");
+    EXPECT_TRUE(wasSeen);
+    ASSERT_EQ(messages_.shown.size(), 1U);
+    EXPECT_EQ(messages_.shown[0].text, "System Information Is Unavailable At This Time");
+    EXPECT_EQ(messages_.shown[0].flags, app::kMessagePlain);
+}
+
+} // namespace

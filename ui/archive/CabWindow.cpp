@@ -1,0 +1,133 @@
+#include "ui/archive/CabWindow.h"
+
+#include "archive/output/RepeatedMessages.h"
+#include "base/Letters.h"
+#include "ui/archive/ArchiveListView.h"
+#include "ui/desktop/DocumentOpener.h"
+
+namespace dialogs {
+namespace {
+
+constexpr std::uint32_t kCaption = 303;
+constexpr std::uint32_t kWarningTitle = 300;
+constexpr std::uint32_t kNotWritten = 560;
+
+/// A file's name inside its cabinet, folders included.
+std::string FullName(const ArchiveRow& row) {
+    return row.path + row.name;
+}
+
+} // namespace
+
+frmextract::frmextract(QWidget* parent)
+    : ArchiveWindow({.caption = kCaption,
+                     .listsWhenShown = true,
+                     .pickedNothingFails = true,
+                     .refusesPerRow = true,
+                     .deletesBySelection = true,
+                     .openFillsStrip = true},
+                    parent) {
+    setObjectName(QStringLiteral("frmextract"));
+    AddEmptyLabel("lblDestFile1");
+}
+
+bool frmextract::List(std::int32_t archive, ArchiveListing& listing) {
+    archive::CabFile cabinet;
+    cabinet.CabName = listing.archives[static_cast<std::size_t>(archive)].path;
+    std::int32_t entry = 0;
+    cabinet.FileFound = [&](const std::string& name, const std::string& folder, std::uint32_t size,
+                            const platform::SystemTime& time) {
+        ArchiveRow row;
+        row.entry = ++entry;
+        row.archive = archive;
+        row.name = name;
+        row.path = folder;
+        row.modified = time;
+        row.size = size;
+        listing.rows.push_back(std::move(row));
+    };
+    return static_cast<bool>(cabinet.GetInfo(""));
+}
+
+archive::CabFile& frmextract::Cabinet(const ArchiveRow& row) {
+    if (!cabinet_)
+        cabinet_ = std::make_unique<archive::CabFile>();
+    cabinet_->CabName = Model().ArchiveOf(row);
+    return *cabinet_;
+}
+
+bool frmextract::IsNew(Names& names, const ArchiveRow& row) {
+    return names.emplace(row.archive, platform::ToUpper(FullName(row))).second;
+}
+
+ArchiveWindow::Outcome frmextract::ExtractRows(Job& job) {
+    archive::RepeatedMessages messages;
+    Names extracted;
+    const auto count = static_cast<double>(job.wanted.size());
+    Outcome outcome = Outcome::kDone;
+    for (std::size_t i = 0; i < job.wanted.size() && outcome == Outcome::kDone; ++i) {
+        const ArchiveRow& row = Model().Row(static_cast<int>(i));
+        if (!job.wanted[i])
+            continue;
+        bool isWritten = true;
+        if (IsNew(extracted, row)) {
+            archive::CabFile& cabinet = Cabinet(row);
+            isWritten = false;
+            cabinet.AfterExtract = [&](const std::string&) { isWritten = true; };
+            cabinet.Progress = [&](std::uint64_t done, std::uint64_t size, bool& cancel) {
+                ShowProgress(
+                    (static_cast<double>(i) + static_cast<double>(done) / static_cast<double>(size)) / count);
+                cancel = StopAsked();
+            };
+            const std::string folder = DestinationOf(row, job.folder);
+            ShowDestination(folder);
+            if (!cabinet.Extract(FullName(row), folder, cabinet.CabName))
+                outcome = StopAsked() ? Outcome::kStopped : Outcome::kFailed;
+            else if (!isWritten)
+                messages.Report(kNotWritten, kWarningTitle, FullName(row));
+        }
+        job.done[i] = isWritten;
+        if (outcome == Outcome::kDone) {
+            ShowProgress(static_cast<double>(i + 1) / count);
+            if (StopAsked() && i + 1 < job.wanted.size())
+                outcome = Outcome::kStopped;
+        }
+    }
+    messages.Finish();
+    if (outcome == Outcome::kDone)
+        ShowProgress(1);
+    return outcome;
+}
+
+std::string frmextract::TargetOf(const ArchiveRow& row, const std::string& folder) {
+    archive::CabFile& cabinet = Cabinet(row);
+    return cabinet.TargetOf(FullName(row), DestinationOf(row, folder), cabinet.CabName);
+}
+
+bool frmextract::ReadBack(const std::vector<int>& rows, const std::string& folder) {
+    Names compared;
+    return AreAll(rows, [&](const ArchiveRow& row) {
+        if (!IsNew(compared, row))
+            return true;
+        archive::CabFile& cabinet = Cabinet(row);
+        cabinet.Progress = [this](std::uint64_t, std::uint64_t, bool& cancel) { cancel = !KeepsGoing(); };
+        return static_cast<bool>(cabinet.Compare(FullName(row), DestinationOf(row, folder), cabinet.CabName));
+    });
+}
+
+void frmextract::LetGo() {
+    cabinet_.reset();
+}
+
+void frmextract::OpenDocument(const ArchiveRow& row, const std::string& path) {
+    // A cabinet of one file that bears its name has no folder of its own.
+    const std::string& cabinet = Model().ArchiveOf(row);
+    const std::string base =
+        cabinet.substr(cabinet.rfind('\\') + 1, cabinet.rfind('.') - cabinet.rfind('\\') - 1);
+    if (platform::EqualsNoCase(base, FullName(row)))
+        platform::OpenDocument(path);
+    else
+        platform::OpenDocumentLower(path);
+}
+
+} // namespace dialogs

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "archive/cabinet/CabFile.h"
+#include "ui/archive/ArchiveWindow.h"
+
+#include <memory>
+#include <set>
+#include <string>
+#include <utility>
+
+namespace dialogs {
+
+/// The CAB archive window: shows the files of several cabinets together and extracts them one by one.
+class frmextract : public ArchiveWindow {
+    Q_OBJECT
+
+  public:
+    explicit frmextract(QWidget* parent = nullptr);
+
+  protected:
+    bool List(std::int32_t archive, ArchiveListing& listing) override;
+    Outcome ExtractRows(Job& job) override;
+    std::string TargetOf(const ArchiveRow& row, const std::string& folder) override;
+    bool ReadBack(const std::vector<int>& rows, const std::string& folder) override;
+    void OpenDocument(const ArchiveRow& row, const std::string& path) override;
+    void LetGo() override;
+
+  private:
+    /// Files of one cabinet that bear the same name are extracted and compared together: the first of them
+    /// does it for all.
+    using Names = std::set<std::pair<std::int32_t, std::string>>;
+
+    static bool IsNew(Names& names, const ArchiveRow& row);
+    archive::CabFile& Cabinet(const ArchiveRow& row);
+
+    std::unique_ptr<archive::CabFile> cabinet_;
+};
+
+} // namespace dialogs

@@ -1,0 +1,121 @@
+#include "ui/archive/ZipWindow.h"
+
+#include "platform/Files.h"
+#include "ui/archive/ArchiveListView.h"
+#include "ui/archive/ExtractedFiles.h"
+#include "ui/common/WindowTexts.h"
+
+#include <algorithm>
+
+namespace dialogs {
+namespace {
+
+constexpr std::uint32_t kCaption = 306;
+constexpr std::uint32_t kNumberedCaption = 308;
+
+constexpr char kEncryptedPrefix = '+';
+constexpr char kPlainPrefix = ' ';
+
+/// Puts an observer in place for as long as it lives.
+class Observing {
+  public:
+    explicit Observing(archive::ExtractionObserver* observer) : before_(archive::SetObserver(observer)) {}
+
+    ~Observing() { archive::SetObserver(before_); }
+
+    Observing(const Observing&) = delete;
+    Observing& operator=(const Observing&) = delete;
+
+  private:
+    archive::ExtractionObserver* before_;
+};
+
+} // namespace
+
+frmWinExtract::frmWinExtract(QWidget* parent)
+    : ArchiveWindow({.caption = kCaption, .failsBesideInSilence = true, .openFillsStrip = true}, parent) {
+    setObjectName(QStringLiteral("frmWinExtract"));
+}
+
+void frmWinExtract::ShowNumber(std::size_t number, std::size_t count) {
+    QString caption = app::WindowText(kNumberedCaption);
+    caption.replace(QLatin1String("%x"), QString::number(number));
+    caption.replace(QLatin1String("%y"), QString::number(count));
+    setWindowTitle(caption);
+}
+
+void frmWinExtract::ListArchive() {
+    ListArchives({CurrentArchive});
+}
+
+bool frmWinExtract::List(std::int32_t archive, ArchiveListing& listing) {
+    front_.Get_Contents(CurrentArchive);
+    const std::int32_t count = front_.FileCount();
+    const QString folderSize = QStringLiteral("Directory Entry");
+    listing.rows.reserve(static_cast<std::size_t>(std::max(count, 0)));
+    for (std::int32_t entry = 1; entry <= count; ++entry) {
+        ArchiveRow row;
+        row.entry = entry;
+        row.archive = archive;
+        row.prefix = front_.Encrypted(entry) ? kEncryptedPrefix : kPlainPrefix;
+        row.name = front_.FileName(entry);
+        row.modified = front_.FileDateTime(entry);
+        // Recorded without a sign; the reader's own count has one.
+        row.size = static_cast<std::uint32_t>(front_.UnCompressed_Size(entry));
+        row.isFolder = front_.IsDir(entry);
+        if (row.isFolder)
+            row.sizeText = folderSize;
+        listing.rows.push_back(std::move(row));
+    }
+    return true;
+}
+
+ArchiveWindow::Outcome frmWinExtract::ExtractRows(Job& job) {
+    const auto entryOf = [this](std::size_t row) { return Model().Row(static_cast<int>(row)).entry; };
+    archive::EntrySelection flags(job.wanted.size() + 1);
+    for (std::size_t row = 0; row < job.wanted.size(); ++row)
+        flags[static_cast<std::size_t>(entryOf(row))] = job.wanted[row];
+    lastEntryDone_ = 0;
+    const Observing observing(this);
+    const std::int16_t status = front_.UnPack(flags, DestinationOf(Model().Row(0), job.folder));
+    for (std::size_t row = 0; row < job.wanted.size(); ++row)
+        job.done[row] = job.wanted[row] && entryOf(row) <= lastEntryDone_;
+    if (status == archive::kStatusDone)
+        return Outcome::kDone;
+    return StopAsked() ? Outcome::kStopped : Outcome::kFailed;
+}
+
+bool frmWinExtract::EntryDone(std::int32_t entry, std::int32_t count) {
+    lastEntryDone_ = entry;
+    ShowProgress(static_cast<double>(entry) / count);
+    // After the last entry nothing is left to stop.
+    return !StopAsked() || entry == count;
+}
+
+void frmWinExtract::EntryProgress(std::uint64_t done, std::uint64_t size) {
+    const double ofEntry = static_cast<double>(done) / static_cast<double>(std::max<std::uint64_t>(size, 1));
+    ShowProgress((lastEntryDone_ + std::min(ofEntry, 1.0)) / Model().rowCount());
+}
+
+std::string frmWinExtract::TargetOf(const ArchiveRow& row, const std::string& folder) {
+    return ExtractedPath(DestinationOf(row, folder), row.name);
+}
+
+bool frmWinExtract::ReadBack(const std::vector<int>& rows, const std::string& folder) {
+    return AreAll(rows, [&](const ArchiveRow& row) {
+        const std::string path = TargetOf(row, folder);
+        if (path.empty() || row.isFolder)
+            return !path.empty() && platform::FolderExists(path);
+        return HasContent(path, row.size, static_cast<std::uint32_t>(front_.CRC32(row.entry)),
+                          [this] { return KeepsGoing(); });
+    });
+}
+
+std::vector<bool> frmWinExtract::RowsToOpen(std::vector<bool> selected) {
+    // The first row stands for the whole archive: a document at its head may need the files that follow.
+    if (AllChecked() || selected.front())
+        selected.assign(selected.size(), true);
+    return selected;
+}
+
+} // namespace dialogs

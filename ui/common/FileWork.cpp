@@ -1,0 +1,159 @@
+#include "ui/common/FileWork.h"
+
+#include "app/Messages.h"
+#include "app/Texts.h"
+#include "base/Letters.h"
+#include "platform/TreeSize.h"
+#include "ui/common/ProgressWindow.h"
+
+#include <QApplication>
+#include <QLocale>
+
+#include <algorithm>
+#include <utility>
+
+namespace platform {
+namespace {
+
+constexpr std::uint32_t kErrorTitle = 301;
+constexpr std::uint32_t kMoreText = 601;
+constexpr std::uint32_t kCopyingTitle = 640;
+constexpr std::uint32_t kDeletingTitle = 641;
+constexpr std::uint32_t kCountingText = 644;
+constexpr std::uint32_t kFiguresText = 645;
+constexpr std::uint32_t kNotCopiedText = 646;
+constexpr std::uint32_t kNotDeletedText = 647;
+
+constexpr std::size_t kReported = 6;
+constexpr std::size_t kCountedAtOnce = 64;
+constexpr std::chrono::milliseconds kBetweenUpdates{40};
+
+/// What an entry weighs on the bar beside its bytes.
+constexpr std::uint64_t kEntryWeight = 16384;
+
+FileWork* currentWork = nullptr;
+
+} // namespace
+
+FileWork::FileWork(Kind kind, const std::vector<std::string>& sources, QWidget* parent,
+                   std::chrono::milliseconds patience)
+    : kind_(kind), sources_(sources), parent_(parent), patience_(patience),
+      before_(std::exchange(currentWork, this)) {
+    started_.start();
+}
+
+FileWork::~FileWork() {
+    Finish();
+}
+
+FileWork* FileWork::Current() {
+    return currentWork;
+}
+
+/// Counts what is to be done, once the program's own engine turns out to have it.
+bool FileWork::Count() {
+    isCounting_ = true;
+    for (const std::string& source : std::exchange(sources_, {})) {
+        TreeSize size(source);
+        while (size.CountSome(kCountedAtOnce)) {
+            if (!Tick(source))
+                return false;
+        }
+        entriesInAll_ += size.Files() + size.Folders();
+        bytesInAll_ += size.Bytes();
+    }
+    isCounting_ = false;
+    return true;
+}
+
+void FileWork::Finish() {
+    if (isFinished_)
+        return;
+    isFinished_ = true;
+    currentWork = before_;
+    delete window_;
+    if (failureCount_ > 0)
+        app::Messages().Show({kind_ == Kind::kCopy ? kNotCopiedText : kNotDeletedText, Report(),
+                              app::kMessageError, app::LoadText(kErrorTitle)});
+}
+
+bool FileWork::HasTaken(ShellAnswer answer) {
+    wasStopped_ = wasStopped_ || answer == ShellAnswer::kStopped;
+    return answer == ShellAnswer::kDone;
+}
+
+bool FileWork::Proceed(const FileStep& step) {
+    if (!sources_.empty() && !Count())
+        return false;
+    entries_ += step.entries;
+    bytes_ += step.bytes;
+    return Tick(step.path);
+}
+
+void FileWork::Failed(const std::string& path, SystemError error) {
+    FailedBecause(path, error.Description());
+}
+
+void FileWork::FailedBecause(const std::string& path, const std::string& reason) {
+    if (++failureCount_ <= kReported)
+        failures_.push_back(path + "\n" + reason);
+}
+
+bool FileWork::Tick(const std::string& path) {
+    if (!window_ && !started_.hasExpired(patience_.count()))
+        return !wasStopped_;
+    if (window_ && !shown_.hasExpired(kBetweenUpdates.count()))
+        return !wasStopped_;
+    if (!window_) {
+        const std::uint32_t title = kind_ == Kind::kCopy ? kCopyingTitle : kDeletingTitle;
+        window_ = new ProgressWindow(QString::fromStdString(app::LoadText(title)),
+                                     parent_ ? parent_.data() : QApplication::activeWindow());
+        window_->show();
+    }
+    ShowState(path);
+    // Other windows get no input meanwhile: this one is modal.
+    QApplication::processEvents();
+    shown_.start();
+    wasStopped_ = !window_ || window_->IsStopped();
+    return !wasStopped_;
+}
+
+void FileWork::ShowState(const std::string& path) {
+    window_->SetPath(QString::fromStdString(path));
+    if (isCounting_) {
+        window_->SetFraction(-1);
+        window_->SetFigures(QString::fromStdString(app::LoadText(kCountingText)));
+        return;
+    }
+    const auto weight = [this](std::uint64_t entries, std::uint64_t bytes) {
+        return static_cast<double>(entries * kEntryWeight + (kind_ == Kind::kCopy ? bytes : 0));
+    };
+    const double inAll = weight(entriesInAll_, bytesInAll_);
+    window_->SetFraction(inAll > 0 ? std::min(weight(entries_, bytes_) / inAll, 1.0) : -1);
+    window_->SetFigures(QString::fromStdString(FiguresText()));
+}
+
+std::string FileWork::FiguresText() const {
+    const QLocale locale;
+    const auto figure = [&](std::uint64_t entries, std::uint64_t bytes) {
+        const QString text = kind_ == Kind::kCopy ? locale.formattedDataSize(static_cast<qint64>(bytes))
+                                                  : locale.toString(static_cast<qulonglong>(entries));
+        return text.toStdString();
+    };
+    const std::string text =
+        ReplaceNoCase(app::LoadText(kFiguresText), "%x",
+                      figure(std::min(entries_, entriesInAll_), std::min(bytes_, bytesInAll_)));
+    return ReplaceNoCase(text, "%y", figure(entriesInAll_, bytesInAll_));
+}
+
+std::string FileWork::Report() const {
+    std::string report = app::LoadText(kind_ == Kind::kCopy ? kNotCopiedText : kNotDeletedText);
+    for (const std::string& failure : failures_)
+        report += "\n\n" + failure;
+    if (failureCount_ > failures_.size())
+        report += "\n\n" + ReplaceNoCase(app::LoadText(kMoreText), "%n",
+                                         std::to_string(failureCount_ - failures_.size()));
+    return report;
+}
+
+} // namespace platform

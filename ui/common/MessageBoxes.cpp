@@ -1,0 +1,116 @@
+#include "ui/common/MessageBoxes.h"
+
+#include "ui/common/InputBox.h"
+#include "ui/common/WindowTexts.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace app {
+
+namespace {
+
+/// Caption of the button that takes the rest of a kind of message.
+constexpr std::uint32_t kTakeRestText = 600;
+
+QMessageBox::Icon IconFor(unsigned flags) {
+    switch (flags) {
+    case kMessageError:
+        return QMessageBox::Critical;
+    case kMessageQuestion:
+        return QMessageBox::Question;
+    case kMessageWarning:
+        return QMessageBox::Warning;
+    case kMessageInformation:
+        return QMessageBox::Information;
+    default:
+        return QMessageBox::NoIcon;
+    }
+}
+
+/// Fills a box. Texts are plain: a file name that looks like markup stays what it is.
+void Prepare(QMessageBox& box, const Message& message) {
+    box.setObjectName(QStringLiteral("messageBox"));
+    box.setWindowTitle(ToWindow(message.title.empty() ? ProgramTitle() : message.title));
+    box.setTextFormat(Qt::PlainText);
+    box.setText(ToWindow(message.text));
+    box.setIcon(IconFor(message.flags));
+    // The picture says what the title says.
+    if (auto* picture = box.findChild<QLabel*>(QStringLiteral("qt_msgboxex_icon_label")))
+        picture->setAccessibleName(box.windowTitle());
+    box.setWindowModality(Qt::ApplicationModal);
+    box.setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                       Qt::WindowCloseButtonHint);
+}
+
+/// A busy handler may put a question: the pointer is an arrow while the question stands.
+class PlainPointer {
+  public:
+    PlainPointer() {
+        if (QGuiApplication::overrideCursor() != nullptr)
+            QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
+        else
+            wasPlain_ = true;
+    }
+
+    ~PlainPointer() {
+        if (!wasPlain_)
+            QGuiApplication::restoreOverrideCursor();
+    }
+
+    PlainPointer(const PlainPointer&) = delete;
+    PlainPointer& operator=(const PlainPointer&) = delete;
+
+  private:
+    bool wasPlain_ = false;
+};
+
+} // namespace
+
+int MessageBoxes::Show(const Message& message) {
+    const PlainPointer pointer;
+    QMessageBox box(QApplication::activeWindow());
+    Prepare(box, message);
+    if (message.flags != kMessageQuestion) {
+        box.setStandardButtons(QMessageBox::Ok);
+        SetCaption(box.button(QMessageBox::Ok), kOkCaption);
+        box.exec();
+        return kAnswerOk;
+    }
+    box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+    SetCaption(box.button(QMessageBox::Yes), kYesCaption);
+    SetCaption(box.button(QMessageBox::No), kNoCaption);
+    box.setDefaultButton(QMessageBox::Yes);
+    box.setEscapeButton(QMessageBox::No);
+    return box.exec() == QMessageBox::Yes ? kAnswerYes : kAnswerNo;
+}
+
+bool MessageBoxes::ShowOfferingRest(const Message& message) {
+    const PlainPointer pointer;
+    QMessageBox box(QApplication::activeWindow());
+    Prepare(box, message);
+    QPushButton* ok = box.addButton(QMessageBox::Ok);
+    SetCaption(ok, kOkCaption);
+    QPushButton* rest = box.addButton(WindowText(kTakeRestText), QMessageBox::ActionRole);
+    rest->setObjectName(QStringLiteral("restButton"));
+    box.setDefaultButton(ok);
+    box.setEscapeButton(ok);
+    box.exec();
+    return box.clickedButton() == rest;
+}
+
+std::optional<std::string> MessageBoxes::Ask(const std::string& prompt, const std::string& caption,
+                                             bool hidden) {
+    const PlainPointer pointer;
+    InputBox box(QApplication::activeWindow());
+    box.setWindowTitle(ToWindow(caption.empty() ? ProgramTitle() : caption));
+    box.SetPrompt(ToWindow(prompt));
+    box.SetHidden(hidden);
+    if (box.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return FromWindow(box.Text());
+}
+
+} // namespace app

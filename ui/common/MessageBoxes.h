@@ -1,0 +1,17 @@
+#pragma once
+
+#include "app/Messages.h"
+
+namespace app {
+
+/// The message door of the windows: message boxes and prompts of the platform's look, modal over the active
+/// window.
+class MessageBoxes : public MessageDoor {
+  public:
+    int Show(const Message& message) override;
+    bool ShowOfferingRest(const Message& message) override;
+    std::optional<std::string> Ask(const std::string& prompt, const std::string& caption,
+                                   bool hidden) override;
+};
+
+} // namespace app

@@ -1,0 +1,58 @@
+#include "ui/common/ShellCopy.h"
+
+#include "app/Messages.h"
+#include "app/Texts.h"
+#include "platform/FileOperations.h"
+#include "ui/common/FileWork.h"
+#include "ui/desktop/SystemShell.h"
+
+#include <optional>
+
+namespace platform {
+namespace {
+
+constexpr std::uint32_t kErrorTitle = 301;
+constexpr std::uint32_t kNotRenamedText = 648;
+constexpr std::uint32_t kIntoItselfText = 649;
+
+std::string WithoutLastBackslash(std::string path) {
+    if (path.size() > 3 && path.ends_with('\\'))
+        path.pop_back();
+    return path;
+}
+
+} // namespace
+
+bool ShellCopy(const std::string& from, const std::string& toFolder) {
+    const std::string source = WithoutLastBackslash(from);
+    std::optional<FileWork> own;
+    if (FileWork::Current() == nullptr)
+        own.emplace(FileWork::Kind::kCopy, std::vector<std::string>{source});
+    FileWork& work = *FileWork::Current();
+    if (work.WasStopped())
+        return false;
+    if (IsWithin(source, toFolder)) {
+        work.FailedBecause(source, app::LoadText(kIntoItselfText));
+        return false;
+    }
+    const ShellAnswer answer = AskShell(ShellWork::kCopy, source, toFolder);
+    if (answer != ShellAnswer::kNotTaken)
+        return work.HasTaken(answer);
+    return CopyTree(source, toFolder, work) == FileOutcome::kDone;
+}
+
+bool ShellRename(const std::string& from, const std::string& to) {
+    const std::string source = WithoutLastBackslash(from);
+    const ShellAnswer answer = AskShell(ShellWork::kRename, source, to);
+    if (answer != ShellAnswer::kNotTaken)
+        return answer == ShellAnswer::kDone;
+    const SystemError error = RenameEntry(source, to);
+    if (!error)
+        return true;
+    app::Messages().Show({kNotRenamedText,
+                          app::LoadText(kNotRenamedText) + "\n\n" + from + "\n" + error.Description(),
+                          app::kMessageError, app::LoadText(kErrorTitle)});
+    return false;
+}
+
+} // namespace platform

@@ -1,0 +1,164 @@
+#include "ui/explorer/commands/Commands.h"
+
+#include "app/Texts.h"
+#include "ui/common/Icons.h"
+#include "ui/common/WindowTexts.h"
+
+#include <QMenu>
+#include <QMenuBar>
+#include <QToolBar>
+
+namespace explorer {
+
+namespace {
+
+QMenu* AddMenu(QMenuBar* bar, const char* name) {
+    QMenu* menu = bar->addMenu(QString());
+    menu->setObjectName(QString::fromLatin1(name));
+    return menu;
+}
+
+} // namespace
+
+Commands::Commands(QObject* parent) : QObject(parent) {
+    mnuFolderNew = Add("mnuFolderNew", "new", "folder-new");
+    mnuFolderDel = Add("mnuFolderDel", "delete", "delete");
+    nmuFolderRename = Add("nmuFolderRename", "rename", "rename");
+    mnuFolderProperties = Add("mnuFolderProperties", "properties", "properties");
+    mnuClose1 = Add("mnuClose1", "close", "close");
+    mnuNewFolder = Add("mnuNewFolder", "new", "folder-new");
+    mnuFileOpen = Add("mnuFileOpen", "open", "open");
+    mnuFileCompress = Add("mnuFileCompress", "compress", "compress");
+    mnuFileExtract = Add("mnuFileExtract", "extract", "extract");
+    mnuFileDel = Add("mnuFileDel", "delete", "delete");
+    nmuFileRename = Add("nmuFileRename", "rename", "rename");
+    mnuFileCopy = Add("mnuFileCopy", "copy", "copy");
+    mnuFilePaste = Add("mnuFilePaste", "paste", "paste");
+    mnuFileProperties = Add("mnuFileProperties", "properties", "properties");
+    mnuFileRefresh = Add("mnuFileRefresh", "refresh");
+    mnuClose2 = Add("mnuClose2", "close", "close");
+    mnuHelpWhat = Add("mnuHelpWhat", "what");
+    mnuHelpOnline = Add("mnuHelpOnline", "online");
+    mnuHelpUpdates = Add("mnuHelpUpdates", "updates");
+    mnuHelpAbout = Add("mnuHelpAbout", "about");
+    up = Add("up", "up", "up");
+
+    mnuHelpUpdates->setVisible(false);
+}
+
+QAction* Commands::Add(const char* name, const char* key, const char* icon) {
+    auto* action = new QAction(this);
+    if (icon != nullptr)
+        action->setIcon(app::Icon(icon));
+    action->setObjectName(QString::fromLatin1(name));
+    action->setProperty("key", QString::fromLatin1(key));
+    return action;
+}
+
+void Commands::FillMenus(QMenuBar* bar) {
+    folderMenu_ = AddMenu(bar, "mnuFolder");
+    folderMenu_->addActions({mnuFolderNew, mnuFolderDel, nmuFolderRename});
+    folderMenu_->addSeparator();
+    folderMenu_->addAction(mnuFolderProperties);
+    folderMenu_->addSeparator();
+    folderMenu_->addAction(mnuClose1);
+
+    fileMenu_ = AddMenu(bar, "mnuFile");
+    newMenu_ = fileMenu_->addMenu(QString());
+    newMenu_->setObjectName(QStringLiteral("mnuFileNew"));
+    newMenu_->addAction(mnuNewFolder);
+    fileMenu_->addAction(mnuFileOpen);
+    fileMenu_->addSeparator();
+    fileMenu_->addActions({mnuFileCompress, mnuFileExtract});
+    fileMenu_->addSeparator();
+    fileMenu_->addActions({mnuFileDel, nmuFileRename});
+    fileMenu_->addSeparator();
+    fileMenu_->addActions({mnuFileCopy, mnuFilePaste});
+    fileMenu_->addSeparator();
+    fileMenu_->addActions({mnuFileProperties, mnuFileRefresh});
+    fileMenu_->addSeparator();
+    fileMenu_->addAction(mnuClose2);
+
+    helpMenu_ = AddMenu(bar, "mnuHelp");
+    helpMenu_->addActions({mnuHelpWhat, mnuHelpOnline, mnuHelpUpdates});
+    helpMenu_->addSeparator();
+    helpMenu_->addAction(mnuHelpAbout);
+    ShowFileMenu(false);
+}
+
+void Commands::FillToolBars(QToolBar* folderTools, QToolBar* fileTools) {
+    folderTools->addAction(up);
+    folderTools->addSeparator();
+    folderTools->addAction(mnuFolderNew);
+    folderTools->addSeparator();
+    folderTools->addActions({mnuFolderDel, nmuFolderRename, mnuFolderProperties});
+    folderTools->addSeparator();
+    folderTools->addAction(mnuClose1);
+
+    fileTools->addAction(up);
+    fileTools->addSeparator();
+    fileTools->addAction(mnuNewFolder);
+    fileTools->addSeparator();
+    fileTools->addActions({mnuFileOpen, mnuFileCompress, mnuFileExtract, mnuFileDel, nmuFileRename});
+    fileTools->addSeparator();
+    fileTools->addActions({mnuFileCopy, mnuFilePaste, mnuFileProperties});
+    fileTools->addSeparator();
+    fileTools->addAction(mnuClose2);
+}
+
+void Commands::SetCaption(QAction* action, std::uint32_t textId, const QKeySequence& key) {
+    const QString caption = app::WindowText(textId);
+    // The views answer the keys themselves; the menu only tells them.
+    const QString hint =
+        key.isEmpty() ? QString() : QLatin1Char('\t') + key.toString(QKeySequence::NativeText);
+    action->setText(caption + hint);
+    action->setIconText(app::PlainCaption(caption));
+    action->setToolTip(app::PlainCaption(caption));
+}
+
+void Commands::ApplyTexts() {
+    folderMenu_->setTitle(app::WindowText(110));
+    SetCaption(mnuFolderNew, 100);
+    SetCaption(mnuFolderDel, 101, QKeySequence(Qt::Key_Delete));
+    SetCaption(nmuFolderRename, 102, QKeySequence(Qt::Key_F2));
+    SetCaption(mnuFolderProperties, 103);
+    SetCaption(mnuClose1, 104);
+
+    fileMenu_->setTitle(app::WindowText(113));
+    newMenu_->setTitle(app::WindowText(111));
+    SetCaption(mnuNewFolder, 110);
+    SetCaption(mnuFileOpen, 105, QKeySequence(Qt::Key_Return));
+    SetCaption(mnuFileCompress, 106);
+    SetCaption(mnuFileExtract, 107);
+    SetCaption(mnuFileDel, 101, QKeySequence(Qt::Key_Delete));
+    SetCaption(nmuFileRename, 102, QKeySequence(Qt::Key_F2));
+    SetCaption(mnuFileCopy, 108, QKeySequence::Copy);
+    SetCaption(mnuFilePaste, 109, QKeySequence::Paste);
+    SetCaption(mnuFileProperties, 103);
+    SetCaption(mnuFileRefresh, 125, QKeySequence(Qt::Key_F5));
+    SetCaption(mnuClose2, 104);
+
+    helpMenu_->setTitle(app::ExtraWindowText(103));
+    mnuHelpWhat->setText(app::ToWindow(app::WithProductName(app::LoadExtraText(104))));
+    mnuHelpOnline->setText(app::ExtraWindowText(105));
+    mnuHelpUpdates->setText(app::ExtraWindowText(106));
+    mnuHelpAbout->setText(app::ExtraWindowText(107));
+
+    SetCaption(up, 120);
+    // The toolbars say "new folder" where the menu, under "new", says "folder".
+    mnuNewFolder->setIconText(app::PlainCaption(app::WindowText(100)));
+    mnuNewFolder->setToolTip(mnuNewFolder->iconText());
+}
+
+void Commands::EnableForSelection(bool hasSelection) {
+    for (QAction* action : {mnuFileOpen, mnuFileCompress, mnuFileExtract, mnuFileDel, nmuFileRename,
+                            mnuFileCopy, mnuFileProperties})
+        action->setEnabled(hasSelection);
+}
+
+void Commands::ShowFileMenu(bool fileMenu) {
+    fileMenu_->menuAction()->setVisible(fileMenu);
+    folderMenu_->menuAction()->setVisible(!fileMenu);
+}
+
+} // namespace explorer

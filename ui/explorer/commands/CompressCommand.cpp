@@ -1,0 +1,163 @@
+#include "ui/explorer/commands/CompressCommand.h"
+
+#include "app/Messages.h"
+#include "app/Texts.h"
+#include "base/Letters.h"
+#include "ui/common/FileWork.h"
+#include "ui/common/ReportWindow.h"
+#include "ui/common/ShellDelete.h"
+#include "ui/common/WindowTexts.h"
+#include "ui/common/Yield.h"
+#include "ui/explorer/commands/CabPacking.h"
+#include "ui/explorer/commands/FileSearch.h"
+#include "ui/explorer/commands/PackingWindow.h"
+#include "ui/explorer/list/FileListAccess.h"
+#include "ui/explorer/list/FileListModel.h"
+#include "ui/explorer/list/ListView.h"
+#include "ui/explorer/list/RowSelection.h"
+#include "ui/explorer/tree/Navigator.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
+namespace explorer {
+namespace {
+
+constexpr std::uint32_t kWarningTitle = 300;
+constexpr std::uint32_t kErrorTitle = 301;
+constexpr std::uint32_t kNotMadeText = 503;
+constexpr std::uint32_t kSuiteText = 563;
+constexpr std::uint32_t kStatusText = 565;
+constexpr std::uint32_t kNamesText = 566;
+constexpr std::uint32_t kRenameText = 567;
+constexpr std::uint32_t kNoFileText = 576;
+constexpr std::uint32_t kTooLongText = 581;
+constexpr std::uint32_t kEmptyFileText = 582;
+constexpr std::uint32_t kEncryptedText = 583;
+constexpr std::uint32_t kNoRefusal = 0;
+
+constexpr std::string_view kCabinetExtension = ".cab";
+constexpr std::string_view kSuiteFolder = "program";
+constexpr std::string_view kSuiteLauncher = "startdeck.exe";
+constexpr std::size_t kDriveRootLength = 3;
+constexpr qsizetype kTooLongPath = 252;
+
+bool IsOfTheSuite(const std::string& path) {
+    const std::string below = platform::ToLower(path.substr(std::min(path.size(), kDriveRootLength)));
+    return below.starts_with(kSuiteFolder) || below == kSuiteLauncher;
+}
+
+/// The message for what is never packed, or none.
+std::uint32_t RefusalOf(const std::string& path, std::uint64_t size) {
+    if (platform::EndsWithNoCase(path, ".enc"))
+        return kEncryptedText;
+    if (IsOfTheSuite(path))
+        return kSuiteText;
+    if (app::ToWindow(path).size() >= kTooLongPath)
+        return kTooLongText;
+    if (size == 0 && !platform::IsFolder(path))
+        return kEmptyFileText;
+    return kNoRefusal;
+}
+
+} // namespace
+
+void CompressCommand::Run() {
+    const CommandRun run(on_);
+    if (!run.IsFirst())
+        return;
+    cabinets_.clear();
+    hasChangedFolder_ = false;
+    const std::vector<Source> sources = SelectedSources();
+    Next next = sources.empty() ? Next::kEndWithoutRefresh : Next::kGoOn;
+    for (std::size_t i = 0; i < sources.size() && next == Next::kGoOn; ++i)
+        next = Handle(sources[i]);
+    if (next != Next::kEndWithoutRefresh || on_.isStopWanted)
+        ShowCabinets();
+}
+
+std::vector<CompressCommand::Source> CompressCommand::SelectedSources() const {
+    std::vector<Source> sources;
+    for (const int row : on_.list.SelectedRows())
+        sources.push_back({on_.files.FullPath(row), on_.files.Row(row).size});
+    return sources;
+}
+
+CompressCommand::Next CompressCommand::Handle(const Source& source) {
+    if (const std::uint32_t refusal = RefusalOf(source.path, source.size); refusal != kNoRefusal) {
+        app::ShowText(refusal, kWarningTitle, app::kMessageWarning);
+        return Next::kGoOn;
+    }
+    if (platform::EndsWithNoCase(source.path, kCabinetExtension))
+        return Next::kGoOn;
+    cabinets_.push_back(source.path + std::string(kCabinetExtension));
+    return Pack(source.path);
+}
+
+CompressCommand::Next CompressCommand::Pack(const std::string& path) {
+    clsFindFiles finder;
+    std::vector<std::string> found;
+    finder.Directory = path + '\\';
+    finder.StartSearchFile(found);
+    if (on_.isStopWanted)
+        return Next::kEnd;
+    std::erase_if(found, [](const std::string& name) { return name.find('?') == std::string::npos; });
+    if (!found.empty()) {
+        ShowNames(found);
+        return Next::kEndWithoutRefresh;
+    }
+    const bool isFolder = platform::IsFolder(path);
+    if (isFolder && finder.FileCount() < 1) {
+        app::ShowText(kNoFileText, kWarningTitle, app::kMessageWarning);
+        return hasChangedFolder_ ? Next::kEnd : Next::kEndWithoutRefresh;
+    }
+    // The cabinet takes its place beside its source, wherever the tree's selection has gone.
+    const std::string destination = path.substr(0, path.rfind('\\') + 1);
+    frmMsgCompress notice(on_.window.DialogParent());
+    const auto progress = [&](const platform::CabProgress& made) {
+        notice.ShowProgress(made);
+        app::YieldNow();
+        return !notice.IsStopped() && !on_.isStopWanted;
+    };
+    notice.show();
+    platform::CabReport report;
+    const auto compress = isFolder ? CompressFolder : CompressFile;
+    const bool isMade = compress(path, destination, progress, report);
+    notice.hide();
+    if (isMade) {
+        hasChangedFolder_ = true;
+        DeleteSource(path, isFolder);
+    } else if (report.failure == platform::CabFailure::kStopped) {
+        return Next::kEnd;
+    } else if (isFolder) {
+        const std::string text = app::LoadText(kNotMadeText) + " '" + path + "'.\n\n" + ReasonText(report);
+        app::Messages().Show({kNotMadeText, text, app::kMessageError, app::LoadText(kErrorTitle)});
+    }
+    return Next::kGoOn;
+}
+
+/// Tells of names that the ANSI code page cannot hold.
+void CompressCommand::ShowNames(const std::vector<std::string>& paths) const {
+    app::frmMessage report(on_.window.DialogParent());
+    report.SetStatus(app::LoadText(kStatusText));
+    report.SetMessage(app::WithUserName(app::LoadText(kNamesText)) + "\n" + app::LoadText(kRenameText));
+    for (const std::string& path : paths)
+        report.AddPath(path);
+    report.ShowNow();
+}
+
+void CompressCommand::DeleteSource(const std::string& path, bool isFolder) {
+    const platform::FileWork work(platform::FileWork::Kind::kDelete, {path}, on_.window.DialogParent());
+    if (platform::ShellDelete(path) && isFolder)
+        on_.navigator.RemoveNode(path);
+}
+
+void CompressCommand::ShowCabinets() const {
+    on_.window.ShowCurrentFolder();
+    SelectPaths(on_.list, on_.files, cabinets_);
+    if (hasChangedFolder_)
+        emit on_.navigator.SpaceWanted(false);
+}
+
+} // namespace explorer

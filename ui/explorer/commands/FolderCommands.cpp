@@ -1,0 +1,132 @@
+#include "ui/explorer/commands/FolderCommands.h"
+
+#include "app/ApplicationState.h"
+#include "app/Messages.h"
+#include "app/Texts.h"
+#include "base/FileName.h"
+#include "ui/common/BusyCursor.h"
+#include "ui/common/FileWork.h"
+#include "ui/common/ShellCopy.h"
+#include "ui/common/ShellDelete.h"
+#include "ui/common/ShowProperties.h"
+#include "ui/common/WindowTexts.h"
+#include "ui/explorer/list/FileListAccess.h"
+#include "ui/explorer/tree/FolderTreeModel.h"
+#include "ui/explorer/tree/Navigator.h"
+#include "ui/explorer/tree/ProtectedNodes.h"
+#include "ui/explorer/tree/TreeView.h"
+
+namespace explorer {
+
+namespace {
+
+constexpr std::uint32_t kRenameTitle = 112;
+constexpr std::uint32_t kErrorTitle = 301;
+constexpr std::uint32_t kDeleteText = 506;
+constexpr std::uint32_t kDeleteTitle = 507;
+constexpr std::uint32_t kMarkedText = 509;
+constexpr std::uint32_t kNoPropertiesText = 511;
+constexpr std::uint32_t kDeletingText = 571;
+constexpr std::uint32_t kNotPossibleText = 572;
+constexpr std::uint32_t kRenamingText = 573;
+constexpr const char* kProtectedTitle = "Warning";
+constexpr int kLastFailure = 32;
+
+} // namespace
+
+bool FolderCommands::MayChange(const QModelIndex& node, std::uint32_t verbText) const {
+    if (!IsProtected(on_.nodes, node))
+        return true;
+    const std::string text = app::LoadText(verbText) + " \"" + app::FromWindow(on_.nodes.TextOf(node)) +
+                             "\" " + app::LoadText(kNotPossibleText);
+    app::Messages().Show({verbText, text, app::kMessageWarning, kProtectedTitle});
+    return false;
+}
+
+bool FolderCommands::IsDeletionWanted() const {
+    return app::ShowText(kDeleteText, kDeleteTitle, app::kMessageQuestion) == app::kAnswerYes;
+}
+
+bool FolderCommands::DeleteFolder(const std::string& key) {
+    const app::BusyCursor busy;
+    const platform::FileWork work(platform::FileWork::Kind::kDelete, {key}, on_.window.DialogParent());
+    return platform::ShellDelete(key);
+}
+
+void FolderCommands::Delete() {
+    const CommandRun run(on_);
+    const QModelIndex node = on_.tree.currentIndex();
+    if (!run.IsFirst() || !node.isValid())
+        return;
+    const std::string key = on_.nodes.KeyOf(node);
+    if (!MayChange(node, kDeletingText) || !IsDeletionWanted()) {
+        on_.window.ShowCurrentFolder();
+        return;
+    }
+    on_.navigator.RemoveNode(key);
+    ShowAfterDeletion(key, DeleteFolder(key));
+}
+
+void FolderCommands::DeleteByKey() {
+    const CommandRun run(on_);
+    const QModelIndex node = on_.tree.currentIndex();
+    if (!run.IsFirst() || !node.isValid())
+        return;
+    const std::string key = on_.nodes.KeyOf(node);
+    if (!MayChange(node, kDeletingText) || !IsDeletionWanted() || !DeleteFolder(key))
+        return;
+    on_.navigator.RemoveNode(key);
+    ShowAfterDeletion(key, true);
+}
+
+/// Shows the current folder again, or, where that has gone too, the folder above. A folder that could not be
+/// deleted gets its node back by listing the one above.
+void FolderCommands::ShowAfterDeletion(const std::string& key, bool isGone) {
+    const std::string above(platform::FolderOf(key));
+    if ((!isGone || !on_.nodes.Contains(app::Application().CurrentNodeKey)) && on_.nodes.Contains(above))
+        on_.navigator.ClickNode(above);
+    else
+        on_.window.ShowCurrentFolder();
+}
+
+void FolderCommands::StartRename() {
+    const QModelIndex node = on_.tree.currentIndex();
+    if (on_.isRunning || on_.navigator.IsBusy() || !node.isValid() || !MayChange(node, kRenamingText))
+        return;
+    on_.tree.setFocus();
+    on_.tree.edit(node);
+}
+
+void FolderCommands::Rename(const std::string& key, const std::string& newName) {
+    const CommandRun run(on_);
+    const QModelIndex node = on_.nodes.IndexOf(key);
+    if (!run.IsFirst() || !node.isValid() || newName.empty() ||
+        on_.nodes.TextOf(node) == app::ToWindow(newName))
+        return;
+    if (on_.nodes.IsMarked(node)) {
+        const std::string text = app::WithUserName(app::LoadText(kMarkedText));
+        if (app::Messages().Show({kMarkedText, text, app::kMessageQuestion, app::LoadText(kRenameTitle)}) !=
+            app::kAnswerYes)
+            return;
+    }
+    const std::string newKey = key.substr(0, key.rfind('\\') + 1) + newName;
+    if (!platform::ShellRename(key, newKey))
+        return;
+    const QModelIndex above = on_.nodes.IndexOf(key).parent();
+    const std::string parent = above.isValid() ? on_.nodes.KeyOf(above) : std::string(kRootKey);
+    on_.navigator.RemoveNode(key);
+    on_.navigator.AddFolderNode(parent, newKey);
+    on_.nodes.SortChildren(parent);
+    on_.navigator.ClickNode(newKey);
+}
+
+void FolderCommands::Properties() {
+    const std::string key = on_.navigator.SelectedKey();
+    if (key.empty() || on_.isRunning || on_.navigator.IsBusy())
+        return;
+    const std::string path = key == kRootKey ? CurrentFolderPath(on_) : key;
+    if (platform::ShowProperties(path, on_.window.DialogParent()) <= kLastFailure)
+        app::ShowText(kNoPropertiesText, kErrorTitle, app::kMessageQuestion);
+}
+
+} // namespace explorer

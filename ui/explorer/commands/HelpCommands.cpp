@@ -1,0 +1,73 @@
+#include "ui/explorer/commands/HelpCommands.h"
+
+#include "app/ApplicationState.h"
+#include "app/Messages.h"
+#include "app/Texts.h"
+#include "base/SystemError.h"
+#include "platform/Files.h"
+#include "platform/Process.h"
+#include "ui/common/AboutWindow.h"
+#include "ui/common/BusyCursor.h"
+#include "ui/desktop/DocumentOpener.h"
+
+#include <QTimer>
+
+#include <memory>
+
+namespace explorer {
+
+namespace {
+
+constexpr std::uint32_t kSupportAddress = 1000; // of the program's own strings
+constexpr std::uint32_t kNoAddressText = 515;   // of the second text library, as is the next
+constexpr std::uint32_t kNoDocumentText = 527;
+constexpr std::uint32_t kWarningTitle = 300;
+constexpr int kLastFailure = 32;
+
+/// How long a started program is given before the pointer stops telling that something is going on.
+constexpr int kStartTime = 1000;
+
+void Warn(std::uint32_t id, const std::string& text) {
+    app::Messages().Show({id, text, app::kMessageWarning, app::LoadText(kWarningTitle)});
+}
+
+} // namespace
+
+void HelpCommands::What() {
+    const std::string document =
+        platform::ProgramFolder() + "\\what_" + app::Application().LanguageId + ".pdf";
+    if (platform::FileExists(document))
+        Open(document);
+    else
+        Warn(kNoDocumentText, app::LoadExtraText(kNoDocumentText));
+}
+
+void HelpCommands::Online() {
+    const std::string address = platform::ProgramString(kSupportAddress);
+    if (address.find_first_not_of(' ') == std::string::npos)
+        Warn(kNoAddressText, app::LoadExtraText(kNoAddressText));
+    else
+        Open(address);
+}
+
+void HelpCommands::Open(const std::string& document) {
+    auto busy = std::make_shared<app::BusyCursor>();
+    const int result = platform::OpenDocumentLower(document);
+    if (result > kLastFailure) {
+        // The window owns the wait, so that the pointer is given back before the program ends.
+        auto* wait = new QTimer(window_);
+        wait->setSingleShot(true);
+        QObject::connect(wait, &QTimer::timeout, wait, [busy, wait] { wait->deleteLater(); });
+        wait->start(kStartTime);
+        return;
+    }
+    busy.reset();
+    app::ShowError(platform::SystemError{static_cast<std::uint32_t>(result)}.Description());
+}
+
+void HelpCommands::About() {
+    app::frmAbout about(window_);
+    about.ShowNow();
+}
+
+} // namespace explorer

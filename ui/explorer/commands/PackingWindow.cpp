@@ -1,0 +1,38 @@
+#include "ui/explorer/commands/PackingWindow.h"
+
+#include "app/Texts.h"
+#include "ui/common/Fonts.h"
+#include "ui/common/WindowTexts.h"
+
+#include <QLabel>
+#include <QLocale>
+#include <QVBoxLayout>
+
+namespace explorer {
+namespace {
+
+constexpr std::uint32_t kCaptionText = 106;
+constexpr std::uint32_t kWaitText = 564;
+
+} // namespace
+
+frmMsgCompress::frmMsgCompress(QWidget* parent)
+    : ProgressWindow(app::PlainCaption(app::WindowText(kCaptionText)), parent), Label1_(new QLabel(this)) {
+    setObjectName(QStringLiteral("frmMsgCompress"));
+    Label1_->setObjectName(QStringLiteral("Label1"));
+    Label1_->setTextFormat(Qt::PlainText);
+    Label1_->setWordWrap(true);
+    Label1_->setText(app::ToWindow(app::WithUserName(app::LoadText(kWaitText))));
+    static_cast<QVBoxLayout*>(layout())->insertWidget(0, Label1_);
+    app::ApplyFonts(this);
+    SetFraction(0);
+}
+
+void frmMsgCompress::ShowProgress(const platform::CabProgress& progress) {
+    const double fraction = static_cast<double>(progress.done) / static_cast<double>(progress.total);
+    SetPath(app::ToWindow(progress.file));
+    SetFraction(fraction);
+    SetFigures(QLocale().toString(static_cast<int>(fraction * 100)) + QStringLiteral(" %"));
+}
+
+} // namespace explorer

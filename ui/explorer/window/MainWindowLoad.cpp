@@ -1,0 +1,159 @@
+#include "app/ApplicationState.h"
+#include "app/Messages.h"
+#include "app/Texts.h"
+#include "app/Twips.h"
+#include "platform/Drives.h"
+#include "platform/Process.h"
+#include "platform/SpecialFolders.h"
+#include "ui/common/BusyCursor.h"
+#include "ui/common/Fonts.h"
+#include "ui/common/WindowTexts.h"
+#include "ui/explorer/commands/Commands.h"
+#include "ui/explorer/list/FileListModel.h"
+#include "ui/explorer/list/ListView.h"
+#include "ui/explorer/tree/FolderTreeModel.h"
+#include "ui/explorer/tree/Navigator.h"
+#include "ui/explorer/tree/TreeView.h"
+#include "ui/explorer/window/DriveSpaceFigures.h"
+#include "ui/explorer/window/ExplorerPanes.h"
+#include "ui/explorer/window/MainWindow.h"
+#include "ui/explorer/window/StatusStrip.h"
+#include "ui/explorer/window/VSplitter.h"
+#include "ui/explorer/window/WindowSettings.h"
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QToolBar>
+
+#include <exception>
+
+namespace explorer {
+
+namespace {
+
+constexpr std::uint32_t kWindowTitle = 302;
+constexpr std::uint32_t kRootText = 123;
+constexpr std::uint32_t kEncryptedType = 124;
+constexpr std::uint32_t kTreeText = 110; // the menus' titles name the panes too
+constexpr std::uint32_t kListText = 113;
+constexpr std::uint32_t kLocationText = 501;
+constexpr std::uint32_t kSpaceCaption = 502;
+constexpr std::uint32_t kSpaceText = 562;
+constexpr std::uint32_t kEmptyFolderText = 608;
+constexpr std::uint32_t kFirstHeader = 115;
+constexpr std::uint32_t kNotAdministratorText = 528; // of the second text library
+constexpr std::uint32_t kWarningTitle = 300;
+constexpr std::size_t kDriveRootLength = 3;
+
+} // namespace
+
+void frmtarget::ApplyGeometry() {
+    geometry_.Apply();
+    if (const auto left = SavedSplitterLeft())
+        panes_->Splitter()->SetLeft(*left);
+}
+
+void frmtarget::ApplyTexts() {
+    setWindowTitle(app::WindowText(kWindowTitle));
+    commands_->ApplyTexts();
+    panes_->Strip()->SetCaptions(app::WindowText(kLocationText), app::WindowText(kSpaceCaption));
+    app::ApplyFonts(this);
+    for (QToolBar* tools : {panes_->FolderTools(), panes_->FileTools()}) {
+        QFont font = tools->font(); // as small as labels, so that long captions find room side by side
+        font.setPointSize(app::LabelPointSize(app::Application().LanguageId));
+        tools->setFont(font);
+    }
+    for (std::uint32_t column = 0; column < FileListModel::kVisibleColumns; ++column)
+        files_->SetHeader(static_cast<FileListModel::Column>(column), app::WindowText(kFirstHeader + column));
+    kinds_.SetEncryptedTypeText(app::WindowText(kEncryptedType));
+    panes_->List()->SetEmptyText(app::WindowText(kEmptyFolderText));
+    panes_->ApplyAccessibleNames(app::PlainCaption(app::WindowText(kTreeText)),
+                                 app::PlainCaption(app::WindowText(kListText)));
+}
+
+void frmtarget::Load() {
+    try {
+        LoadSteps();
+    } catch (const std::exception& error) {
+        app::ShowError(error.what());
+    }
+}
+
+void frmtarget::LoadSteps() {
+    ApplyTexts();
+    panes_->LayoutPanes();
+    nodes_->SetRootText(app::WindowText(kRootText));
+    FuncRemovableDrive();
+    const QModelIndex root = nodes_->IndexOf(kRootKey);
+    panes_->Tree()->expand(root);
+    panes_->Tree()->setCurrentIndex(root);
+    ShowDriveSpace();
+    ApplyColumnWidths();
+
+    app::ApplicationState& state = app::Application();
+    if (state.CurrentNodeKey.empty() && state.CurrentPath.empty()) {
+        state.CurrentPath = platform::GetSpecialFolderPath(platform::kCsidlDesktopDirectory) + '\\';
+        state.CurrentNodeKey = kRootKey;
+    }
+    if (!platform::IsNTAdmin()) {
+        app::Messages().Show({kNotAdministratorText,
+                              app::WithUserName(app::LoadExtraText(kNotAdministratorText)),
+                              app::kMessageWarning, app::LoadText(kWarningTitle)});
+    }
+}
+
+void frmtarget::ApplyColumnWidths() {
+    for (int column = 0; column < kSavedColumns; ++column) {
+        if (const auto twips = SavedColumnWidth(column)) {
+            columnTwips_[static_cast<std::size_t>(column)] = *twips;
+            panes_->List()->SetColumnWidth(column, app::PixelsFromTwips(*twips));
+        }
+    }
+}
+
+void frmtarget::SaveColumnWidths() const {
+    for (int column = 0; column < kSavedColumns; ++column) {
+        const int width = panes_->List()->ColumnWidth(column);
+        const int read = columnTwips_[static_cast<std::size_t>(column)];
+        SaveColumnWidth(column, app::PixelsFromTwips(read) == width ? read : app::TwipsFromPixels(width));
+    }
+}
+
+void frmtarget::FuncRemovableDrive() {
+    navigator_->FuncRemovableDrive();
+}
+
+void frmtarget::ShowDriveSpace() {
+    RefreshDriveSpace();
+    panes_->Strip()->ShowSpace();
+    panes_->LayoutPanes();
+}
+
+void frmtarget::RefreshDriveSpace() {
+    const auto space = platform::GetDriveSpace(platform::ProgramFolder().substr(0, kDriveRootLength));
+    if (!space)
+        return;
+    panes_->Strip()->SetSpace(app::WindowText(kSpaceText) + QLatin1String(": "), FiguresOf(*space));
+    panes_->LayoutPanes();
+}
+
+void frmtarget::Unload() {
+    unloaded_ = true;
+    const app::BusyCursor busy;
+    try {
+        geometry_.Save();
+        SaveColumnWidths();
+        if (panes_->Splitter()->Left() >= VSplitter::kSmallestLeft)
+            SaveSplitterLeft(panes_->Splitter()->Left());
+        app::FreeExtraTextLibrary();
+        app::FreeLanguageLibrary();
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (window != this && window->objectName().startsWith(QLatin1String("frm")))
+                window->close();
+        }
+    } catch (const std::exception& error) {
+        app::ShowErrorUnderProgramTitle(error.what());
+    }
+}
+
+} // namespace explorer
