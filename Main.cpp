@@ -23,35 +23,35 @@ int Run(QApplication& application) {
         return 0;
     }
     // Otherwise the direction stays that of the command line's -reverse, or left to right.
-    if (app::DirectionOf(app::Application().LanguageId) == Qt::RightToLeft)
+    if (ui::DirectionOf(app::Application().LanguageId) == Qt::RightToLeft)
         QApplication::setLayoutDirection(Qt::RightToLeft);
-    dialogs::EmptyOpenFolder(); // of a run that was cut short
+    ui::EmptyOpenFolder(); // of a run that was cut short
     {
         app::PrepareSkin();
-        app::frmprogress splash;
+        ui::frmprogress splash;
         splash.ShowNow();
     }
-    explorer::frmtarget window;
-    QObject::connect(&window, &explorer::frmtarget::Unloaded, &application, &QApplication::quit);
+    ui::frmtarget window;
+    QObject::connect(&window, &ui::frmtarget::Unloaded, &application, &QApplication::quit);
     window.Load();
     window.show();
     const int result = QApplication::exec();
-    dialogs::EmptyOpenFolder();
+    ui::EmptyOpenFolder();
     return result;
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    std::optional<platform::FontPreload> fonts(std::in_place);
+    std::optional<ui::FontPreload> fonts(std::in_place);
     QApplication application(argc, argv);
     fonts.reset();
     QApplication::setApplicationName(QStringLiteral("pellarion"));
     QApplication::setQuitOnLastWindowClosed(
         false); // a message may come and go before the main window is shown
-    app::SetUpAppearance();
-    QApplication::setWindowIcon(app::Icon("pellarion"));
-    app::MessageBoxes messages;
+    ui::SetUpAppearance();
+    QApplication::setWindowIcon(ui::Icon("pellarion"));
+    ui::MessageBoxes messages;
     app::SetMessages(&messages);
     int result = 0;
     try {

@@ -52,7 +52,7 @@ StartupOutcome StartUp() {
         Messages().Show({.id = 0, .text = std::string(obstacle), .flags = kMessageError, .title = "Error"});
         return StartupOutcome::kStopped;
     }
-    platform::SetLegacyCharset(WholeNumber(state.CharsetCode).value_or(0));
+    platform::SetLegacyCharset(base::WholeNumber(state.CharsetCode).value_or(0));
     LoadExtraTextLibrary();
     LoadLanguageLibrary();
     state.OwnerName = ReadOwnerName();

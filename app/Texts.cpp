@@ -34,13 +34,13 @@ struct TextLibrary {
 TextLibrary languageLibrary{.sourceName = "langfile", .copyName = "ox_langfile", .loaded = nullptr};
 TextLibrary extraTextLibrary{.sourceName = "lic", .copyName = "oxlic_", .loaded = nullptr};
 
-platform::SystemError EnsureFolder(std::string_view path) {
+base::SystemError EnsureFolder(std::string_view path) {
     const std::string folder(path);
-    return platform::FolderExists(folder) ? platform::SystemError{} : platform::CreateFolder(folder);
+    return platform::FolderExists(folder) ? base::SystemError{} : platform::CreateFolder(folder);
 }
 
 // The library is loaded from a copy on the fixed drive, so that nothing stays open on the removable one.
-platform::SystemError LoadCopy(TextLibrary& library) {
+base::SystemError LoadCopy(TextLibrary& library) {
     if (const auto error = EnsureFolder(kWorkFolder))
         return error;
     if (const auto error = EnsureFolder(kTempFolder))
@@ -51,7 +51,7 @@ platform::SystemError LoadCopy(TextLibrary& library) {
             return error;
     if (const auto error = platform::CopyFile(library.SourcePath(), copy))
         return error;
-    platform::SystemError error;
+    base::SystemError error;
     library.loaded = platform::ResourceLibrary::Load(copy, error);
     return error;
 }
@@ -113,11 +113,11 @@ std::string LoadExtraText(std::uint32_t id) {
 }
 
 std::string WithUserName(std::string_view text) {
-    return platform::ReplaceNoCase(text, "%username", Application().OwnerName);
+    return base::ReplaceNoCase(text, "%username", Application().OwnerName);
 }
 
 std::string WithProductName(std::string_view text) {
-    return platform::ReplaceNoCase(text, "%s", ProgramTitle());
+    return base::ReplaceNoCase(text, "%s", ProgramTitle());
 }
 
 } // namespace app

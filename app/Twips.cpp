@@ -9,7 +9,7 @@
 namespace app {
 
 int PixelsFromTwips(double twips) {
-    const std::int64_t pixels = RoundHalfToEven(twips / kTwipsPerPixel);
+    const std::int64_t pixels = base::RoundHalfToEven(twips / kTwipsPerPixel);
     return static_cast<int>(
         std::clamp<std::int64_t>(pixels, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
 }

@@ -3,7 +3,7 @@
 
 #include <iterator>
 
-namespace platform {
+namespace base {
 
 extern const CaseRun kUpperRuns[] = {
     {0x0061, 0x007A, 1, -32},    {0x00B5, 0x00B5, 1, 743},   {0x00E0, 0x00F6, 1, -32},
@@ -141,4 +141,4 @@ extern const CaseRun kLowerRuns[] = {
 };
 extern const std::size_t kLowerRunsCount = std::size(kLowerRuns);
 
-} // namespace platform
+} // namespace base

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace platform {
+namespace base {
 
 /// A run of code points, `step` apart, that all map to themselves plus `delta` (Unicode simple case mapping).
 struct CaseRun {
@@ -19,4 +19,4 @@ extern const std::size_t kUpperRunsCount;
 extern const CaseRun kLowerRuns[];
 extern const std::size_t kLowerRunsCount;
 
-} // namespace platform
+} // namespace base

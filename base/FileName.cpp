@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace platform {
+namespace base {
 namespace {
 
 constexpr std::size_t kDriveRootLength = 3;
@@ -30,4 +30,4 @@ std::string_view FolderOf(std::string_view path) {
     return path.substr(0, backslash < kDriveRootLength ? backslash + 1 : backslash);
 }
 
-} // namespace platform
+} // namespace base

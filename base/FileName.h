@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-namespace platform {
+namespace base {
 
 /// Whether a file or folder may be given this name on every system that a drive may be carried to: not empty,
 /// not made of dots alone, no dot or blank at its end, none of \ / : * ? " < > | and no control character.
@@ -15,4 +15,4 @@ std::string_view LastComponent(std::string_view path);
 /// folder is the root of a drive.
 std::string_view FolderOf(std::string_view path);
 
-} // namespace platform
+} // namespace base

@@ -1,6 +1,6 @@
 #include "base/LegacyCharset.h"
 
-namespace platform {
+namespace base {
 
 int CodePageOfCharset(int charset) {
     switch (charset) {
@@ -35,4 +35,4 @@ int CodePageOfCharset(int charset) {
     }
 }
 
-} // namespace platform
+} // namespace base

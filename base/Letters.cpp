@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <span>
 
-namespace platform {
+namespace base {
 namespace {
 
 /// What takes the place of a byte that is not UTF-8 while texts are compared: behind every code point, and
@@ -156,4 +156,4 @@ std::string ReplaceNoCase(std::string_view text, std::string_view what, std::str
     return result;
 }
 
-} // namespace platform
+} // namespace base

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-namespace platform {
+namespace base {
 
 /// UTF-8 text with every letter in upper case, one code point for one (no "ß" to "SS"), as file names are
 /// compared. Bytes that are not UTF-8 are kept.
@@ -22,4 +22,4 @@ bool EndsWithNoCase(std::string_view text, std::string_view suffix);
 /// `text` with every occurrence of `what` (not empty), in any letter case, replaced by `with`.
 std::string ReplaceNoCase(std::string_view text, std::string_view what, std::string_view with);
 
-} // namespace platform
+} // namespace base

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <limits>
 
-namespace app {
+namespace base {
 
 namespace {
 
@@ -69,4 +69,4 @@ std::string SingleText(float value) {
     return {buffer.data(), result.ptr};
 }
 
-} // namespace app
+} // namespace base

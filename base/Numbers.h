@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace app {
+namespace base {
 
 /// Decimal text as a whole number, rounded to the nearest, a value exactly halfway to the even neighbour
 /// ("799.93" is 800, "2000.5" is 2000). A decimal point and a decimal comma both serve. Nothing when the text
@@ -19,4 +19,4 @@ std::int64_t RoundHalfToEven(double value);
 /// 799.93 gives "799.93".
 std::string SingleText(float value);
 
-} // namespace app
+} // namespace base

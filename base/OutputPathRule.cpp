@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-namespace platform {
+namespace base {
 
 namespace {
 
@@ -64,4 +64,4 @@ bool StaysInTarget(std::string_view name) {
     }
 }
 
-} // namespace platform
+} // namespace base

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-namespace platform {
+namespace base {
 
 /// Whether a file or folder of this stored name (separators "/" and "\") stays inside the folder that it is
 /// written to, on every system that the program runs on. Refused are: an empty name; leading separators and
@@ -12,4 +12,4 @@ namespace platform {
 /// others are harmless.
 bool StaysInTarget(std::string_view name);
 
-} // namespace platform
+} // namespace base

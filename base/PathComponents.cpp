@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace platform {
+namespace base {
 
 bool IsDriveLetter(char c) {
     return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
@@ -28,4 +28,4 @@ std::vector<std::string> SplitComponents(std::string_view path, std::string_view
     return components;
 }
 
-} // namespace platform
+} // namespace base

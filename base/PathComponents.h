@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-namespace platform {
+namespace base {
 
 bool IsDriveLetter(char c);
 char UpperDriveLetter(char c);
@@ -13,4 +13,4 @@ char UpperDriveLetter(char c);
 /// the one before it away, never more than there is.
 std::vector<std::string> SplitComponents(std::string_view path, std::string_view separators);
 
-} // namespace platform
+} // namespace base

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace platform {
+namespace base {
 namespace {
 
 // PE format: offsets in the DOS, COFF, optional and section headers.
@@ -84,4 +84,4 @@ std::optional<PeImage> ReadPeImage(const Bytes& bytes) {
     return image;
 }
 
-} // namespace platform
+} // namespace base

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace platform {
+namespace base {
 
 /// Little-endian numbers of a byte string. What lies outside reads as 0: a caller checks bounds with Has()
 /// where 0 is not an answer that is safe by itself.
@@ -48,4 +48,4 @@ struct PeImage {
 /// Reads the headers; nothing when they are not those of a PE32 or PE32+ image with a resource directory.
 std::optional<PeImage> ReadPeImage(const Bytes& bytes);
 
-} // namespace platform
+} // namespace base

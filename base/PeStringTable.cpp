@@ -3,7 +3,7 @@
 #include "base/PeImage.h"
 #include "base/Utf8.h"
 
-namespace platform {
+namespace base {
 namespace {
 
 constexpr std::uint32_t kStringType = 6;
@@ -96,4 +96,4 @@ std::string PeStringTable::Find(std::uint32_t id) const {
     return FromUtf16(Bytes(bytes.Part(at + 2, std::size_t{bytes.Word(at)} * 2)));
 }
 
-} // namespace platform
+} // namespace base

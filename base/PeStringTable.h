@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace platform {
+namespace base {
 
 /// The string table (resource type 6) of a 32- or 64-bit PE image.
 class PeStringTable {
@@ -29,4 +29,4 @@ class PeStringTable {
     std::map<std::uint32_t, Block> blocks_; ///< by block number: id / 16 + 1
 };
 
-} // namespace platform
+} // namespace base

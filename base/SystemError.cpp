@@ -1,6 +1,6 @@
 #include "base/SystemError.h"
 
-namespace platform {
+namespace base {
 
 std::string SystemError::Description() const {
     switch (code) {
@@ -59,4 +59,4 @@ std::string SystemError::Description() const {
     }
 }
 
-} // namespace platform
+} // namespace base

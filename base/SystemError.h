@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-namespace platform {
+namespace base {
 
 /// Why a call to the operating system failed, in the system error numbers that the program's own tables use.
 /// A default-constructed value means success.
@@ -44,4 +44,4 @@ inline constexpr std::uint32_t kErrorNameTooLong = 206;
 inline constexpr std::uint32_t kErrorFileTooLarge = 223;
 inline constexpr std::uint32_t kErrorFolderInvalid = 267;
 
-} // namespace platform
+} // namespace base

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-namespace platform {
+namespace base {
 namespace {
 
 struct Lead {
@@ -118,4 +118,4 @@ std::string CleanedUtf8(std::string_view text) {
     return result;
 }
 
-} // namespace platform
+} // namespace base

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace platform {
+namespace base {
 
 /// Stands for a byte that is not part of a UTF-8 sequence; no code point has this value.
 inline constexpr char32_t kNotUtf8 = 0xFFFFFFFF;
@@ -29,4 +29,4 @@ bool IsUtf8(std::string_view text);
 /// `text` with "?" for every byte that is not part of a well-formed sequence.
 std::string CleanedUtf8(std::string_view text);
 
-} // namespace platform
+} // namespace base

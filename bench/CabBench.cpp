@@ -76,7 +76,7 @@ void CompareExtraction(const std::string& what, const bench::Workplace& memory, 
 
 /// The names that extraction takes, in list order.
 Names NamesOf(const std::string& cabinet) {
-    archive::CabFile cab;
+    cabinet::CabFile cab;
     Names names;
     cab.CabName = cabinet;
     cab.FileFound = [&](const std::string& name, const std::string& folder, std::uint32_t,
@@ -95,13 +95,13 @@ void CompareOrder(const std::string& what, const bench::Workplace& memory, const
     arrange(names);
     const auto clean = [&] { fs::remove_all(out); };
     const auto oneByOne = [&] {
-        archive::CabFile cab;
+        cabinet::CabFile cab;
         cab.CabName = path;
         for (const std::string& name : names)
             bench::Require(static_cast<bool>(cab.Extract(name, target, path)), name);
     };
     const auto atOnce = [&] {
-        archive::CabFile cab;
+        cabinet::CabFile cab;
         cab.CabName = path;
         bench::Require(static_cast<bool>(cab.Extract("", target, path)), "extracting");
     };

@@ -6,7 +6,7 @@
 /// reduce or decrypt.
 int main(int argc, char** argv) {
     const std::string_view only = argc > 1 ? argv[1] : "";
-    const archive::ByteBuffer::ReuseScope reuse; // as extraction has it
+    const codec::ByteBuffer::ReuseScope reuse; // as extraction has it
     const auto wanted = [&](std::string_view group) { return only.empty() || only == group; };
     constexpr std::size_t kSampleSize = std::size_t{24} << 20;
     const std::vector<bench::Sample> samples = bench::MakeSamples(kSampleSize);

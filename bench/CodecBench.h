@@ -7,7 +7,7 @@
 
 namespace bench {
 
-archive::ByteBuffer BufferOf(const Bytes& bytes);
+codec::ByteBuffer BufferOf(const Bytes& bytes);
 
 void InflateBench(const std::vector<Sample>& samples);
 void Deflate64Bench(const std::vector<Sample>& samples);

@@ -15,7 +15,7 @@ void CrcBench() {
         byte = static_cast<std::uint8_t>(random());
     std::uint32_t ours = 0;
     std::uint32_t theirs = 0;
-    archive::Cls_CRC32 crc;
+    codec::Cls_CRC32 crc;
     Compare("crc32", bytes.size(), {"ours", [&] { ours = crc.CalcCRC32File(bytes); }},
             {"libdeflate", [&] { theirs = libdeflate_crc32(0, bytes.data(), bytes.size()); }},
             Clock::kProcessor);

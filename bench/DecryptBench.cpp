@@ -21,8 +21,8 @@ void DecryptBench() {
     const std::string zip = file + ".zip";
     WriteFile(file, bytes);
     RunCommand({"7zz", "a", "-tzip", "-mm=Copy", "-mem=ZipCrypto", "-ppassword", zip, file, "-mmt=1"});
-    archive::ByteBuffer data;
-    archive::Cls_Encrypt encrypt;
+    codec::ByteBuffer data;
+    codec::Cls_Encrypt encrypt;
     std::uint32_t crc = 0;
     Compare("decrypt", bytes.size(),
             {"ours",
@@ -31,14 +31,14 @@ void DecryptBench() {
                  encrypt.ZipPrepareKey(data.Span(), "password");
                  data.DropFront(12);
                  encrypt.ZipDecryptArray(data.Span());
-                 crc = archive::Cls_CRC32().CalcCRC32File(data.Span());
+                 crc = codec::Cls_CRC32().CalcCRC32File(data.Span());
              }},
             {"7zz",
              [&] {
                  RunCommand({"7zz", "t", "-ppassword", zip, "-mmt=1"});
              }},
             Clock::kProcessor);
-    Require(crc == archive::Cls_CRC32().CalcCRC32File(bytes), "decrypt");
+    Require(crc == codec::Cls_CRC32().CalcCRC32File(bytes), "decrypt");
     Require(data.Size() == bytes.size() && std::equal(bytes.begin(), bytes.end(), data.Data()), "decrypt");
 }
 

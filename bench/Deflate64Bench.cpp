@@ -19,14 +19,14 @@ void Deflate64Bench(const std::vector<Sample>& samples) {
         WriteFile(file, sample.bytes);
         RunCommand({"7zz", "a", "-tzip", "-mm=Deflate64", zip, file, "-mmt=1"});
         const std::size_t size = sample.bytes.size();
-        archive::ByteBuffer data;
+        codec::ByteBuffer data;
         std::uint32_t crc = 0;
         Compare(what, size,
                 {"ours",
                  [&] {
                      data = ReadFirstEntry(zip);
-                     const int status = archive::Inflate(data, static_cast<std::int32_t>(size) - 1, true);
-                     crc = archive::Cls_CRC32().CalcCRC32File(data.Span());
+                     const int status = codec::Inflate(data, static_cast<std::int32_t>(size) - 1, true);
+                     crc = codec::Cls_CRC32().CalcCRC32File(data.Span());
                      Require(status == 0, what);
                  }},
                 {"7zz",

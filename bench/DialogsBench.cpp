@@ -56,17 +56,17 @@ std::string MakeRar() {
     return builder.Bytes();
 }
 
-std::unique_ptr<dialogs::ArchiveWindow> Fill(const std::string& format, const std::string& path) {
-    std::unique_ptr<dialogs::ArchiveWindow> window;
+std::unique_ptr<ui::ArchiveWindow> Fill(const std::string& format, const std::string& path) {
+    std::unique_ptr<ui::ArchiveWindow> window;
     if (format == "zip") {
-        auto zip = std::make_unique<dialogs::frmWinExtract>();
+        auto zip = std::make_unique<ui::frmWinExtract>();
         zip->CurrentArchive = path;
         zip->ListArchive();
         window = std::move(zip);
     } else if (format == "cab") {
-        window = std::make_unique<dialogs::frmextract>();
+        window = std::make_unique<ui::frmextract>();
     } else {
-        window = std::make_unique<dialogs::frmRarExtract>();
+        window = std::make_unique<ui::frmRarExtract>();
     }
     window->ArchiveList = path + "\r\n";
     window->show();

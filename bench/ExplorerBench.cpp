@@ -49,8 +49,8 @@ class Window {
     }
 
     void SortByEachColumn() {
-        for (const int column : {explorer::FileListModel::kType, explorer::FileListModel::kSize,
-                                 explorer::FileListModel::kModified, explorer::FileListModel::kName}) {
+        for (const int column : {ui::FileListModel::kType, ui::FileListModel::kSize,
+                                 ui::FileListModel::kModified, ui::FileListModel::kName}) {
             list_->sortByColumn(column, Qt::AscendingOrder);
             QApplication::processEvents();
         }
@@ -67,7 +67,7 @@ class Window {
     }
 
   private:
-    explorer::frmtarget window_;
+    ui::frmtarget window_;
     QTreeView* list_;
 };
 

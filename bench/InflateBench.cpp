@@ -8,8 +8,8 @@
 
 namespace bench {
 
-archive::ByteBuffer BufferOf(const Bytes& bytes) {
-    archive::ByteBuffer buffer(bytes.size());
+codec::ByteBuffer BufferOf(const Bytes& bytes) {
+    codec::ByteBuffer buffer(bytes.size());
     std::copy(bytes.begin(), bytes.end(), buffer.Data());
     return buffer;
 }
@@ -22,11 +22,11 @@ void InflateBench(const std::vector<Sample>& samples) {
         const std::size_t size = sample.bytes.size();
         Bytes out(size);
 
-        archive::ByteBuffer data;
+        codec::ByteBuffer data;
         const Side ours{"ours",
                         [&] {
                             const int status =
-                                archive::Inflate(data, static_cast<std::int32_t>(size) - 1, false);
+                                codec::Inflate(data, static_cast<std::int32_t>(size) - 1, false);
                             Require(status == 0 && data.Size() == size, sample.name);
                         },
                         [&] { data = BufferOf(stream); }};

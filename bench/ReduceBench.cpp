@@ -14,13 +14,13 @@ void ReduceBench(const std::vector<Sample>& samples) {
     for (unsigned factor = 1; factor <= 4; factor++) {
         const std::string what = "reduce-" + std::to_string(factor);
         const Bytes stream = support::ReduceWriter(factor).Compress(text);
-        archive::ByteBuffer data;
+        codec::ByteBuffer data;
         Bytes plain;
         Compare(what, text.size(),
                 {"ours",
                  [&] {
-                     archive::Unreduce(data, static_cast<int>(factor) + 1,
-                                       static_cast<std::int32_t>(text.size()) - 1);
+                     codec::Unreduce(data, static_cast<int>(factor) + 1,
+                                     static_cast<std::int32_t>(text.size()) - 1);
                  },
                  [&] { data = BufferOf(stream); }},
                 {"plain", [&] { plain = support::PlainUnreduce(stream, factor, text.size()); }},

@@ -27,7 +27,7 @@ std::array<char, kSize> ReadAt(std::ifstream& file, std::ios::off_type offset, s
 
 } // namespace
 
-archive::ByteBuffer ReadFirstEntry(const std::string& path) {
+codec::ByteBuffer ReadFirstEntry(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     // The end record without a comment, the central header for the size, the local header for the start.
     const auto end = ReadAt<22>(file, -22, std::ios::end);
@@ -35,7 +35,7 @@ archive::ByteBuffer ReadFirstEntry(const std::string& path) {
     Require(Number(central, 0, 4) == 0x02014B50, "central header of " + path);
     const auto local = ReadAt<30>(file, 0, std::ios::beg);
     file.seekg(static_cast<std::ios::off_type>(Number(local, 26, 2) + Number(local, 28, 2)), std::ios::cur);
-    archive::ByteBuffer stored(Number(central, 20, 4));
+    codec::ByteBuffer stored(Number(central, 20, 4));
     file.read(reinterpret_cast<char*>(stored.Data()), static_cast<std::streamsize>(stored.Size()));
     Require(file.good(), path);
     return stored;

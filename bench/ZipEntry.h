@@ -8,6 +8,6 @@ namespace bench {
 
 /// The stored bytes of the first entry of an archive that has one entry, read from the file once, as the ZIP
 /// reader does.
-archive::ByteBuffer ReadFirstEntry(const std::string& path);
+codec::ByteBuffer ReadFirstEntry(const std::string& path);
 
 } // namespace bench

@@ -14,38 +14,38 @@
 namespace {
 
 using namespace platform;
-using namespace platform::cabinet;
 using fuzz::MemoryFile;
 
 constexpr std::size_t kMostEntries = 16;
 constexpr std::uint32_t kMostBytes = 1u << 18;
 
 /// Switches the checksums off, so that damaged data gets as far as the decoders.
-void ClearChecksums(std::vector<std::uint8_t>& bytes, const CabinetDirectory& directory) {
-    for (const Folder& folder : directory.Folders()) {
+void ClearChecksums(std::vector<std::uint8_t>& bytes, const cabinet::CabinetDirectory& directory) {
+    for (const cabinet::Folder& folder : directory.Folders()) {
         std::size_t at = folder.dataOffset;
-        for (unsigned block = 0; block < folder.blockCount && at + kDataSize <= bytes.size(); ++block) {
-            Store32(&bytes[at], 0);
-            at += kDataSize + directory.DataReserve() + Load16(&bytes[at + 4]);
+        for (unsigned block = 0; block < folder.blockCount && at + cabinet::kDataSize <= bytes.size();
+             ++block) {
+            cabinet::Store32(&bytes[at], 0);
+            at += cabinet::kDataSize + directory.DataReserve() + cabinet::Load16(&bytes[at + 4]);
         }
     }
 }
 
 struct Outcome {
-    SystemError error;
+    base::SystemError error;
     std::vector<std::uint8_t> content;
 };
 
-Outcome ReadEntry(MemoryFile& file, const CabinetDirectory& directory, const Entry& entry,
-                  MszipBlockDecoder mszip) {
-    BufferedInput input(file);
-    SharedScratch scratch;
-    FolderReader reader({file, input, directory.DataReserve(), mszip, scratch},
-                        directory.Folders()[entry.folder], false);
+Outcome ReadEntry(MemoryFile& file, const cabinet::CabinetDirectory& directory, const cabinet::Entry& entry,
+                  cabinet::MszipBlockDecoder mszip) {
+    platform::BufferedInput input(file);
+    cabinet::SharedScratch scratch;
+    cabinet::FolderReader reader({file, input, directory.DataReserve(), mszip, scratch},
+                                 directory.Folders()[entry.folder], false);
     Outcome outcome;
     outcome.error = reader.Read(entry.offset, entry.size, [&](std::span<const std::uint8_t> data) {
         outcome.content.insert(outcome.content.end(), data.begin(), data.end());
-        return SystemError{};
+        return base::SystemError{};
     });
     return outcome;
 }
@@ -54,19 +54,19 @@ Outcome ReadEntry(MemoryFile& file, const CabinetDirectory& directory, const Ent
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     MemoryFile file({data, data + size});
-    CabinetDirectory directory;
+    cabinet::CabinetDirectory directory;
     if (directory.Read(file))
         return 0;
     ClearChecksums(file.bytes, directory);
     if (directory.Read(file)) // what was cleared may have been records
         return 0;
     std::size_t count = 0;
-    for (const Entry& entry : directory.Entries()) {
+    for (const cabinet::Entry& entry : directory.Entries()) {
         if (directory.Find(entry.name).empty())
             std::abort();
         if (++count > kMostEntries || entry.size > kMostBytes || entry.offset > kMostBytes)
             continue;
-        const Outcome own = ReadEntry(file, directory, entry, archive::DecodeMszipBlock);
+        const Outcome own = ReadEntry(file, directory, entry, codec::DecodeMszipBlock);
         const Outcome library = ReadEntry(file, directory, entry, nullptr);
         if (!library.error && (own.error || own.content != library.content))
             std::abort();

@@ -16,16 +16,15 @@
 namespace {
 
 using namespace platform;
-using namespace platform::cabinet;
 using fuzz::MemoryFile;
 
 using Contents = std::map<std::string, std::vector<std::uint8_t>>;
 
-class MemoryInput final : public PackInput {
+class MemoryInput final : public cabinet::PackInput {
   public:
     explicit MemoryInput(const std::vector<std::uint8_t>& content) : rest_(content) {}
 
-    SystemError Read(std::span<std::uint8_t> buffer, std::size_t& count) override {
+    base::SystemError Read(std::span<std::uint8_t> buffer, std::size_t& count) override {
         count = std::min(buffer.size(), rest_.size());
         std::copy_n(rest_.begin(), count, buffer.begin());
         rest_ = rest_.subspan(count);
@@ -38,13 +37,13 @@ class MemoryInput final : public PackInput {
     std::span<const std::uint8_t> rest_;
 };
 
-class MemorySource final : public PackSource {
+class MemorySource final : public cabinet::PackSource {
   public:
     explicit MemorySource(const Contents& contents) : contents_(contents) {}
 
-    CabReport List(std::vector<PackEntry>& entries, std::size_t /*most*/) override {
+    cabinet::CabReport List(std::vector<cabinet::PackEntry>& entries, std::size_t /*most*/) override {
         for (const auto& [name, content] : contents_) {
-            PackEntry entry;
+            cabinet::PackEntry entry;
             entry.name = name;
             entry.identity.size = content.size();
             entry.attributes = 0x20;
@@ -53,7 +52,8 @@ class MemorySource final : public PackSource {
         return {};
     }
 
-    std::unique_ptr<PackInput> OpenFile(const PackEntry& entry, CabReport& /*report*/) const override {
+    std::unique_ptr<cabinet::PackInput> OpenFile(const cabinet::PackEntry& entry,
+                                                 cabinet::CabReport& /*report*/) const override {
         return std::make_unique<MemoryInput>(contents_.at(entry.name));
     }
 
@@ -83,18 +83,19 @@ Contents ContentsFrom(std::span<const std::uint8_t> input) {
 }
 
 void ReadBack(MemoryFile& file, const Contents& contents) {
-    CabinetDirectory directory;
+    cabinet::CabinetDirectory directory;
     if (directory.Read(file) || directory.Entries().size() != contents.size())
         std::abort();
-    BufferedInput input(file);
-    SharedScratch scratch;
-    FolderReader reader({file, input, 0, archive::DecodeMszipBlock, scratch}, directory.Folders()[0], false);
-    for (const Entry& entry : directory.Entries()) {
+    platform::BufferedInput input(file);
+    cabinet::SharedScratch scratch;
+    cabinet::FolderReader reader({file, input, 0, codec::DecodeMszipBlock, scratch}, directory.Folders()[0],
+                                 false);
+    for (const cabinet::Entry& entry : directory.Entries()) {
         std::vector<std::uint8_t> content;
-        const SystemError error =
+        const base::SystemError error =
             reader.Read(entry.offset, entry.size, [&](std::span<const std::uint8_t> data) {
                 content.insert(content.end(), data.begin(), data.end());
-                return SystemError{};
+                return base::SystemError{};
             });
         if (error || content != contents.at(entry.name))
             std::abort();
@@ -108,16 +109,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (contents.empty())
         return 0;
     MemorySource source(contents);
-    std::vector<PackEntry> entries;
-    source.List(entries, kMostFiles);
-    PackPlan plan;
-    if (plan.Make(std::move(entries)).failure != CabFailure::kNone)
+    std::vector<cabinet::PackEntry> entries;
+    source.List(entries, cabinet::kMostFiles);
+    cabinet::PackPlan plan;
+    if (plan.Make(std::move(entries)).failure != cabinet::CabFailure::kNone)
         std::abort();
     MemoryFile file;
-    const CabProgressFunction quiet;
-    ProgressMeter progress(quiet);
-    if (WriteCabinet(plan, source, file, progress).failure != CabFailure::kNone ||
-        CheckCabinet(plan, source, file, progress).failure != CabFailure::kNone)
+    const cabinet::CabProgressFunction quiet;
+    cabinet::ProgressMeter progress(quiet);
+    if (cabinet::WriteCabinet(plan, source, file, progress).failure != cabinet::CabFailure::kNone ||
+        cabinet::CheckCabinet(plan, source, file, progress).failure != cabinet::CabFailure::kNone)
         std::abort();
     ReadBack(file, contents);
     return 0;

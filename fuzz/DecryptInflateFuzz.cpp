@@ -7,16 +7,16 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz::Input input(data, size);
     const std::size_t recorded = input.Number16();
-    archive::ByteBuffer buffer = fuzz::BufferOf(input.Rest());
+    codec::ByteBuffer buffer = fuzz::BufferOf(input.Rest());
     if (buffer.Size() < 12)
         return 0;
-    archive::Cls_Encrypt encrypt;
+    codec::Cls_Encrypt encrypt;
     encrypt.ZipPrepareKey(buffer.Span(), "fuzz");
     buffer.DropFront(12);
     encrypt.ZipDecryptArray(buffer.Span());
-    archive::Inflate(buffer, static_cast<std::int32_t>(recorded) - 1, false);
-    archive::Cls_CRC32 whole;
-    archive::Cls_CRC32 single;
+    codec::Inflate(buffer, static_cast<std::int32_t>(recorded) - 1, false);
+    codec::Cls_CRC32 whole;
+    codec::Cls_CRC32 single;
     single.ResetCRC32();
     for (const std::uint8_t byte : buffer.Span())
         single.CalcCRC32Byte(byte);

@@ -42,8 +42,8 @@ class Input {
 };
 
 /// A heap block of exactly that size, for the sanitizer to watch both ends.
-inline archive::ByteBuffer BufferOf(std::span<const std::uint8_t> bytes) {
-    archive::ByteBuffer buffer(bytes.size());
+inline codec::ByteBuffer BufferOf(std::span<const std::uint8_t> bytes) {
+    codec::ByteBuffer buffer(bytes.size());
     std::copy(bytes.begin(), bytes.end(), buffer.Data());
     return buffer;
 }
@@ -52,17 +52,17 @@ inline archive::ByteBuffer BufferOf(std::span<const std::uint8_t> bytes) {
 /// answered.
 inline void CheckKernels(std::span<const std::uint8_t> stream, std::size_t recorded, bool deflate64,
                          int status, std::span<const std::uint8_t> data) {
-    struct Output : archive::InflateOutput {
+    struct Output : codec::InflateOutput {
         std::vector<std::uint8_t> bytes;
 
         std::span<std::uint8_t> Grow(std::size_t, std::size_t) override { return bytes; }
     };
 
-    for (const archive::InflateKernel* kernel : archive::InflateKernels()) {
+    for (const codec::InflateKernel* kernel : codec::InflateKernels()) {
         Output output;
         output.bytes.resize(recorded);
-        archive::InflateDecoder decoder(stream, output, recorded, deflate64, *kernel);
-        const archive::InflateResult result = decoder.Decode();
+        codec::InflateDecoder decoder(stream, output, recorded, deflate64, *kernel);
+        const codec::InflateResult result = decoder.Decode();
         Check(result.status == status);
         Check(std::ranges::equal(data,
                                  result.badTable ? stream : std::span(output.bytes).first(result.produced)));

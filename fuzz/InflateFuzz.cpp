@@ -7,8 +7,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::Input input(data, size);
     const bool deflate64 = (input.Byte() & 1) != 0;
     const std::size_t recorded = input.Number16();
-    archive::ByteBuffer buffer = fuzz::BufferOf(input.Rest());
-    const std::int16_t status = archive::Inflate(buffer, static_cast<std::int32_t>(recorded) - 1, deflate64);
+    codec::ByteBuffer buffer = fuzz::BufferOf(input.Rest());
+    const std::int16_t status = codec::Inflate(buffer, static_cast<std::int32_t>(recorded) - 1, deflate64);
     fuzz::Check(status == 0 || status == -1 || status == -2);
     fuzz::CheckKernels(input.Rest(), recorded, deflate64, status, buffer.Span());
     return 0;

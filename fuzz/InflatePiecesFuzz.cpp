@@ -7,14 +7,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::Input input(data, size);
     const bool deflate64 = (input.Byte() & 1) != 0;
     const auto lastIndex = static_cast<std::int32_t>(input.Number16() * 64) - 1;
-    const archive::ByteBuffer stream = fuzz::BufferOf(input.Rest());
+    const codec::ByteBuffer stream = fuzz::BufferOf(input.Rest());
     std::vector<std::uint8_t> pieces;
-    const bool good = archive::InflateInPieces(stream.Span(), lastIndex, deflate64,
-                                               [&](std::span<const std::uint8_t> piece) {
-                                                   pieces.insert(pieces.end(), piece.begin(), piece.end());
-                                               });
-    archive::ByteBuffer whole = fuzz::BufferOf(stream.Span());
-    archive::Inflate(whole, lastIndex, deflate64);
+    const bool good =
+        codec::InflateInPieces(stream.Span(), lastIndex, deflate64, [&](std::span<const std::uint8_t> piece) {
+            pieces.insert(pieces.end(), piece.begin(), piece.end());
+        });
+    codec::ByteBuffer whole = fuzz::BufferOf(stream.Span());
+    codec::Inflate(whole, lastIndex, deflate64);
     fuzz::Check(
         std::ranges::equal(whole.Span(), good ? std::span<const std::uint8_t>(pieces) : stream.Span()));
     return 0;

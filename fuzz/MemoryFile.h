@@ -23,15 +23,15 @@ class MemoryFile final : public platform::StagedFile {
         return count;
     }
 
-    platform::SystemError WriteAt(std::uint64_t offset, std::span<const std::uint8_t> data) override {
+    base::SystemError WriteAt(std::uint64_t offset, std::span<const std::uint8_t> data) override {
         bytes.resize(std::max<std::size_t>(bytes.size(), offset + data.size()));
         std::copy(data.begin(), data.end(), bytes.begin() + static_cast<std::ptrdiff_t>(offset));
         return {};
     }
 
-    platform::SystemError Flush() override { return {}; }
+    base::SystemError Flush() override { return {}; }
 
-    platform::SystemError Commit() override { return {}; }
+    base::SystemError Commit() override { return {}; }
 
     std::vector<std::uint8_t> bytes;
 };

@@ -9,7 +9,7 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     std::string name(reinterpret_cast<const char*>(data), size);
-    if (!archive::StaysInTarget(name))
+    if (!base::StaysInTarget(name))
         return 0;
     std::ranges::replace(name, '\\', '/');
     const auto path = (std::filesystem::path("/target") / name).lexically_normal();

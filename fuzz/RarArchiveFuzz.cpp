@@ -21,12 +21,12 @@ class CountingFile final : public OutputFile {
   public:
     CountingFile(std::uint64_t& written, bool& committed) : written_(written), committed_(committed) {}
 
-    SystemError Write(std::span<const std::uint8_t> data) override {
+    base::SystemError Write(std::span<const std::uint8_t> data) override {
         written_ += data.size();
         return {};
     }
 
-    SystemError Commit(const FileTraits&) override {
+    base::SystemError Commit(const FileTraits&) override {
         committed_ = true;
         return {};
     }
@@ -38,16 +38,17 @@ class CountingFile final : public OutputFile {
 
 class CountingFolder final : public OutputFolder {
   public:
-    SystemError WriteFile(std::string_view, std::span<const std::uint8_t>,
-                          const std::optional<FileTimes>&) override {
+    base::SystemError WriteFile(std::string_view, std::span<const std::uint8_t>,
+                                const std::optional<FileTimes>&) override {
         return {};
     }
 
-    std::unique_ptr<OutputFile> CreateFile(std::string_view, SystemError&) override {
+    std::unique_ptr<OutputFile> CreateFile(std::string_view, base::SystemError&) override {
         return std::make_unique<CountingFile>(written, committed);
     }
 
-    std::unique_ptr<OutputFolder> OpenOrCreate(std::string_view, std::string_view, SystemError&) override {
+    std::unique_ptr<OutputFolder> OpenOrCreate(std::string_view, std::string_view,
+                                               base::SystemError&) override {
         return nullptr;
     }
 
@@ -77,14 +78,14 @@ void MendChecksums(std::vector<std::uint8_t>& bytes) {
 }
 
 /// Goes over the archive; every entry is dealt with by `operation`.
-void GoOver(RarLibrary& library, unsigned mode, int operation) {
-    RAROpenArchiveData data;
+void GoOver(rar::RarLibrary& library, unsigned mode, int operation) {
+    rar::RAROpenArchiveData data;
     data.ArcName = "E:\\a.part1.rar";
     data.OpenMode = mode;
     const auto archive = library.RAROpenArchive(data);
-    Check(archive != nullptr || data.OpenResult != kRarSuccess);
-    RARHeaderData header;
-    for (int i = 0; archive && i < kMostEntries && archive->RARReadHeader(header) == kRarSuccess; ++i) {
+    Check(archive != nullptr || data.OpenResult != rar::kRarSuccess);
+    rar::RARHeaderData header;
+    for (int i = 0; archive && i < kMostEntries && archive->RARReadHeader(header) == rar::kRarSuccess; ++i) {
         CountingFolder folder;
         std::uint64_t unpacked = 0;
         archive->RARSetCallback([&](std::span<const std::uint8_t> piece) {
@@ -93,7 +94,7 @@ void GoOver(RarLibrary& library, unsigned mode, int operation) {
         });
         const int result = archive->RARProcessFile(operation, "E:\\", "E:\\x", &folder);
         Check(unpacked <= header.UnpSize);
-        Check(folder.committed == (operation == kRarExtract && result == kRarSuccess));
+        Check(folder.committed == (operation == rar::kRarExtract && result == rar::kRarSuccess));
         Check(!folder.committed || folder.written == header.UnpSize);
     }
 }
@@ -104,14 +105,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::vector<std::uint8_t> bytes(data, data + size);
     MendChecksums(bytes);
     // One volume follows itself, twice.
-    rar::RarAdaptor adaptor([&](const std::string& path, SystemError& error) -> std::unique_ptr<FileReader> {
-        if (path > "E:\\a.part3.rar") {
-            error = {kErrorFileNotFound};
-            return nullptr;
-        }
-        return std::make_unique<fuzz::MemoryFile>(bytes);
-    });
-    GoOver(adaptor, kRarOpenList, kRarSkip);
-    GoOver(adaptor, kRarOpenExtract, kRarExtract);
+    rar::RarAdaptor adaptor(
+        [&](const std::string& path, base::SystemError& error) -> std::unique_ptr<FileReader> {
+            if (path > "E:\\a.part3.rar") {
+                error = {base::kErrorFileNotFound};
+                return nullptr;
+            }
+            return std::make_unique<fuzz::MemoryFile>(bytes);
+        });
+    GoOver(adaptor, rar::kRarOpenList, rar::kRarSkip);
+    GoOver(adaptor, rar::kRarOpenExtract, rar::kRarExtract);
     return 0;
 }

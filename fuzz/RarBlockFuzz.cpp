@@ -18,7 +18,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         header[i] = static_cast<std::uint8_t>(sum >> 8 * i);
     rar::Block block;
     if (isNew ? rar::ParseBlock5(header, block) : rar::ParseBlock4(header, block)) {
-        fuzz::Check(IsUtf8(block.entry.name));
+        fuzz::Check(base::IsUtf8(block.entry.name));
         fuzz::Check(block.entry.name.find('/') == std::string::npos);
         fuzz::Check(block.entry.name.find('\0') == std::string::npos);
     }

@@ -8,9 +8,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const unsigned how = input.Byte();
     const unsigned factor = 1 + how % 4;
     const std::size_t recorded = input.Number16();
-    const archive::ByteBuffer stream = fuzz::BufferOf(input.Rest());
-    archive::ByteBuffer output(recorded);
-    archive::ReduceDecoder(stream.Span(), static_cast<int>(factor), 16 + how).Decode(output.Span());
+    const codec::ByteBuffer stream = fuzz::BufferOf(input.Rest());
+    codec::ByteBuffer output(recorded);
+    codec::ReduceDecoder(stream.Span(), static_cast<int>(factor), 16 + how).Decode(output.Span());
     fuzz::Check(std::ranges::equal(output.Span(), support::PlainUnreduce(stream.Span(), factor, recorded)));
     return 0;
 }

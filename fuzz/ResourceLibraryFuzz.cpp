@@ -5,7 +5,7 @@
 #include <cstddef>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const auto table = platform::PeStringTable::Read({reinterpret_cast<const char*>(data), size});
+    const auto table = base::PeStringTable::Read({reinterpret_cast<const char*>(data), size});
     for (std::uint32_t id = 0; table && id < 64; ++id)
         table->Find(id);
     if (table)

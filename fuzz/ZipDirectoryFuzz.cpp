@@ -28,13 +28,13 @@ class MemoryFile final : public platform::FileReader {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     MemoryFile file({data, size});
-    const auto directory = archive::ReadZipDirectory(file);
+    const auto directory = zip::ReadZipDirectory(file);
     if (!directory)
         return 0;
     if (directory->entries.size() > size / 46)
         std::abort();
     volatile char sum = 0;
-    for (const archive::ArchiveEntry& entry : directory->entries)
+    for (const zip::ArchiveEntry& entry : directory->entries)
         for (const std::string_view text : {entry.fileName, entry.extraField, entry.fileComment})
             for (const char c : text)
                 sum = static_cast<char>(sum ^ c);

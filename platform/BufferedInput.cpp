@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace platform::cabinet {
+namespace platform {
 
 std::size_t BufferedInput::ReadSome(std::span<std::uint8_t> out) {
     std::size_t done = 0;
@@ -25,10 +25,10 @@ std::size_t BufferedInput::ReadSome(std::span<std::uint8_t> out) {
     return done;
 }
 
-SystemError BufferedInput::Read(std::span<std::uint8_t> out) {
+base::SystemError BufferedInput::Read(std::span<std::uint8_t> out) {
     if (ReadSome(out) == out.size())
         return {};
-    return {faulted_ ? kErrorReadFault : kErrorInvalidData};
+    return {faulted_ ? base::kErrorReadFault : base::kErrorInvalidData};
 }
 
-} // namespace platform::cabinet
+} // namespace platform

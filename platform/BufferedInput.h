@@ -7,7 +7,7 @@
 #include <span>
 #include <vector>
 
-namespace platform::cabinet {
+namespace platform {
 
 /// Reads a file mostly forward, in large steps.
 class BufferedInput {
@@ -23,7 +23,7 @@ class BufferedInput {
     std::size_t ReadSome(std::span<std::uint8_t> out);
 
     /// Fills `out`: kErrorInvalidData when the file ends before, kErrorReadFault when it cannot be read.
-    SystemError Read(std::span<std::uint8_t> out);
+    base::SystemError Read(std::span<std::uint8_t> out);
 
     /// Whether bytes that the file had when it was opened could not be read.
     bool Faulted() const { return faulted_; }
@@ -37,4 +37,4 @@ class BufferedInput {
     bool faulted_ = false;
 };
 
-} // namespace platform::cabinet
+} // namespace platform

@@ -24,12 +24,12 @@ DriveType TypeOfName(std::string_view name) {
 
 /// An absolute host path in its shortest form: "/folder" or "X:\\folder". Empty when it is neither.
 std::string CleanRoot(std::string_view root) {
-    const bool hasLetter = root.size() > 2 && IsDriveLetter(root[0]) && root[1] == ':';
+    const bool hasLetter = root.size() > 2 && base::IsDriveLetter(root[0]) && root[1] == ':';
     if (!hasLetter && !root.starts_with('/'))
         return "";
     const char separator = hasLetter ? '\\' : '/';
     std::string clean(hasLetter ? root.substr(0, 2) : "");
-    for (const std::string& name : SplitComponents(root.substr(clean.size()), hasLetter ? "\\/" : "/"))
+    for (const std::string& name : base::SplitComponents(root.substr(clean.size()), hasLetter ? "\\/" : "/"))
         clean.append(1, separator).append(name);
     return clean.empty() ? "/" : clean;
 }
@@ -37,12 +37,12 @@ std::string CleanRoot(std::string_view root) {
 DriveEntry ParseDrive(std::string_view part) {
     DriveEntry drive;
     const std::size_t colon = part.find(':');
-    if (part.size() < 2 || part[1] != '=' || colon == std::string_view::npos || !IsDriveLetter(part[0]))
+    if (part.size() < 2 || part[1] != '=' || colon == std::string_view::npos || !base::IsDriveLetter(part[0]))
         return drive;
     drive.root = CleanRoot(part.substr(colon + 1));
     if (drive.root.empty())
         return drive;
-    drive.letter = UpperDriveLetter(part[0]);
+    drive.letter = base::UpperDriveLetter(part[0]);
     drive.type = TypeOfName(part.substr(2, colon - 2));
     return drive;
 }
@@ -82,7 +82,7 @@ const std::vector<DriveEntry>& SetDrives() {
 }
 
 const DriveEntry* FindSetDrive(char letter) {
-    const auto found = std::ranges::find(SetDrives(), UpperDriveLetter(letter), &DriveEntry::letter);
+    const auto found = std::ranges::find(SetDrives(), base::UpperDriveLetter(letter), &DriveEntry::letter);
     return IsDriveTableSet() && found != SetDrives().end() ? &*found : nullptr;
 }
 

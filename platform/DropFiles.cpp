@@ -39,7 +39,7 @@ std::vector<std::string> WideNames(std::span<const std::uint8_t> bytes) {
         }
         if (name.empty())
             break;
-        names.push_back(Utf8FromUtf16(name));
+        names.push_back(base::Utf8FromUtf16(name));
         name.clear();
     }
     return names;

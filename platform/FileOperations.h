@@ -25,7 +25,7 @@ class FileOperationObserver {
 
     /// What could not be done, and why. The operation goes on with the other entries, unless the medium is
     /// full, gone or write-protected, which would only make them fail as well.
-    virtual void Failed(const std::string& path, SystemError error) = 0;
+    virtual void Failed(const std::string& path, base::SystemError error) = 0;
 };
 
 enum class FileOutcome { kDone, kFailed, kStopped };
@@ -43,7 +43,7 @@ FileOutcome DeleteTree(const std::string& path, FileOperationObserver& observer)
 /// Gives a file or folder another name or place on the same drive. Never replaces anything: a name that is in
 /// use, in any letter case, fails with kErrorAlreadyExists, and one that IsFileName refuses with
 /// kErrorInvalidName.
-SystemError RenameEntry(const std::string& from, const std::string& to);
+base::SystemError RenameEntry(const std::string& from, const std::string& to);
 
 /// Whether `inner` is the folder `folder` or lies below it, links resolved.
 bool IsWithin(const std::string& folder, const std::string& inner);

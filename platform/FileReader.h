@@ -28,7 +28,7 @@ class FileReader {
     virtual bool IsUnchanged() const { return false; }
 
     /// Opens a file. Returns null and sets `error` on failure; a folder is refused with kErrorAccessDenied.
-    static std::unique_ptr<FileReader> Open(const std::string& path, SystemError& error);
+    static std::unique_ptr<FileReader> Open(const std::string& path, base::SystemError& error);
 };
 
 } // namespace platform

@@ -30,22 +30,23 @@ bool FileExists(const std::string& path);
 bool FolderExists(const std::string& path);
 
 /// Makes one folder; its parent must exist.
-SystemError CreateFolder(const std::string& path);
+base::SystemError CreateFolder(const std::string& path);
 
 /// Deletes one file, or a link itself.
-SystemError DeleteFile(const std::string& path);
+base::SystemError DeleteFile(const std::string& path);
 
 /// Copies a file; an existing target is replaced only once the copy is complete.
-SystemError CopyFile(const std::string& from, const std::string& to);
+base::SystemError CopyFile(const std::string& from, const std::string& to);
 
 /// Whole content of a file of at most `maxBytes`; nothing on failure, with `error` set.
-std::optional<std::string> ReadWholeFile(const std::string& path, std::uint64_t maxBytes, SystemError& error);
+std::optional<std::string> ReadWholeFile(const std::string& path, std::uint64_t maxBytes,
+                                         base::SystemError& error);
 
 /// Puts `content` at `path`; a file there is replaced only once the new one is complete and on the medium.
-SystemError WriteWholeFile(const std::string& path, std::span<const char> content);
+base::SystemError WriteWholeFile(const std::string& path, std::span<const char> content);
 
 /// Creates `path` with `content`; fails with kErrorFileExists, changing nothing, when it is there already.
-SystemError CreateNewFile(const std::string& path, std::span<const char> content);
+base::SystemError CreateNewFile(const std::string& path, std::span<const char> content);
 
 /// The current folder, in this program's form.
 std::string CurrentFolder();

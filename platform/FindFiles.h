@@ -34,7 +34,7 @@ class FindFiles {
 
     /// Starts an enumeration of `folder` (with or without its last backslash). Returns null and sets `error`
     /// when it cannot be searched.
-    static std::unique_ptr<FindFiles> Start(const std::string& folder, SystemError& error);
+    static std::unique_ptr<FindFiles> Start(const std::string& folder, base::SystemError& error);
 };
 
 } // namespace platform

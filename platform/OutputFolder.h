@@ -35,11 +35,11 @@ class OutputFile {
     virtual ~OutputFile() = default;
 
     /// Appends all of `data`.
-    virtual SystemError Write(std::span<const std::uint8_t> data) = 0;
+    virtual base::SystemError Write(std::span<const std::uint8_t> data) = 0;
 
     /// Ends the file and gives it its name. A file or link of that name is replaced; a folder or a read-only
     /// file is not, and makes this fail. Call it once.
-    virtual SystemError Commit(const FileTraits& traits) = 0;
+    virtual base::SystemError Commit(const FileTraits& traits) = 0;
 };
 
 /// An open folder into which files are written and folders made. It stands for the folder itself, not for its
@@ -52,19 +52,19 @@ class OutputFolder {
     /// that name is replaced, and only once the new file is complete; after a failure what was there is still
     /// there and nothing else is left behind. A folder of that name is a failure. Without `times` the file
     /// keeps the time of writing; times that cannot be set are no failure.
-    virtual SystemError WriteFile(std::string_view name, std::span<const std::uint8_t> data,
-                                  const std::optional<FileTimes>& times) = 0;
+    virtual base::SystemError WriteFile(std::string_view name, std::span<const std::uint8_t> data,
+                                        const std::optional<FileTimes>& times) = 0;
 
     /// Starts a file of any length; `name` as above. It must not outlive this folder. Returns null and sets
     /// `error` on failure.
-    virtual std::unique_ptr<OutputFile> CreateFile(std::string_view name, SystemError& error) = 0;
+    virtual std::unique_ptr<OutputFile> CreateFile(std::string_view name, base::SystemError& error) = 0;
 
     /// Opens the folder `name` (one path component, exact first, then without regard to case) inside this
     /// one, making it, as `nameWhenMade`, when nothing of that name is there. A link is not followed. Returns
     /// null and sets `error` on failure. Making many folders inside one costs no listing of it for each: what
     /// an open folder holds is listed at most once.
     virtual std::unique_ptr<OutputFolder> OpenOrCreate(std::string_view name, std::string_view nameWhenMade,
-                                                       SystemError& error) = 0;
+                                                       base::SystemError& error) = 0;
 
     /// Opens a folder several levels below this one in one step, where the system can: names in their exact
     /// letter case with "\\" or "/" between them, no link followed. Null means only that OpenOrCreate has to
@@ -75,7 +75,7 @@ class OutputFolder {
     static std::size_t MostOpen();
 
     /// Opens an existing folder by path. Returns null and sets `error` on failure.
-    static std::unique_ptr<OutputFolder> Open(const std::string& path, SystemError& error);
+    static std::unique_ptr<OutputFolder> Open(const std::string& path, base::SystemError& error);
 };
 
 } // namespace platform

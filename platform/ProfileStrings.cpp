@@ -17,7 +17,7 @@ std::size_t GetProfileString(std::string_view section, std::string_view key, std
                              std::span<char> buffer, const std::string& file) {
     if (buffer.empty())
         return 0;
-    SystemError error;
+    base::SystemError error;
     const std::string content = ReadWholeFile(file, kMaxFileSize, error).value_or("");
     const std::optional<std::string_view> found =
         FindProfileValue(content, Utf8ToAnsi(section), Utf8ToAnsi(key));
@@ -28,12 +28,12 @@ std::size_t GetProfileString(std::string_view section, std::string_view key, std
     return length;
 }
 
-SystemError WriteProfileString(std::string_view section, std::string_view key, std::string_view value,
-                               const std::string& file) {
-    SystemError error;
+base::SystemError WriteProfileString(std::string_view section, std::string_view key, std::string_view value,
+                                     const std::string& file) {
+    base::SystemError error;
     const std::optional<std::string> before = ReadWholeFile(file, kMaxFileSize, error);
     // A file that is there but cannot be read must not be replaced by one with a single value.
-    if (!before && error.code != kErrorFileNotFound)
+    if (!before && error.code != base::kErrorFileNotFound)
         return error;
     const std::string content =
         SetProfileValue(before.value_or(""), Utf8ToAnsi(section), Utf8ToAnsi(key), Utf8ToAnsi(value));

@@ -19,7 +19,7 @@ std::size_t GetProfileString(std::string_view section, std::string_view key, std
 
 /// Sets one value, adding the section, the key or the file as needed. Everything else in the file, comments
 /// and order included, is kept byte for byte. The file is replaced only once the new one is complete.
-SystemError WriteProfileString(std::string_view section, std::string_view key, std::string_view value,
-                               const std::string& file);
+base::SystemError WriteProfileString(std::string_view section, std::string_view key, std::string_view value,
+                                     const std::string& file);
 
 } // namespace platform

@@ -26,7 +26,7 @@ std::string_view Unquoted(std::string_view value) {
 }
 
 bool IsName(std::string_view bytes, std::string_view name) {
-    return EqualsNoCase(AnsiToUtf8(Trimmed(bytes)), AnsiToUtf8(name));
+    return base::EqualsNoCase(AnsiToUtf8(Trimmed(bytes)), AnsiToUtf8(name));
 }
 
 /// Where the byte-order mark that some editors write ends.

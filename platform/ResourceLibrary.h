@@ -18,7 +18,7 @@ class ResourceLibrary {
 
     /// Loads the library at `path`. Returns null and sets `error` when the file cannot be read or is no
     /// such library. The file is not held open where the system allows it.
-    static std::unique_ptr<ResourceLibrary> Load(const std::string& path, SystemError& error);
+    static std::unique_ptr<ResourceLibrary> Load(const std::string& path, base::SystemError& error);
 };
 
 } // namespace platform

@@ -15,10 +15,10 @@ class ScratchFile {
     virtual ~ScratchFile() = default;
 
     /// Writes all of `data` at `offset`.
-    virtual SystemError WriteAt(std::uint64_t offset, std::span<const std::uint8_t> data) = 0;
+    virtual base::SystemError WriteAt(std::uint64_t offset, std::span<const std::uint8_t> data) = 0;
 
     /// Fills all of `buffer` from `offset`.
-    virtual SystemError ReadAt(std::uint64_t offset, std::span<std::uint8_t> buffer) = 0;
+    virtual base::SystemError ReadAt(std::uint64_t offset, std::span<std::uint8_t> buffer) = 0;
 
     /// Makes one on a fixed drive. Returns null when there is no place for it.
     static std::unique_ptr<ScratchFile> Create();

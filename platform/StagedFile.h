@@ -14,19 +14,19 @@ namespace platform {
 /// Destroyed before that, or with the whole program, it leaves nothing under its own name.
 class StagedFile : public FileReader {
   public:
-    virtual SystemError WriteAt(std::uint64_t offset, std::span<const std::uint8_t> data) = 0;
+    virtual base::SystemError WriteAt(std::uint64_t offset, std::span<const std::uint8_t> data) = 0;
 
     /// Brings all that was written onto the medium, so that what is read afterwards comes from there where
     /// the system allows it.
-    virtual SystemError Flush() = 0;
+    virtual base::SystemError Flush() = 0;
 
     /// Gives the file its name, in place of another file of that name.
-    virtual SystemError Commit() = 0;
+    virtual base::SystemError Commit() = 0;
 
     /// Starts the file `name` in `folder`, and takes away what programs that were killed have left of theirs
     /// there. Returns null and sets `error` on failure.
     static std::unique_ptr<StagedFile> Create(const std::string& folder, const std::string& name,
-                                              SystemError& error);
+                                              base::SystemError& error);
 };
 
 } // namespace platform

@@ -39,7 +39,7 @@ bool TreeSize::CountSome(std::size_t entries) {
                 return false;
             folder_ = std::move(waiting_.back());
             waiting_.pop_back();
-            SystemError error;
+            base::SystemError error;
             listing_ = FindFiles::Start(folder_, error);
             if (!listing_)
                 continue;

@@ -20,7 +20,7 @@ class TreeWork {
         return !isStopped_;
     }
 
-    void Fail(const std::string& path, SystemError error) {
+    void Fail(const std::string& path, base::SystemError error) {
         ++failures_;
         observer_.Failed(path, error);
     }
@@ -36,9 +36,9 @@ class TreeWork {
     }
 
     /// Whether after such a failure the rest would only fail too.
-    static bool IsHopeless(SystemError error) {
-        return error.code == kErrorDiskFull || error.code == kErrorWriteProtect ||
-               error.code == kErrorNotReady;
+    static bool IsHopeless(base::SystemError error) {
+        return error.code == base::kErrorDiskFull || error.code == base::kErrorWriteProtect ||
+               error.code == base::kErrorNotReady;
     }
 
   private:

@@ -22,7 +22,7 @@ struct CabRow {
 };
 
 /// The rows that the cabinet dialog would show.
-archive::CabResult Rows(archive::CabFile& cabinet, const ProbeCommand& command, std::vector<CabRow>& rows) {
+cabinet::CabResult Rows(cabinet::CabFile& cabinet, const ProbeCommand& command, std::vector<CabRow>& rows) {
     cabinet.CabName = platform::PathFromHost(command.archive);
     cabinet.FileFound = [&](const std::string& name, const std::string& folder, std::uint32_t size,
                             const platform::SystemTime& time) {
@@ -31,7 +31,7 @@ archive::CabResult Rows(archive::CabFile& cabinet, const ProbeCommand& command, 
     return cabinet.GetInfo("");
 }
 
-void WriteStatus(JsonWriter& json, const archive::CabResult& result) {
+void WriteStatus(JsonWriter& json, const cabinet::CabResult& result) {
     json.Key("status").Value(result.number).Key("error").Value(result.description);
 }
 
@@ -42,9 +42,9 @@ bool IsWanted(const ProbeCommand& command, std::size_t index) {
 } // namespace
 
 void ListCab(const ProbeCommand& command, JsonWriter& json) {
-    archive::CabFile cabinet;
+    cabinet::CabFile cabinet;
     std::vector<CabRow> rows;
-    const archive::CabResult result = Rows(cabinet, command, rows);
+    const cabinet::CabResult result = Rows(cabinet, command, rows);
     json.OpenObject();
     WriteStatus(json, result);
     json.Key("entries").OpenArray();
@@ -57,16 +57,16 @@ void ListCab(const ProbeCommand& command, JsonWriter& json) {
 }
 
 void ExtractCab(const ProbeCommand& command, JsonWriter& json) {
-    archive::CabFile cabinet;
+    cabinet::CabFile cabinet;
     std::vector<CabRow> rows;
-    archive::CabResult result = Rows(cabinet, command, rows);
+    cabinet::CabResult result = Rows(cabinet, command, rows);
     const std::string folder = platform::PathFromHost(command.folder);
     std::set<std::string> extracted; // one call extracts all files of a name
     for (std::size_t i = 0; i < rows.size(); ++i) {
         const std::string name = rows[i].folder + rows[i].name;
-        if (!IsWanted(command, i + 1) || !extracted.insert(platform::ToUpper(name)).second)
+        if (!IsWanted(command, i + 1) || !extracted.insert(base::ToUpper(name)).second)
             continue;
-        const archive::CabResult one = cabinet.Extract(name, folder, cabinet.CabName);
+        const cabinet::CabResult one = cabinet.Extract(name, folder, cabinet.CabName);
         if (result && !one)
             result = one;
     }
@@ -83,9 +83,9 @@ void PackCab(const ProbeCommand& command, JsonWriter& json) {
         destination += '\\';
     const bool isFolder = platform::FolderExists(source);
     std::int16_t status = 0;
-    const platform::CabReport report =
-        platform::CabCompress(isFolder ? platform::kCabModeFolder : platform::kCabModeFile, destination, name,
-                              isFolder ? source + '\\' : source, status);
+    const cabinet::CabReport report =
+        cabinet::CabCompress(isFolder ? cabinet::kCabModeFolder : cabinet::kCabModeFile, destination, name,
+                             isFolder ? source + '\\' : source, status);
     json.OpenObject().Key("status").Value(status).Key("error").Value(report.Description()).CloseObject();
 }
 

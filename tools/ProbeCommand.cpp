@@ -37,9 +37,9 @@ std::string FormatOf(const std::string& archive) {
         return "rar";
     if (start.starts_with("PK"))
         return "zip";
-    if (platform::EndsWithNoCase(archive, ".cab"))
+    if (base::EndsWithNoCase(archive, ".cab"))
         return "cab";
-    return platform::EndsWithNoCase(archive, ".rar") ? "rar" : "zip";
+    return base::EndsWithNoCase(archive, ".rar") ? "rar" : "zip";
 }
 
 /// Takes one option with its value into `command`; false when it is not a good one.

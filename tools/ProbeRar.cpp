@@ -13,29 +13,29 @@ namespace tools {
 namespace {
 
 /// Writes the rows that the RAR dialog would show.
-class Rows final : public archive::RarListObserver {
+class Rows final : public rar::RarListObserver {
   public:
     explicit Rows(JsonWriter& json) : json_(json) {}
 
     std::string TimeText(const platform::SystemTime& local) override { return DateText(local); }
 
-    void RarFileFound(const archive::RarFile& file) override {
+    void RarFileFound(const rar::RarFile& file) override {
         json_.OpenObject().Key("index").Value(file.entry).Key("name").Value(file.name);
         json_.Key("size").Value(static_cast<std::int64_t>(file.size));
-        json_.Key("modified").Value(archive::RarArchiveTimeText()).CloseObject();
+        json_.Key("modified").Value(rar::RarArchiveTimeText()).CloseObject();
     }
 
   private:
     JsonWriter& json_;
 };
 
-class Uninterested final : public archive::RarExtractionObserver {
+class Uninterested final : public rar::RarExtractionObserver {
   public:
-    void EntryBegins(archive::RarPass, const std::string&) override {}
+    void EntryBegins(rar::RarPass, const std::string&) override {}
 
     bool EntryProgress(std::uint64_t, std::uint64_t) override { return true; }
 
-    bool EntryDone(archive::RarPass) override { return true; }
+    bool EntryDone(rar::RarPass) override { return true; }
 };
 
 } // namespace
@@ -43,28 +43,28 @@ class Uninterested final : public archive::RarExtractionObserver {
 void ListRar(const ProbeCommand& command, const ProbeMessages& messages, JsonWriter& json) {
     json.OpenObject().Key("entries").OpenArray();
     Rows rows(json);
-    const auto listing = archive::ListRarArchive(platform::PathFromHost(command.archive), "", rows);
-    json.CloseArray().Key("status").Value(listing == archive::RarListing::kDone ? 0 : 1);
+    const auto listing = rar::ListRarArchive(platform::PathFromHost(command.archive), "", rows);
+    json.CloseArray().Key("status").Value(listing == rar::RarListing::kDone ? 0 : 1);
     messages.Write(json);
     json.CloseObject();
 }
 
 void TestRar(const ProbeCommand& command, JsonWriter& json) {
-    platform::RAROpenArchiveData data;
+    rar::RAROpenArchiveData data;
     data.ArcName = platform::PathFromHost(command.archive);
-    data.OpenMode = platform::kRarOpenExtract;
-    const auto archive = platform::TheRarLibrary().RAROpenArchive(data);
+    data.OpenMode = rar::kRarOpenExtract;
+    const auto archive = rar::TheRarLibrary().RAROpenArchive(data);
     json.OpenObject().Key("entries").OpenArray();
-    platform::RARHeaderData header;
+    rar::RARHeaderData header;
     int status = data.OpenResult;
-    while (archive && (status = archive->RARReadHeader(header)) == platform::kRarSuccess) {
-        archive::Cls_CRC32 crc;
+    while (archive && (status = archive->RARReadHeader(header)) == rar::kRarSuccess) {
+        codec::Cls_CRC32 crc;
         crc.ResetCRC32();
         archive->RARSetCallback([&](std::span<const std::uint8_t> piece) {
             crc.CalcCRC32Block(piece);
             return true;
         });
-        const int result = archive->RARProcessFile(platform::kRarTest, "", "", nullptr);
+        const int result = archive->RARProcessFile(rar::kRarTest, "", "", nullptr);
         json.OpenObject().Key("name").Value(header.FileName).Key("result").Value(result);
         json.Key("crc").Value(CrcText(static_cast<std::int32_t>(crc.CRC32()))).CloseObject();
     }
@@ -72,15 +72,15 @@ void TestRar(const ProbeCommand& command, JsonWriter& json) {
 }
 
 void ExtractRar(const ProbeCommand& command, const ProbeMessages& messages, JsonWriter& json) {
-    archive::RarFilter filter;
+    rar::RarFilter filter;
     if (command.entries)
         filter = [&](std::int32_t entry, const std::string&) {
             return std::ranges::count(*command.entries, entry) > 0;
         };
     Uninterested observer;
-    const archive::RarOutcome outcome = archive::ExtractRarArchive(
-        platform::PathFromHost(command.folder) + '\\', platform::PathFromHost(command.archive),
-        command.password.value_or(""), observer, filter);
+    const rar::RarOutcome outcome = rar::ExtractRarArchive(platform::PathFromHost(command.folder) + '\\',
+                                                           platform::PathFromHost(command.archive),
+                                                           command.password.value_or(""), observer, filter);
     json.OpenObject().Key("status").Value(outcome.complete ? 0 : 1);
     json.Key("written").Value(outcome.written);
     messages.Write(json);

@@ -24,7 +24,7 @@ namespace {
 
 constexpr int kWrongUsage = 2;
 
-void WriteEntry(tools::JsonWriter& json, const archive::Cls_GetFileType& front, std::int32_t entry) {
+void WriteEntry(tools::JsonWriter& json, const zip::Cls_GetFileType& front, std::int32_t entry) {
     json.OpenObject()
         .Key("index")
         .Value(entry)
@@ -50,8 +50,8 @@ void WriteEntry(tools::JsonWriter& json, const archive::Cls_GetFileType& front, 
 }
 
 /// The entries that the command names, or all of them.
-archive::EntrySelection Selection(const tools::ProbeCommand& command, std::int32_t count) {
-    archive::EntrySelection selection(static_cast<std::size_t>(count) + 1, !command.entries);
+zip::EntrySelection Selection(const tools::ProbeCommand& command, std::int32_t count) {
+    zip::EntrySelection selection(static_cast<std::size_t>(count) + 1, !command.entries);
     if (command.entries)
         for (const std::int32_t entry : *command.entries)
             if (entry <= count)
@@ -61,7 +61,7 @@ archive::EntrySelection Selection(const tools::ProbeCommand& command, std::int32
 
 void ListZip(const tools::ProbeCommand& command, const tools::ProbeMessages& messages,
              tools::JsonWriter& json) {
-    archive::Cls_GetFileType front;
+    zip::Cls_GetFileType front;
     json.OpenObject().Key("status").Value(front.Get_Contents(platform::PathFromHost(command.archive)));
     json.Key("comment").Value(front.CommentsPack()).Key("entries").OpenArray();
     for (std::int32_t entry = 1; entry <= front.FileCount(); ++entry)
@@ -82,11 +82,11 @@ void MakeFolder(const std::string& path) {
 
 void ExtractZip(const tools::ProbeCommand& command, const tools::ProbeMessages& messages,
                 tools::JsonWriter& json) {
-    archive::Cls_GetFileType front;
+    zip::Cls_GetFileType front;
     std::int16_t status = front.Get_Contents(platform::PathFromHost(command.archive));
     const std::string folder = platform::PathFromHost(command.folder);
     MakeFolder(folder);
-    if (status == archive::kStatusDone)
+    if (status == zip::kStatusDone)
         status = front.UnPack(Selection(command, front.FileCount()), folder);
     json.OpenObject().Key("status").Value(status);
     messages.Write(json);

@@ -6,7 +6,7 @@
 #include <new>
 #include <zlib.h>
 
-namespace platform::cabinet {
+namespace cabinet {
 namespace {
 
 constexpr int kLevel = 5; // quicker than the usual; history gains more than it costs
@@ -100,4 +100,4 @@ std::size_t BlockCompressor::Compress(std::span<const std::uint8_t> raw, std::ui
     return kDataSize + storedSize;
 }
 
-} // namespace platform::cabinet
+} // namespace cabinet

@@ -6,7 +6,7 @@
 #include <span>
 #include <vector>
 
-namespace platform::cabinet {
+namespace cabinet {
 
 /// Makes the MSZIP data blocks of a run, one after another, from nothing but their own bytes and those before
 /// them, so that any number of compressors make the same blocks.
@@ -35,4 +35,4 @@ class BlockCompressor {
     std::unique_ptr<Stream> stream_;
 };
 
-} // namespace platform::cabinet
+} // namespace cabinet

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <system_error>
 
-namespace platform::cabinet {
+namespace cabinet {
 
 PackedRun::PackedRun()
     : raw_((1 + kMostBlocks) * kBlockSize), packed_(kMostBlocks * BlockCompressor::LargestResult()) {}
@@ -58,7 +58,7 @@ BlockPipeline::~BlockPipeline() {
         worker.join();
 }
 
-PackedRun* BlockPipeline::Next(bool isContinued, SystemError& error) {
+PackedRun* BlockPipeline::Next(bool isContinued, base::SystemError& error) {
     // One place of the ring stays free for the run that is filled, so the one before it is still there for
     // its history, handed on or not.
     error = {};
@@ -84,20 +84,20 @@ void BlockPipeline::Submit() {
     mayWork_.notify_one();
 }
 
-SystemError BlockPipeline::Finish() {
-    SystemError error;
+base::SystemError BlockPipeline::Finish() {
+    base::SystemError error;
     while (first_ < submitted_ && !error)
         error = HandOnOldest();
     return error;
 }
 
-SystemError BlockPipeline::HandOnOldest() {
+base::SystemError BlockPipeline::HandOnOldest() {
     PackedRun& run = runs_[first_ % runs_.size()];
     {
         std::unique_lock lock(mutex_);
         isPacked_.wait(lock, [&] { return run.isPacked_; });
     }
-    const SystemError error = output_(run);
+    const base::SystemError error = output_(run);
     ++first_;
     return error;
 }
@@ -130,4 +130,4 @@ void BlockPipeline::Work() {
     }
 }
 
-} // namespace platform::cabinet
+} // namespace cabinet

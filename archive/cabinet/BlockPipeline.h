@@ -12,7 +12,7 @@
 #include <thread>
 #include <vector>
 
-namespace platform::cabinet {
+namespace cabinet {
 
 /// Some consecutive blocks of one folder on their way from raw to packed.
 class PackedRun {
@@ -54,7 +54,7 @@ class PackedRun {
 class BlockPipeline {
   public:
     /// Takes a packed run; what it answers ends the packing.
-    using Output = std::function<SystemError(const PackedRun& run)>;
+    using Output = std::function<base::SystemError(const PackedRun& run)>;
 
     explicit BlockPipeline(Output output);
     ~BlockPipeline();
@@ -63,18 +63,18 @@ class BlockPipeline {
 
     /// An empty run to fill. Waits for the oldest, and hands it on, when all are in use. Null when the output
     /// failed, with `error` set. `isContinued` says that it goes on in the folder of the run before.
-    PackedRun* Next(bool isContinued, SystemError& error);
+    PackedRun* Next(bool isContinued, base::SystemError& error);
 
     /// Gives the run that Next() answered last to the workers.
     void Submit();
 
     /// Waits for all that was submitted and hands it on.
-    SystemError Finish();
+    base::SystemError Finish();
 
   private:
     void Work();
     static void Pack(PackedRun& run, class BlockCompressor& compressor);
-    SystemError HandOnOldest();
+    base::SystemError HandOnOldest();
 
     Output output_;
     std::vector<PackedRun> runs_; // a ring
@@ -89,4 +89,4 @@ class BlockPipeline {
     std::vector<std::thread> workers_;
 };
 
-} // namespace platform::cabinet
+} // namespace cabinet

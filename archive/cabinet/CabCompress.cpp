@@ -11,7 +11,7 @@
 #include <new>
 #include <system_error>
 
-namespace platform {
+namespace cabinet {
 
 using cabinet::PackPlan;
 using cabinet::ProgressMeter;
@@ -75,14 +75,15 @@ CabReport Make(std::int32_t mode, const std::string& destination, const std::str
             return report;
     }
     progress.SetTotal(2 * plan.size);
-    SystemError error;
-    const std::unique_ptr<StagedFile> staged = StagedFile::Create(destination, cabinetName, error);
+    base::SystemError error;
+    const std::unique_ptr<platform::StagedFile> staged =
+        platform::StagedFile::Create(destination, cabinetName, error);
     if (!staged)
         return {CabFailure::kCannotWrite, "", error};
     report = cabinet::WriteCabinet(plan, *source, *staged, progress);
     if (report.failure != CabFailure::kNone)
         return report;
-    if ((error = DoWhileTelling<SystemError>(progress, [&] { return staged->Flush(); })))
+    if ((error = DoWhileTelling<base::SystemError>(progress, [&] { return staged->Flush(); })))
         return {CabFailure::kCannotWrite, "", error};
     report = cabinet::CheckCabinet(plan, *source, *staged, progress);
     if (report.failure == CabFailure::kNone && !progress.Tell())
@@ -145,7 +146,7 @@ CabReport CabCompress(std::int32_t mode, const std::string& destination, const s
         ProgressMeter meter(progress);
         report = Make(mode, destination, cabinetName, source, meter);
     } catch (const std::bad_alloc&) {
-        report = {CabFailure::kCannotWrite, "", {kErrorNotEnoughMemory}};
+        report = {CabFailure::kCannotWrite, "", {base::kErrorNotEnoughMemory}};
     }
     if (report.path.empty() && report.failure != CabFailure::kNone)
         report.path = report.failure == CabFailure::kCannotWrite ? destination + cabinetName : source;
@@ -153,4 +154,4 @@ CabReport CabCompress(std::int32_t mode, const std::string& destination, const s
     return report;
 }
 
-} // namespace platform
+} // namespace cabinet

@@ -6,7 +6,7 @@
 #include <functional>
 #include <string>
 
-namespace platform {
+namespace cabinet {
 
 inline constexpr std::int32_t kCabModeFolder = 1; ///< pack a folder and everything below it
 inline constexpr std::int32_t kCabModeFile = 2;   ///< pack one file
@@ -32,8 +32,8 @@ enum class CabFailure : std::int16_t {
 /// What a call of CabCompress came to.
 struct CabReport {
     CabFailure failure = CabFailure::kNone;
-    std::string path;  ///< the file or folder that was the reason; UTF-8, for people to read
-    SystemError error; ///< where the system refused something
+    std::string path;        ///< the file or folder that was the reason; UTF-8, for people to read
+    base::SystemError error; ///< where the system refused something
 
     /// One English sentence that names the path and the reason; empty for success.
     std::string Description() const;
@@ -61,4 +61,4 @@ CabReport CabCompress(std::int32_t mode, const std::string& destination, const s
                       const std::string& source, std::int16_t& status,
                       const CabProgressFunction& progress = {});
 
-} // namespace platform
+} // namespace cabinet

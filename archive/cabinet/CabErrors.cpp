@@ -4,7 +4,7 @@
 #include <array>
 #include <string_view>
 
-namespace archive {
+namespace cabinet {
 
 namespace {
 
@@ -56,4 +56,4 @@ std::string CabObjectErrorText(std::uint32_t number) {
                : std::string(kUnknown);
 }
 
-} // namespace archive
+} // namespace cabinet

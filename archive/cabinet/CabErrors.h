@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-namespace archive {
+namespace cabinet {
 
 /// Object error: an operation was started without a cabinet.
 inline constexpr std::uint32_t kCabErrorNoName = 0x800407A4;
@@ -14,4 +14,4 @@ std::string CabErrorText(std::uint32_t number);
 /// Text of an error number of CabFile's own.
 std::string CabObjectErrorText(std::uint32_t number);
 
-} // namespace archive
+} // namespace cabinet

@@ -9,7 +9,7 @@
 
 #include <algorithm>
 
-namespace archive {
+namespace cabinet {
 
 namespace {
 
@@ -23,18 +23,18 @@ CabResult Raise(std::uint32_t number, std::string description) {
 }
 
 /// Up to the first NUL, and no further than the field is read.
-std::string NameOf(const platform::FILE_IN_CABINET_INFO& info) {
+std::string NameOf(const FILE_IN_CABINET_INFO& info) {
     const std::size_t end = info.NameInCabinet.find('\0');
     return info.NameInCabinet.substr(0, std::min(end, kLongestNameRead));
 }
 
 bool MayBeMissingFolder(std::uint32_t number) {
-    return number == platform::kErrorFileNotFound || number == platform::kErrorPathNotFound;
+    return number == base::kErrorFileNotFound || number == base::kErrorPathNotFound;
 }
 
 } // namespace
 
-CabFile::CabFile() : iterator_(DecodeMszipBlock) {}
+CabFile::CabFile() : iterator_(codec::DecodeMszipBlock) {}
 
 CabFile::~CabFile() {
     if (CurrentCabFile() == this)
@@ -83,71 +83,71 @@ CabResult CabFile::Extract(const std::string& fileFilter, const std::string& des
 
 CabResult CabFile::Iterate(std::uintptr_t mode) {
     SetCurrentCabFile(this);
-    const platform::SystemError error = iterator_.Iterate(CabName, CabIterateCallback, mode, fileFilter_);
+    const base::SystemError error = iterator_.Iterate(CabName, CabIterateCallback, mode, fileFilter_);
     return error ? Raise(error.code, CabErrorText(error.code)) : CabResult{};
 }
 
 std::uint32_t CabFile::OnNotification(std::uintptr_t context, std::uint32_t notification, void* param1,
                                       std::uintptr_t /*param2*/) {
-    if (notification == platform::kNotifyFileInCabinet)
-        return OnFileInCabinet(context, *static_cast<platform::FILE_IN_CABINET_INFO*>(param1));
-    if (notification == platform::kNotifyFileExtracted) {
-        const auto& paths = *static_cast<const platform::FILEPATHS*>(param1);
-        if (paths.Win32Error == platform::kNoError && context == kModeExtract && AfterExtract)
+    if (notification == kNotifyFileInCabinet)
+        return OnFileInCabinet(context, *static_cast<FILE_IN_CABINET_INFO*>(param1));
+    if (notification == kNotifyFileExtracted) {
+        const auto& paths = *static_cast<const FILEPATHS*>(param1);
+        if (paths.Win32Error == kNoError && context == kModeExtract && AfterExtract)
             AfterExtract(paths.Target);
         return paths.Win32Error;
     }
-    if (notification == platform::kNotifyFileProgress)
-        return OnProgress(*static_cast<const platform::FILE_PROGRESS*>(param1));
-    return platform::kNoError; // no further cabinet is supplied
+    if (notification == kNotifyFileProgress)
+        return OnProgress(*static_cast<const FILE_PROGRESS*>(param1));
+    return kNoError; // no further cabinet is supplied
 }
 
-std::uint32_t CabFile::OnProgress(const platform::FILE_PROGRESS& progress) const {
+std::uint32_t CabFile::OnProgress(const FILE_PROGRESS& progress) const {
     bool cancel = false;
     if (Progress)
         Progress(progress.Done, progress.Size, cancel);
-    return cancel ? kCabErrorCancelled : platform::kNoError;
+    return cancel ? kCabErrorCancelled : kNoError;
 }
 
-std::uint32_t CabFile::OnFileInCabinet(std::uintptr_t mode, platform::FILE_IN_CABINET_INFO& info) {
+std::uint32_t CabFile::OnFileInCabinet(std::uintptr_t mode, FILE_IN_CABINET_INFO& info) {
     const std::string name = NameOf(info);
-    if (!fileFilter_.empty() && !platform::EqualsNoCase(fileFilter_, name))
-        return platform::kFileOpSkip;
+    if (!fileFilter_.empty() && !base::EqualsNoCase(fileFilter_, name))
+        return kFileOpSkip;
     if (mode == kModeList)
         return List(name, info);
     if (mode == kModeExtract)
         return Prepare(name, info);
     info.FullTargetName = TargetOf(name, destination_, namingSource_);
-    return platform::kFileOpCompare;
+    return kFileOpCompare;
 }
 
-std::uint32_t CabFile::List(const std::string& name, const platform::FILE_IN_CABINET_INFO& info) const {
+std::uint32_t CabFile::List(const std::string& name, const FILE_IN_CABINET_INFO& info) const {
     platform::FileTime fileTime;
     platform::DosDateTimeToFileTime(info.DosDate, info.DosTime, fileTime);
     const std::size_t nameStart = name.find_last_of('\\') + 1;
     if (FileFound)
         FileFound(name.substr(nameStart), name.substr(0, nameStart), info.FileSize,
                   platform::FileTimeToSystemTime(fileTime));
-    return fileFilter_.empty() ? platform::kFileOpSkip : platform::kFileOpAbort;
+    return fileFilter_.empty() ? kFileOpSkip : kFileOpAbort;
 }
 
-std::uint32_t CabFile::Prepare(const std::string& name, platform::FILE_IN_CABINET_INFO& info) {
+std::uint32_t CabFile::Prepare(const std::string& name, FILE_IN_CABINET_INFO& info) {
     bool cancel = false;
     if (BeforeExtract)
         BeforeExtract(name, cancel);
     if (cancel)
-        return platform::kFileOpSkip;
+        return kFileOpSkip;
     const CabTarget target = CabTargetPath(CabName, destination_, namingSource_, name);
     if (!StaysBelowRoot(target))
-        return platform::kFileOpSkip;
+        return kFileOpSkip;
     if (!folders_ || foldersRoot_ != target.root) {
-        folders_ = std::make_unique<OpenFolders>(target.root);
+        folders_ = std::make_unique<output::OpenFolders>(target.root);
         foldersRoot_ = target.root;
     }
     std::string path = target.Path();
     info.TargetFolder = MakeFolderTree(path.substr(0, path.find_last_of("\\/") + 1));
     info.FullTargetName = std::move(path);
-    return info.TargetFolder ? platform::kFileOpDoIt : platform::kFileOpSkip;
+    return info.TargetFolder ? kFileOpDoIt : kFileOpSkip;
 }
 
 /// Opens the folder, below the destination, and makes each level of it that is missing.
@@ -157,4 +157,4 @@ platform::OutputFolder* CabFile::MakeFolderTree(const std::string& folder) {
     return folders_->CreateFolderPath(folder, folder);
 }
 
-} // namespace archive
+} // namespace cabinet

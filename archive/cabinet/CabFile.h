@@ -8,9 +8,11 @@
 #include <memory>
 #include <string>
 
-namespace archive {
-
+namespace output {
 class OpenFolders;
+}
+
+namespace cabinet {
 
 /// Error number of an operation that was cancelled.
 inline constexpr std::uint32_t kCabErrorCancelled = 1223;
@@ -78,18 +80,18 @@ class CabFile {
   private:
     CabResult Iterate(std::uintptr_t mode);
     CabResult Begin(const std::string& fileFilter);
-    std::uint32_t OnProgress(const platform::FILE_PROGRESS& progress) const;
-    std::uint32_t OnFileInCabinet(std::uintptr_t mode, platform::FILE_IN_CABINET_INFO& info);
-    std::uint32_t List(const std::string& name, const platform::FILE_IN_CABINET_INFO& info) const;
-    std::uint32_t Prepare(const std::string& name, platform::FILE_IN_CABINET_INFO& info);
+    std::uint32_t OnProgress(const FILE_PROGRESS& progress) const;
+    std::uint32_t OnFileInCabinet(std::uintptr_t mode, FILE_IN_CABINET_INFO& info);
+    std::uint32_t List(const std::string& name, const FILE_IN_CABINET_INFO& info) const;
+    std::uint32_t Prepare(const std::string& name, FILE_IN_CABINET_INFO& info);
     platform::OutputFolder* MakeFolderTree(const std::string& folder);
 
-    platform::CabinetIterator iterator_;
+    CabinetIterator iterator_;
     std::string fileFilter_;
     std::string destination_;
     std::string namingSource_;
-    std::unique_ptr<OpenFolders> folders_;
+    std::unique_ptr<output::OpenFolders> folders_;
     std::string foldersRoot_; // the destination that folders_ stands for
 };
 
-} // namespace archive
+} // namespace cabinet

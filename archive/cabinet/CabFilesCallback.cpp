@@ -3,7 +3,7 @@
 #include "archive/cabinet/CabFile.h"
 #include "archive/cabinet/CabinetIterator.h"
 
-namespace archive {
+namespace cabinet {
 
 namespace {
 
@@ -21,8 +21,7 @@ void SetCurrentCabFile(CabFile* cabFile) {
 
 std::uint32_t CabIterateCallback(std::uintptr_t context, std::uint32_t notification, void* param1,
                                  std::uintptr_t param2) {
-    return currentCabFile ? currentCabFile->OnNotification(context, notification, param1, param2)
-                          : platform::kNoError;
+    return currentCabFile ? currentCabFile->OnNotification(context, notification, param1, param2) : kNoError;
 }
 
-} // namespace archive
+} // namespace cabinet

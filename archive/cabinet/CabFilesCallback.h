@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-namespace archive {
+namespace cabinet {
 
 class CabFile;
 
@@ -15,4 +15,4 @@ void SetCurrentCabFile(CabFile* cabFile);
 std::uint32_t CabIterateCallback(std::uintptr_t context, std::uint32_t notification, void* param1,
                                  std::uintptr_t param2);
 
-} // namespace archive
+} // namespace cabinet

@@ -5,7 +5,7 @@
 
 #include <string_view>
 
-namespace archive {
+namespace cabinet {
 
 namespace {
 
@@ -27,7 +27,7 @@ CabTarget CabTargetPath(const std::string& cabName, const std::string& destinati
     if (!target.root.ends_with('\\'))
         target.root += '\\';
     const std::string base = FileNameWithoutExtension(namingSource.empty() ? name : namingSource);
-    if (platform::EqualsNoCase(base, name)) {
+    if (base::EqualsNoCase(base, name)) {
         target.file = base;
     } else {
         target.folder = base.empty() ? "" : base + '\\';
@@ -39,8 +39,8 @@ CabTarget CabTargetPath(const std::string& cabName, const std::string& destinati
 bool StaysBelowRoot(const CabTarget& target) {
     // The sub-folder is named after a file that exists, so only what would mean another folder is refused
     // there.
-    return platform::StaysInTarget(target.file) && !target.file.ends_with('\\') &&
-           !target.file.ends_with('/') && target.folder != "..\\";
+    return base::StaysInTarget(target.file) && !target.file.ends_with('\\') && !target.file.ends_with('/') &&
+           target.folder != "..\\";
 }
 
-} // namespace archive
+} // namespace cabinet

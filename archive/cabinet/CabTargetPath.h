@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace archive {
+namespace cabinet {
 
 /// Where a file of a cabinet goes.
 struct CabTarget {
@@ -23,4 +23,4 @@ CabTarget CabTargetPath(const std::string& cabName, const std::string& destinati
 /// Whether the target stays below its root on every system that the program runs on.
 bool StaysBelowRoot(const CabTarget& target);
 
-} // namespace archive
+} // namespace cabinet

@@ -11,7 +11,7 @@
 #include <system_error>
 #include <thread>
 
-namespace platform::cabinet {
+namespace cabinet {
 namespace {
 
 constexpr std::size_t kMostThreads = 4; // each has read the records for itself
@@ -23,7 +23,7 @@ const CabReport kNotTheSame{CabFailure::kReadBack, "", {}};
 /// The whole file, as the library sees it.
 class WholeFile final : public MspackInput {
   public:
-    explicit WholeFile(FileReader& file) : input_(file) {}
+    explicit WholeFile(platform::FileReader& file) : input_(file) {}
 
     std::size_t Read(std::uint64_t position, std::span<std::uint8_t> out) override {
         input_.Seek(position);
@@ -33,7 +33,7 @@ class WholeFile final : public MspackInput {
     bool Faulted() const override { return input_.Faulted(); }
 
   private:
-    BufferedInput input_;
+    platform::BufferedInput input_;
 };
 
 bool HasFields(const mscabd_file& file, const StoredFields& fields) {
@@ -88,13 +88,13 @@ class Findings {
 /// One thread's reading of the cabinet.
 class Checker {
   public:
-    Checker(const PackPlan& plan, const PackSource& source, FileReader& cabinet, ProgressMeter& progress,
-            Findings& findings)
+    Checker(const PackPlan& plan, const PackSource& source, platform::FileReader& cabinet,
+            ProgressMeter& progress, Findings& findings)
         : plan_(plan), source_(source), progress_(progress), findings_(findings), input_(cabinet),
           services_(input_), compared_(kCompareStep) {}
 
     void Run() {
-        SystemError error;
+        base::SystemError error;
         const mscabd_cabinet* cabinet = services_.Open(error);
         if (!cabinet)
             return findings_.Fail({CabFailure::kReadBack, "", error});
@@ -113,7 +113,7 @@ class Checker {
   private:
     bool CompareRecords(const mscabd_cabinet& cabinet);
     bool CompareContent(std::size_t index);
-    SystemError Compare(std::span<const std::uint8_t> data, PackInput& input, bool& sourceFailed);
+    base::SystemError Compare(std::span<const std::uint8_t> data, PackInput& input, bool& sourceFailed);
 
     const PackPlan& plan_;
     const PackSource& source_;
@@ -149,7 +149,7 @@ bool Checker::CompareRecords(const mscabd_cabinet& cabinet) {
 bool Checker::CompareContent(std::size_t index) {
     const PackEntry& entry = plan_.files[index];
     progress_.SetFile(entry.name);
-    const auto fail = [&](CabFailure failure, SystemError error = {}) {
+    const auto fail = [&](CabFailure failure, base::SystemError error = {}) {
         findings_.Fail({failure, source_.PathOf(entry.name), error});
         return false;
     };
@@ -161,7 +161,7 @@ bool Checker::CompareContent(std::size_t index) {
     }
     bool sourceFailed = false;
     std::uint64_t written = 0;
-    const SystemError error = services_.Extract(
+    const base::SystemError error = services_.Extract(
         *files_[index],
         [&](std::span<const std::uint8_t> data) { return Compare(data, *input, sourceFailed); }, written);
     if (progress_.IsStopped())
@@ -175,19 +175,19 @@ bool Checker::CompareContent(std::size_t index) {
     return true;
 }
 
-SystemError Checker::Compare(std::span<const std::uint8_t> data, PackInput& input, bool& sourceFailed) {
+base::SystemError Checker::Compare(std::span<const std::uint8_t> data, PackInput& input, bool& sourceFailed) {
     while (!data.empty()) {
         if (progress_.IsStopped())
-            return {kErrorGeneralFailure};
+            return {base::kErrorGeneralFailure};
         const std::span<std::uint8_t> own =
             std::span(compared_).first(std::min(data.size(), compared_.size()));
         std::size_t count = 0;
-        if (const SystemError error = input.Read(own, count)) {
+        if (const base::SystemError error = input.Read(own, count)) {
             sourceFailed = true;
             return error;
         }
         if (count < own.size() || std::memcmp(own.data(), data.data(), own.size()) != 0)
-            return {kErrorInvalidData};
+            return {base::kErrorInvalidData};
         data = data.subspan(own.size());
         progress_.Add(own.size());
     }
@@ -196,7 +196,7 @@ SystemError Checker::Compare(std::span<const std::uint8_t> data, PackInput& inpu
 
 } // namespace
 
-CabReport CheckCabinet(const PackPlan& plan, const PackSource& source, FileReader& cabinet,
+CabReport CheckCabinet(const PackPlan& plan, const PackSource& source, platform::FileReader& cabinet,
                        ProgressMeter& progress) {
     Findings findings(plan.folders.size());
     const std::size_t wanted = std::min({ThreadCount(), kMostThreads, plan.folders.size()});
@@ -205,7 +205,7 @@ CabReport CheckCabinet(const PackPlan& plan, const PackSource& source, FileReade
         try {
             Checker(plan, source, cabinet, progress, findings).Run();
         } catch (const std::bad_alloc&) {
-            findings.Fail({CabFailure::kReadBack, "", {kErrorNotEnoughMemory}});
+            findings.Fail({CabFailure::kReadBack, "", {base::kErrorNotEnoughMemory}});
         }
         findings.ThreadEnded();
     };
@@ -225,4 +225,4 @@ CabReport CheckCabinet(const PackPlan& plan, const PackSource& source, FileReade
     return findings.Report();
 }
 
-} // namespace platform::cabinet
+} // namespace cabinet

@@ -4,11 +4,11 @@
 #include "archive/cabinet/ProgressMeter.h"
 #include "platform/FileReader.h"
 
-namespace platform::cabinet {
+namespace cabinet {
 
 /// Reads a whole cabinet with libmspack, which has no part in writing it, and compares everything with the
 /// plan and with the source, read once more: names, sizes, dates, attributes and content.
-CabReport CheckCabinet(const PackPlan& plan, const PackSource& source, FileReader& cabinet,
+CabReport CheckCabinet(const PackPlan& plan, const PackSource& source, platform::FileReader& cabinet,
                        ProgressMeter& progress);
 
-} // namespace platform::cabinet
+} // namespace cabinet

@@ -12,24 +12,24 @@
 #include <functional>
 #include <utility>
 
-namespace platform::cabinet {
+namespace cabinet {
 namespace {
 
-constexpr SystemError kBad{kErrorInvalidData};
+constexpr base::SystemError kBad{base::kErrorInvalidData};
 
 std::size_t HashOf(std::string_view name) {
-    return std::hash<std::string>{}(ToUpper(name));
+    return std::hash<std::string>{}(base::ToUpper(name));
 }
 
 /// Flagged names are UTF-8, with U+FFFD for each byte that is none: unlike "?" it can be part of a file's
 /// name. For all others the code page decides.
 std::string NameOf(const std::string& stored, std::uint16_t attributes) {
     if ((attributes & kAttributeUtf8Name) == 0)
-        return AnsiToUtf8(stored);
+        return platform::AnsiToUtf8(stored);
     std::string name;
     for (std::size_t at = 0; at < stored.size();) {
-        const char32_t point = NextCodePoint(stored, at);
-        AppendUtf8(name, point == kNotUtf8 ? U'\uFFFD' : point);
+        const char32_t point = base::NextCodePoint(stored, at);
+        base::AppendUtf8(name, point == base::kNotUtf8 ? U'\uFFFD' : point);
     }
     return name;
 }
@@ -43,31 +43,31 @@ std::uint64_t Folder::Capacity() const {
 /// Reads the records one after another.
 class CabinetDirectory::Reader {
   public:
-    Reader(FileReader& file, CabinetDirectory& directory) : input_(file), directory_(directory) {}
+    Reader(platform::FileReader& file, CabinetDirectory& directory) : input_(file), directory_(directory) {}
 
-    SystemError ReadAll() {
-        if (const SystemError error = ReadHeader())
+    base::SystemError ReadAll() {
+        if (const base::SystemError error = ReadHeader())
             return error;
         for (std::size_t i = 0; i < folderCount_; ++i) {
-            if (const SystemError error = ReadFolder())
+            if (const base::SystemError error = ReadFolder())
                 return error;
         }
         input_.Seek(filesOffset_);
         for (std::size_t i = 0; i < fileCount_; ++i) {
-            if (const SystemError error = ReadFile())
+            if (const base::SystemError error = ReadFile())
                 return error;
         }
         return {};
     }
 
   private:
-    SystemError ReadHeader();
-    SystemError ReadFolder();
-    SystemError ReadFile();
-    SystemError ReadString(std::string& text, bool mayBeEmpty);
-    SystemError Place(std::uint16_t folder, Entry& entry) const;
+    base::SystemError ReadHeader();
+    base::SystemError ReadFolder();
+    base::SystemError ReadFile();
+    base::SystemError ReadString(std::string& text, bool mayBeEmpty);
+    base::SystemError Place(std::uint16_t folder, Entry& entry) const;
 
-    BufferedInput input_;
+    platform::BufferedInput input_;
     CabinetDirectory& directory_;
     std::size_t folderCount_ = 0;
     std::size_t fileCount_ = 0;
@@ -75,9 +75,9 @@ class CabinetDirectory::Reader {
     std::size_t folderReserve_ = 0;
 };
 
-SystemError CabinetDirectory::Reader::ReadHeader() {
+base::SystemError CabinetDirectory::Reader::ReadHeader() {
     std::array<std::uint8_t, kHeaderSize> header;
-    if (const SystemError error = input_.Read(header))
+    if (const base::SystemError error = input_.Read(header))
         return error;
     if (Load32(header.data()) != kSignature)
         return kBad;
@@ -93,7 +93,7 @@ SystemError CabinetDirectory::Reader::ReadHeader() {
 
     if ((flags & kHasReserve) != 0) {
         std::array<std::uint8_t, kReserveSizesSize> sizes;
-        if (const SystemError error = input_.Read(sizes))
+        if (const base::SystemError error = input_.Read(sizes))
             return error;
         folderReserve_ = sizes[2];
         directory_.dataReserve_ = sizes[3];
@@ -102,22 +102,22 @@ SystemError CabinetDirectory::Reader::ReadHeader() {
     std::string ignored;
     if ((flags & kHasPrevious) != 0) {
         for (const bool mayBeEmpty : {false, true}) {
-            if (const SystemError error = ReadString(ignored, mayBeEmpty))
+            if (const base::SystemError error = ReadString(ignored, mayBeEmpty))
                 return error;
         }
     }
     if ((flags & kHasNext) != 0) {
-        if (const SystemError error = ReadString(directory_.nextCabinet_, false))
+        if (const base::SystemError error = ReadString(directory_.nextCabinet_, false))
             return error;
-        if (const SystemError error = ReadString(directory_.nextDisk_, true))
+        if (const base::SystemError error = ReadString(directory_.nextDisk_, true))
             return error;
     }
     return {};
 }
 
-SystemError CabinetDirectory::Reader::ReadFolder() {
+base::SystemError CabinetDirectory::Reader::ReadFolder() {
     std::array<std::uint8_t, kFolderSize> record;
-    if (const SystemError error = input_.Read(record))
+    if (const base::SystemError error = input_.Read(record))
         return error;
     input_.Seek(input_.Position() + folderReserve_);
     directory_.folders_.push_back(
@@ -125,9 +125,9 @@ SystemError CabinetDirectory::Reader::ReadFolder() {
     return {};
 }
 
-SystemError CabinetDirectory::Reader::ReadFile() {
+base::SystemError CabinetDirectory::Reader::ReadFile() {
     std::array<std::uint8_t, kFileSize> record;
-    if (const SystemError error = input_.Read(record))
+    if (const base::SystemError error = input_.Read(record))
         return error;
     Entry entry;
     entry.size = Load32(record.data());
@@ -135,10 +135,10 @@ SystemError CabinetDirectory::Reader::ReadFile() {
     entry.date = Load16(record.data() + 10);
     entry.time = Load16(record.data() + 12);
     entry.attributes = Load16(record.data() + 14);
-    if (const SystemError error = Place(Load16(record.data() + 8), entry))
+    if (const base::SystemError error = Place(Load16(record.data() + 8), entry))
         return error;
     std::string stored;
-    if (const SystemError error = ReadString(stored, false))
+    if (const base::SystemError error = ReadString(stored, false))
         return error;
     entry.name = NameOf(stored, entry.attributes);
     directory_.memory_ += sizeof(Entry) + entry.name.capacity() + sizeof(Link) + sizeof(std::uint32_t);
@@ -147,7 +147,7 @@ SystemError CabinetDirectory::Reader::ReadFile() {
 }
 
 /// Finds the folder of an entry by the number that it has stored.
-SystemError CabinetDirectory::Reader::Place(std::uint16_t folder, Entry& entry) const {
+base::SystemError CabinetDirectory::Reader::Place(std::uint16_t folder, Entry& entry) const {
     entry.continuedFromPrevious = folder == kContinuedFromPrevious || folder == kContinuedBoth;
     entry.continuesInNext = folder == kContinuedToNext || folder == kContinuedBoth;
     if (entry.continuedFromPrevious)
@@ -161,14 +161,14 @@ SystemError CabinetDirectory::Reader::Place(std::uint16_t folder, Entry& entry) 
     return {};
 }
 
-SystemError CabinetDirectory::Reader::ReadString(std::string& text, bool mayBeEmpty) {
+base::SystemError CabinetDirectory::Reader::ReadString(std::string& text, bool mayBeEmpty) {
     std::array<std::uint8_t, kLongestName + 1> bytes;
     const std::uint64_t start = input_.Position();
     const std::size_t count = input_.ReadSome(bytes);
     const auto end = std::find(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(count), 0);
     const auto length = static_cast<std::size_t>(end - bytes.begin());
     if (length == count)
-        return {input_.Faulted() ? kErrorReadFault : kErrorInvalidData};
+        return {input_.Faulted() ? base::kErrorReadFault : base::kErrorInvalidData};
     if (length == 0 && !mayBeEmpty)
         return kBad;
     text.assign(bytes.begin(), end);
@@ -176,10 +176,10 @@ SystemError CabinetDirectory::Reader::ReadString(std::string& text, bool mayBeEm
     return {};
 }
 
-SystemError CabinetDirectory::Read(FileReader& file) {
+base::SystemError CabinetDirectory::Read(platform::FileReader& file) {
     *this = {};
     Reader reader(file, *this);
-    if (const SystemError error = reader.ReadAll())
+    if (const base::SystemError error = reader.ReadAll())
         return error;
     MakeIndex();
     return {};
@@ -199,10 +199,10 @@ std::vector<std::size_t> CabinetDirectory::Find(std::string_view name) const {
     std::vector<std::size_t> found;
     const std::size_t hash = HashOf(name);
     for (std::size_t at = firstLinks_[hash % firstLinks_.size()]; at != 0; at = links_[at - 1].next) {
-        if (links_[at - 1].hash == hash && EqualsNoCase(entries_[at - 1].name, name))
+        if (links_[at - 1].hash == hash && base::EqualsNoCase(entries_[at - 1].name, name))
             found.push_back(at - 1);
     }
     return found;
 }
 
-} // namespace platform::cabinet
+} // namespace cabinet

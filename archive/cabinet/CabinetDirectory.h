@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-namespace platform::cabinet {
+namespace cabinet {
 
 /// A run of data blocks that are decoded together, one after another.
 struct Folder {
@@ -40,7 +40,7 @@ class CabinetDirectory {
     /// Reads it from a file that is to begin with a cabinet. Fails with kErrorInvalidData when there is none,
     /// when a record is cut off, when a file names a folder that is not there, or when a name is empty or has
     /// no end; kErrorReadFault when the medium fails.
-    SystemError Read(FileReader& file);
+    base::SystemError Read(platform::FileReader& file);
 
     const std::vector<Folder>& Folders() const { return folders_; }
 
@@ -89,4 +89,4 @@ class CabinetDirectory {
     std::size_t memory_ = 0;
 };
 
-} // namespace platform::cabinet
+} // namespace cabinet

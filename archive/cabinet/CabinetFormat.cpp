@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-namespace platform::cabinet {
+namespace cabinet {
 namespace {
 
 /// Exclusive-or of all 32-bit words; up to three bytes at the end make a word of their own, the first of them
@@ -35,4 +35,4 @@ std::uint32_t BlockChecksum(std::span<const std::uint8_t> data, const std::uint8
     return Checksum({sizes, 4}, Checksum(data, 0));
 }
 
-} // namespace platform::cabinet
+} // namespace cabinet

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <span>
 
-namespace platform::cabinet {
+namespace cabinet {
 
 // The cabinet format: a header (CFHEADER), one record per folder (CFFOLDER) and per file (CFFILE), then the
 // data blocks (CFDATA) of each folder. Numbers are little-endian.
@@ -66,4 +66,4 @@ inline void Store32(std::uint8_t* bytes, std::uint32_t value) {
 /// Checksum of a data block: of its stored bytes, then of its two size fields (`sizes`, 4 bytes).
 std::uint32_t BlockChecksum(std::span<const std::uint8_t> data, const std::uint8_t* sizes);
 
-} // namespace platform::cabinet
+} // namespace cabinet

@@ -12,7 +12,7 @@
 #include <numeric>
 #include <vector>
 
-namespace platform {
+namespace cabinet {
 
 using cabinet::CabinetSession;
 using cabinet::Entry;
@@ -26,19 +26,19 @@ constexpr std::size_t kMostSessions = 64;
 std::size_t Utf16Units(std::string_view text) {
     std::size_t units = 0;
     for (std::size_t at = 0; at < text.size();) {
-        const char32_t point = NextCodePoint(text, at);
-        units += point != kNotUtf8 && point > 0xFFFF ? 2 : 1;
+        const char32_t point = base::NextCodePoint(text, at);
+        units += point != base::kNotUtf8 && point > 0xFFFF ? 2 : 1;
     }
     return units;
 }
 
 /// The stored time is local; a file whose time is not a date keeps the time of writing.
-FileTraits TraitsOf(const Entry& entry) {
-    FileTraits traits;
-    FileTime local;
-    if (DosDateTimeToFileTime(entry.date, entry.time, local)) {
-        const FileTime utc = LocalFileTimeToFileTime(local);
-        traits.times = FileTimes{utc, utc, utc};
+platform::FileTraits TraitsOf(const Entry& entry) {
+    platform::FileTraits traits;
+    platform::FileTime local;
+    if (platform::DosDateTimeToFileTime(entry.date, entry.time, local)) {
+        const platform::FileTime utc = platform::LocalFileTimeToFileTime(local);
+        traits.times = platform::FileTimes{utc, utc, utc};
     }
     traits.executable = (entry.attributes & cabinet::kAttributeExecute) != 0;
     return traits;
@@ -55,29 +55,29 @@ FILE_IN_CABINET_INFO InfoOf(const Entry& entry) {
 }
 
 /// What is done with the decoded bytes of one file.
-using Take = std::function<SystemError(std::span<const std::uint8_t>)>;
+using Take = std::function<base::SystemError(std::span<const std::uint8_t>)>;
 
-SystemError Write(CabinetSession& session, const Entry& entry, const FILE_IN_CABINET_INFO& info,
-                  const Take& progress) {
+base::SystemError Write(CabinetSession& session, const Entry& entry, const FILE_IN_CABINET_INFO& info,
+                        const Take& progress) {
     const std::string_view target = info.FullTargetName;
     const std::string_view name = target.substr(target.find_last_of("\\/") + 1);
-    SystemError error;
-    const std::unique_ptr<OutputFile> file = info.TargetFolder->CreateFile(name, error);
+    base::SystemError error;
+    const std::unique_ptr<platform::OutputFile> file = info.TargetFolder->CreateFile(name, error);
     if (!file)
         return error;
     error = session.ReadEntry(entry, [&](std::span<const std::uint8_t> data) {
-        const SystemError failure = file->Write(data);
+        const base::SystemError failure = file->Write(data);
         return failure ? failure : progress(data);
     });
     return error ? error : file->Commit(TraitsOf(entry));
 }
 
-SystemError Compare(CabinetSession& session, const Entry& entry, const FILE_IN_CABINET_INFO& info,
-                    const Take& progress) {
-    SystemError error;
-    const std::unique_ptr<FileReader> file = FileReader::Open(info.FullTargetName, error);
+base::SystemError Compare(CabinetSession& session, const Entry& entry, const FILE_IN_CABINET_INFO& info,
+                          const Take& progress) {
+    base::SystemError error;
+    const std::unique_ptr<platform::FileReader> file = platform::FileReader::Open(info.FullTargetName, error);
     if (!file || file->Size() != entry.size)
-        return {kErrorCrc};
+        return {base::kErrorCrc};
     std::vector<std::uint8_t> written;
     std::uint64_t position = 0;
     return session.ReadEntry(entry, [&](std::span<const std::uint8_t> data) {
@@ -85,7 +85,7 @@ SystemError Compare(CabinetSession& session, const Entry& entry, const FILE_IN_C
         const std::size_t count = file->ReadAt(position, written);
         position += count;
         return count == data.size() && std::ranges::equal(written, data) ? progress(data)
-                                                                         : SystemError{kErrorCrc};
+                                                                         : base::SystemError{base::kErrorCrc};
     });
 }
 
@@ -95,8 +95,8 @@ class CabinetIterator::Implementation {
   public:
     explicit Implementation(MszipBlockDecoder decoder) : decoder_(decoder) {}
 
-    SystemError Iterate(const std::string& path, Callback callback, std::uintptr_t context,
-                        std::string_view name);
+    base::SystemError Iterate(const std::string& path, Callback callback, std::uintptr_t context,
+                              std::string_view name);
 
   private:
     /// One iteration.
@@ -107,17 +107,17 @@ class CabinetIterator::Implementation {
         bool askedForNext = false;
         bool aborted = false;
 
-        SystemError Notify(std::uint32_t notification, void* param1) const {
+        base::SystemError Notify(std::uint32_t notification, void* param1) const {
             return {callback(context, notification, param1, 0)};
         }
 
-        SystemError Visit(const Entry& entry);
-        SystemError Extract(const Entry& entry, const FILE_IN_CABINET_INFO& info, std::uint32_t answer);
+        base::SystemError Visit(const Entry& entry);
+        base::SystemError Extract(const Entry& entry, const FILE_IN_CABINET_INFO& info, std::uint32_t answer);
         Take Progress(const Entry& entry) const;
-        SystemError AskForNext();
+        base::SystemError AskForNext();
     };
 
-    CabinetSession* Session(const std::string& path, SystemError& error);
+    CabinetSession* Session(const std::string& path, base::SystemError& error);
     void Trim(const CabinetSession* inUse);
 
     MszipBlockDecoder decoder_;
@@ -125,7 +125,7 @@ class CabinetIterator::Implementation {
     std::uint64_t clock_ = 0;
 };
 
-SystemError CabinetIterator::Implementation::Run::Visit(const Entry& entry) {
+base::SystemError CabinetIterator::Implementation::Run::Visit(const Entry& entry) {
     if (entry.continuedFromPrevious)
         return {};
     FILE_IN_CABINET_INFO info = InfoOf(entry);
@@ -133,18 +133,18 @@ SystemError CabinetIterator::Implementation::Run::Visit(const Entry& entry) {
     aborted = answer == kFileOpAbort;
     const bool isWritten =
         answer == kFileOpDoIt && info.TargetFolder && Utf16Units(info.FullTargetName) < kFullTargetNameUnits;
-    return isWritten || answer == kFileOpCompare ? Extract(entry, info, answer) : SystemError{};
+    return isWritten || answer == kFileOpCompare ? Extract(entry, info, answer) : base::SystemError{};
 }
 
-SystemError CabinetIterator::Implementation::Run::Extract(const Entry& entry,
-                                                          const FILE_IN_CABINET_INFO& info,
-                                                          std::uint32_t answer) {
+base::SystemError CabinetIterator::Implementation::Run::Extract(const Entry& entry,
+                                                                const FILE_IN_CABINET_INFO& info,
+                                                                std::uint32_t answer) {
     if (entry.continuesInNext) {
-        if (const SystemError failure = AskForNext())
+        if (const base::SystemError failure = AskForNext())
             return failure;
     }
     const auto work = answer == kFileOpCompare ? Compare : Write;
-    const SystemError error = work(session, entry, info, Progress(entry));
+    const base::SystemError error = work(session, entry, info, Progress(entry));
     FILEPATHS paths{info.FullTargetName, session.Path(), error.code};
     return Notify(kNotifyFileExtracted, &paths);
 }
@@ -153,7 +153,7 @@ SystemError CabinetIterator::Implementation::Run::Extract(const Entry& entry,
 Take CabinetIterator::Implementation::Run::Progress(const Entry& entry) const {
     constexpr std::uint64_t kStep = 1u << 20;
     return [this, progress = FILE_PROGRESS{0, entry.size},
-            next = kStep](std::span<const std::uint8_t> data) mutable -> SystemError {
+            next = kStep](std::span<const std::uint8_t> data) mutable -> base::SystemError {
         progress.Done += data.size();
         if (progress.Done < next)
             return {};
@@ -162,7 +162,7 @@ Take CabinetIterator::Implementation::Run::Progress(const Entry& entry) const {
     };
 }
 
-SystemError CabinetIterator::Implementation::Run::AskForNext() {
+base::SystemError CabinetIterator::Implementation::Run::AskForNext() {
     if (askedForNext)
         return {};
     askedForNext = true;
@@ -172,9 +172,9 @@ SystemError CabinetIterator::Implementation::Run::AskForNext() {
     return Notify(kNotifyNeedNewCabinet, &info);
 }
 
-SystemError CabinetIterator::Implementation::Iterate(const std::string& path, Callback callback,
-                                                     std::uintptr_t context, std::string_view name) {
-    SystemError error;
+base::SystemError CabinetIterator::Implementation::Iterate(const std::string& path, Callback callback,
+                                                           std::uintptr_t context, std::string_view name) {
+    base::SystemError error;
     CabinetSession* session = Session(path, error);
     if (!session)
         return error;
@@ -196,7 +196,7 @@ SystemError CabinetIterator::Implementation::Iterate(const std::string& path, Ca
 }
 
 /// The session of a cabinet, opened anew when the file is another one than before.
-CabinetSession* CabinetIterator::Implementation::Session(const std::string& path, SystemError& error) {
+CabinetSession* CabinetIterator::Implementation::Session(const std::string& path, base::SystemError& error) {
     const auto known =
         std::ranges::find_if(sessions_, [&](const auto& session) { return session->Path() == path; });
     if (known != sessions_.end()) {
@@ -233,9 +233,9 @@ CabinetIterator::CabinetIterator(MszipBlockDecoder decoder)
 
 CabinetIterator::~CabinetIterator() = default;
 
-SystemError CabinetIterator::Iterate(const std::string& cabinet, Callback callback, std::uintptr_t context,
-                                     std::string_view name) {
+base::SystemError CabinetIterator::Iterate(const std::string& cabinet, Callback callback,
+                                           std::uintptr_t context, std::string_view name) {
     return implementation_->Iterate(cabinet, callback, context, name);
 }
 
-} // namespace platform
+} // namespace cabinet

@@ -10,8 +10,10 @@
 #include <string_view>
 
 namespace platform {
-
 class OutputFolder;
+}
+
+namespace cabinet {
 
 /// Notifications of a cabinet iteration.
 inline constexpr std::uint32_t kNotifyFileInCabinet = 0x11;  ///< param1: FILE_IN_CABINET_INFO
@@ -46,7 +48,7 @@ struct FILE_IN_CABINET_INFO {
     std::string FullTargetName;
     /// Set by the callback: the open folder that FullTargetName lies in. It stays open until the next
     /// notification.
-    OutputFolder* TargetFolder = nullptr;
+    platform::OutputFolder* TargetFolder = nullptr;
 };
 
 /// What became of a file that was to be extracted.
@@ -101,12 +103,12 @@ class CabinetIterator {
     /// what went wrong: kErrorFileNotFound or kErrorPathNotFound (missing, also the next cabinet of a set
     /// that a file continues in), kErrorInvalidData (not a cabinet, cut off, or data that cannot be decoded),
     /// kErrorCrc (a checksum), kErrorReadFault, or what the writing of a file answered.
-    SystemError Iterate(const std::string& cabinet, Callback callback, std::uintptr_t context,
-                        std::string_view name = {});
+    base::SystemError Iterate(const std::string& cabinet, Callback callback, std::uintptr_t context,
+                              std::string_view name = {});
 
   private:
     class Implementation;
     std::unique_ptr<Implementation> implementation_;
 };
 
-} // namespace platform
+} // namespace cabinet

@@ -1,6 +1,6 @@
 #include "archive/cabinet/CabinetSession.h"
 
-namespace platform::cabinet {
+namespace cabinet {
 namespace {
 
 /// For all decoders of one cabinet: eight of the largest LZX windows, or hundreds of MSZIP folders.
@@ -8,12 +8,13 @@ constexpr std::size_t kMostDecoderMemory = 20u << 20;
 
 } // namespace
 
-CabinetSession::CabinetSession(std::string path, std::unique_ptr<FileReader> file, MszipBlockDecoder mszip)
+CabinetSession::CabinetSession(std::string path, std::unique_ptr<platform::FileReader> file,
+                               MszipBlockDecoder mszip)
     : path_(std::move(path)), file_(std::move(file)), input_(*file_), mszip_(mszip) {}
 
 std::unique_ptr<CabinetSession> CabinetSession::Open(const std::string& path, MszipBlockDecoder mszip,
-                                                     SystemError& error) {
-    std::unique_ptr<FileReader> file = FileReader::Open(path, error);
+                                                     base::SystemError& error) {
+    std::unique_ptr<platform::FileReader> file = platform::FileReader::Open(path, error);
     if (!file)
         return nullptr;
     std::unique_ptr<CabinetSession> session(new CabinetSession(path, std::move(file), mszip));
@@ -21,12 +22,12 @@ std::unique_ptr<CabinetSession> CabinetSession::Open(const std::string& path, Ms
     return error ? nullptr : std::move(session);
 }
 
-SystemError CabinetSession::ReadEntry(const Entry& entry, const ByteSink& sink) {
+base::SystemError CabinetSession::ReadEntry(const Entry& entry, const ByteSink& sink) {
     if (entry.continuedFromPrevious || entry.continuesInNext)
-        return {kErrorFileNotFound}; // the rest lies in a cabinet that is not here
+        return {base::kErrorFileNotFound}; // the rest lies in a cabinet that is not here
     FolderReader& reader = Reader(entry.folder);
     const std::size_t before = reader.Memory();
-    const SystemError error = reader.Read(entry.offset, entry.size, sink);
+    const base::SystemError error = reader.Read(entry.offset, entry.size, sink);
     decoderMemory_ += reader.Memory() - before;
     DropDecoders(reader);
     return error;
@@ -60,4 +61,4 @@ void CabinetSession::DropDecoders(const FolderReader& inUse) {
     }
 }
 
-} // namespace platform::cabinet
+} // namespace cabinet

@@ -11,14 +11,14 @@
 #include <string>
 #include <vector>
 
-namespace platform::cabinet {
+namespace cabinet {
 
 /// An open cabinet: its directory and how far its folders are decoded.
 class CabinetSession {
   public:
     /// Opens the cabinet at `path`. Returns null and sets `error` on failure.
     static std::unique_ptr<CabinetSession> Open(const std::string& path, MszipBlockDecoder mszip,
-                                                SystemError& error);
+                                                base::SystemError& error);
 
     const std::string& Path() const { return path_; }
 
@@ -28,7 +28,7 @@ class CabinetSession {
     const CabinetDirectory& Directory() const { return directory_; }
 
     /// Hands the decoded bytes of an entry to `sink`, which must not throw.
-    SystemError ReadEntry(const Entry& entry, const ByteSink& sink);
+    base::SystemError ReadEntry(const Entry& entry, const ByteSink& sink);
 
     /// Bytes of memory, roughly.
     std::size_t Memory() const { return directory_.Memory() + decoderMemory_; }
@@ -37,14 +37,14 @@ class CabinetSession {
     std::uint64_t lastUse = 0;
 
   private:
-    CabinetSession(std::string path, std::unique_ptr<FileReader> file, MszipBlockDecoder mszip);
+    CabinetSession(std::string path, std::unique_ptr<platform::FileReader> file, MszipBlockDecoder mszip);
 
     FolderReader& Reader(std::uint16_t folder);
     void DropDecoders(const FolderReader& inUse);
 
     std::string path_;
-    std::unique_ptr<FileReader> file_;
-    BufferedInput input_;
+    std::unique_ptr<platform::FileReader> file_;
+    platform::BufferedInput input_;
     MszipBlockDecoder mszip_;
     CabinetDirectory directory_;
     SharedScratch scratch_;
@@ -54,4 +54,4 @@ class CabinetSession {
     std::uint64_t clock_ = 0;
 };
 
-} // namespace platform::cabinet
+} // namespace cabinet

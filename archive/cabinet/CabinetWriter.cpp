@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <limits>
 
-namespace platform::cabinet {
+namespace cabinet {
 namespace {
 
 constexpr std::uint64_t kLargestCabinet = std::numeric_limits<std::uint32_t>::max();
@@ -14,7 +14,8 @@ constexpr std::uint64_t kLargestCabinet = std::numeric_limits<std::uint32_t>::ma
 /// Writes what comes out of the pipeline behind the space for the records.
 class CabinetWriter {
   public:
-    CabinetWriter(const PackPlan& plan, const PackSource& source, StagedFile& out, ProgressMeter& progress)
+    CabinetWriter(const PackPlan& plan, const PackSource& source, platform::StagedFile& out,
+                  ProgressMeter& progress)
         : plan_(plan), source_(source), out_(out), progress_(progress), end_(plan.recordsSize),
           pipeline_([this](const PackedRun& run) { return Put(run); }) {}
 
@@ -24,11 +25,11 @@ class CabinetWriter {
             if (!PackFolder(folder))
                 return report_;
         }
-        if (const SystemError error = pipeline_.Finish())
+        if (const base::SystemError error = pipeline_.Finish())
             return OutputFailed(error);
         FindDataOffsets();
         const auto records = RecordsOf(plan_, dataOffsets_, static_cast<std::uint32_t>(end_));
-        if (const SystemError error = out_.WriteAt(0, records))
+        if (const base::SystemError error = out_.WriteAt(0, records))
             return OutputFailed(error);
         return {};
     }
@@ -38,14 +39,14 @@ class CabinetWriter {
     bool PackFile(const PackEntry& file);
     bool TakeRun();
     void SubmitRun();
-    SystemError Put(const PackedRun& run);
+    base::SystemError Put(const PackedRun& run);
     void FindDataOffsets();
-    CabReport OutputFailed(SystemError error) const;
+    CabReport OutputFailed(base::SystemError error) const;
     bool Fail(CabReport report);
 
     const PackPlan& plan_;
     const PackSource& source_;
-    StagedFile& out_;
+    platform::StagedFile& out_;
     ProgressMeter& progress_;
     std::uint64_t end_; // of what is written
     std::vector<std::uint64_t> runStarts_;
@@ -63,7 +64,7 @@ bool CabinetWriter::Fail(CabReport report) {
     return false;
 }
 
-CabReport CabinetWriter::OutputFailed(SystemError error) const {
+CabReport CabinetWriter::OutputFailed(base::SystemError error) const {
     return tooLarge_ ? CabReport{CabFailure::kCabinetTooLarge, "", {}}
                      : CabReport{CabFailure::kCannotWrite, "", error};
 }
@@ -93,7 +94,7 @@ bool CabinetWriter::PackFile(const PackEntry& file) {
         std::span<std::uint8_t> room = run_->Room();
         room = room.first(static_cast<std::size_t>(std::min<std::uint64_t>(room.size(), left)));
         std::size_t count = 0;
-        if (const SystemError error = input->Read(room, count))
+        if (const base::SystemError error = input->Read(room, count))
             return Fail({CabFailure::kCannotRead, source_.PathOf(file.name), error});
         if (count < room.size())
             break;
@@ -109,7 +110,7 @@ bool CabinetWriter::PackFile(const PackEntry& file) {
 }
 
 bool CabinetWriter::TakeRun() {
-    SystemError error;
+    base::SystemError error;
     run_ = pipeline_.Next(isContinued_, error);
     return run_ || Fail(OutputFailed(error));
 }
@@ -120,12 +121,12 @@ void CabinetWriter::SubmitRun() {
     isContinued_ = true;
 }
 
-SystemError CabinetWriter::Put(const PackedRun& run) {
+base::SystemError CabinetWriter::Put(const PackedRun& run) {
     if (end_ + run.Packed().size() > kLargestCabinet) {
         tooLarge_ = true;
-        return {kErrorDiskFull};
+        return {base::kErrorDiskFull};
     }
-    const SystemError error = out_.WriteAt(end_, run.Packed());
+    const base::SystemError error = out_.WriteAt(end_, run.Packed());
     runStarts_.push_back(end_);
     runBlocks_.push_back(run.BlockCount());
     end_ += run.Packed().size();
@@ -144,9 +145,9 @@ void CabinetWriter::FindDataOffsets() {
 
 } // namespace
 
-CabReport WriteCabinet(const PackPlan& plan, const PackSource& source, StagedFile& out,
+CabReport WriteCabinet(const PackPlan& plan, const PackSource& source, platform::StagedFile& out,
                        ProgressMeter& progress) {
     return CabinetWriter(plan, source, out, progress).Write();
 }
 
-} // namespace platform::cabinet
+} // namespace cabinet

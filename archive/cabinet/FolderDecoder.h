@@ -7,10 +7,10 @@
 #include <functional>
 #include <span>
 
-namespace platform::cabinet {
+namespace cabinet {
 
 /// Takes decoded bytes; what it answers ends the decoding.
-using ByteSink = std::function<SystemError(std::span<const std::uint8_t>)>;
+using ByteSink = std::function<base::SystemError(std::span<const std::uint8_t>)>;
 
 /// Decodes one folder from its start onwards.
 class FolderDecoder {
@@ -19,7 +19,7 @@ class FolderDecoder {
 
     /// Decodes the next `count` bytes and hands them to `sink`, which is empty when they are only passed
     /// over. After a failure Position() is how much has been handed over and the decoder is of no more use.
-    virtual SystemError Decode(std::uint64_t count, const ByteSink& sink) = 0;
+    virtual base::SystemError Decode(std::uint64_t count, const ByteSink& sink) = 0;
 
     /// Bytes decoded so far.
     virtual std::uint64_t Position() const = 0;
@@ -28,4 +28,4 @@ class FolderDecoder {
     virtual std::size_t Memory() const = 0;
 };
 
-} // namespace platform::cabinet
+} // namespace cabinet

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <vector>
 
-namespace platform::cabinet {
+namespace cabinet {
 namespace {
 
 constexpr std::size_t kCopyStep = 65536;
@@ -15,14 +15,14 @@ const ByteSink kNowhere;
 
 } // namespace
 
-SystemError FolderReader::Read(std::uint64_t offset, std::uint64_t size, const ByteSink& sink) {
+base::SystemError FolderReader::Read(std::uint64_t offset, std::uint64_t size, const ByteSink& sink) {
     if (size == 0)
         return {};
     if (offset + size > folder_.Capacity())
-        return {kErrorInvalidData};
+        return {base::kErrorInvalidData};
     if (const Stretch* stretch = KeptAt(offset)) {
         const std::uint64_t kept = std::min(size, stretch->to - offset);
-        if (const SystemError error = ReadKept(offset, kept, sink))
+        if (const base::SystemError error = ReadKept(offset, kept, sink))
             return error;
         return Read(offset + kept, size - kept, sink);
     }
@@ -31,7 +31,7 @@ SystemError FolderReader::Read(std::uint64_t offset, std::uint64_t size, const B
     if (!decoder_ || offset < decoder_->Position())
         Restart();
     if (const std::uint64_t passed = offset - decoder_->Position(); passed > 0) {
-        if (const SystemError error = Decode(passed, kNowhere, true))
+        if (const base::SystemError error = Decode(passed, kNowhere, true))
             return error;
     }
     return Decode(size, sink, keepsAll_);
@@ -70,7 +70,7 @@ void FolderReader::Restart() {
 void FolderReader::StartKeeping() {
     SharedScratch& scratch = source_.scratch;
     if (!scratch.file)
-        scratch.file = ScratchFile::Create();
+        scratch.file = platform::ScratchFile::Create();
     if (scratch.file && !hasPart_) {
         scratchBase_ = scratch.used;
         scratch.used += folder_.Capacity();
@@ -78,10 +78,10 @@ void FolderReader::StartKeeping() {
     }
 }
 
-SystemError FolderReader::Decode(std::uint64_t count, const ByteSink& sink, bool keep) {
+base::SystemError FolderReader::Decode(std::uint64_t count, const ByteSink& sink, bool keep) {
     const std::uint64_t start = decoder_->Position();
-    SystemError error = DecodeKeeping(count, sink, keep);
-    if (error.code == kErrorInvalidData && dynamic_cast<MszipFolderDecoder*>(decoder_.get())) {
+    base::SystemError error = DecodeKeeping(count, sink, keep);
+    if (error.code == base::kErrorInvalidData && dynamic_cast<MszipFolderDecoder*>(decoder_.get())) {
         // The library has the last word on what a block is.
         const std::uint64_t reached = decoder_->Position();
         libraryOnly_ = true;
@@ -90,7 +90,7 @@ SystemError FolderReader::Decode(std::uint64_t count, const ByteSink& sink, bool
         if (!error)
             error = DecodeKeeping(count - (reached - start), sink, keep);
     }
-    if (error.code == kErrorInvalidData || error.code == kErrorCrc) {
+    if (error.code == base::kErrorInvalidData || error.code == base::kErrorCrc) {
         deadEnd_ = decoder_->Position();
         deadEndError_ = error;
     }
@@ -99,7 +99,7 @@ SystemError FolderReader::Decode(std::uint64_t count, const ByteSink& sink, bool
     return error;
 }
 
-SystemError FolderReader::DecodeKeeping(std::uint64_t count, const ByteSink& sink, bool keep) {
+base::SystemError FolderReader::DecodeKeeping(std::uint64_t count, const ByteSink& sink, bool keep) {
     if (keep)
         StartKeeping();
     if (!keep || !hasPart_)
@@ -115,19 +115,19 @@ SystemError FolderReader::DecodeKeeping(std::uint64_t count, const ByteSink& sin
         hasRoom = hasRoom && !source_.scratch.file->WriteAt(scratchBase_ + last.to, data);
         if (hasRoom)
             last.to += data.size();
-        return sink ? sink(data) : SystemError{};
+        return sink ? sink(data) : base::SystemError{};
     });
 }
 
-SystemError FolderReader::ReadKept(std::uint64_t offset, std::uint64_t size, const ByteSink& sink) {
+base::SystemError FolderReader::ReadKept(std::uint64_t offset, std::uint64_t size, const ByteSink& sink) {
     std::vector<std::uint8_t>& buffer = source_.scratch.buffer;
     buffer.resize(kCopyStep);
     while (size > 0) {
         const auto piece =
             std::span(buffer).first(static_cast<std::size_t>(std::min<std::uint64_t>(size, buffer.size())));
-        if (const SystemError error = source_.scratch.file->ReadAt(scratchBase_ + offset, piece))
+        if (const base::SystemError error = source_.scratch.file->ReadAt(scratchBase_ + offset, piece))
             return error;
-        if (const SystemError error = sink(piece))
+        if (const base::SystemError error = sink(piece))
             return error;
         offset += piece.size();
         size -= piece.size();
@@ -135,4 +135,4 @@ SystemError FolderReader::ReadKept(std::uint64_t offset, std::uint64_t size, con
     return {};
 }
 
-} // namespace platform::cabinet
+} // namespace cabinet

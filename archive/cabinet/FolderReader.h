@@ -10,19 +10,19 @@
 #include <memory>
 #include <vector>
 
-namespace platform::cabinet {
+namespace cabinet {
 
 /// The scratch file that the folders of a cabinet share, each with a part of its own.
 struct SharedScratch {
-    std::unique_ptr<ScratchFile> file;
+    std::unique_ptr<platform::ScratchFile> file;
     std::uint64_t used = 0;
     std::vector<std::uint8_t> buffer; ///< for what is read from it
 };
 
 /// Where the data of a cabinet comes from and how MSZIP is decoded.
 struct DataSource {
-    FileReader& file;
-    BufferedInput& input;
+    platform::FileReader& file;
+    platform::BufferedInput& input;
     std::size_t dataReserve;
     MszipBlockDecoder mszip; ///< may be null
     SharedScratch& scratch;
@@ -39,7 +39,7 @@ class FolderReader {
         : source_(source), folder_(folder), wasStarted_(wasStarted) {}
 
     /// Hands `size` bytes from `offset` to `sink`.
-    SystemError Read(std::uint64_t offset, std::uint64_t size, const ByteSink& sink);
+    base::SystemError Read(std::uint64_t offset, std::uint64_t size, const ByteSink& sink);
 
     /// Memory that DropDecoder() would give back.
     std::size_t Memory() const { return decoder_ ? decoder_->Memory() : 0; }
@@ -61,9 +61,9 @@ class FolderReader {
         std::uint64_t to;
     };
 
-    SystemError Decode(std::uint64_t count, const ByteSink& sink, bool keep);
-    SystemError DecodeKeeping(std::uint64_t count, const ByteSink& sink, bool keep);
-    SystemError ReadKept(std::uint64_t offset, std::uint64_t size, const ByteSink& sink);
+    base::SystemError Decode(std::uint64_t count, const ByteSink& sink, bool keep);
+    base::SystemError DecodeKeeping(std::uint64_t count, const ByteSink& sink, bool keep);
+    base::SystemError ReadKept(std::uint64_t offset, std::uint64_t size, const ByteSink& sink);
     const Stretch* KeptAt(std::uint64_t offset) const;
     void Restart();
     void StartKeeping();
@@ -78,7 +78,7 @@ class FolderReader {
     std::vector<Stretch> kept_; // in order; what is decoded next can only lie behind the last
     bool keepsAll_ = false;
     std::uint64_t deadEnd_ = ~std::uint64_t{0}; // decoding from the start ends here, with deadEndError_
-    SystemError deadEndError_;
+    base::SystemError deadEndError_;
 };
 
-} // namespace platform::cabinet
+} // namespace cabinet

@@ -8,7 +8,7 @@
 #include <cstring>
 #include <vector>
 
-namespace platform::cabinet {
+namespace cabinet {
 namespace {
 
 constexpr std::size_t kInputBuffer = 65536;
@@ -48,7 +48,7 @@ std::size_t WindowOf(std::uint16_t method) {
 /// A cabinet that is made up of the records and the folder's blocks, and the library's instance that reads
 /// it.
 struct MspackFolderDecoder::Library final : MspackInput {
-    Library(FileReader& file, const Folder& folder, std::size_t dataReserve)
+    Library(platform::FileReader& file, const Folder& folder, std::size_t dataReserve)
         : records(RecordsFor(folder, dataReserve)), dataOffset(folder.dataOffset), input(file, kInputBuffer),
           services(*this) {
         cabinet = services.Open(openError);
@@ -70,24 +70,25 @@ struct MspackFolderDecoder::Library final : MspackInput {
 
     std::vector<std::uint8_t> records;
     std::uint64_t dataOffset;
-    BufferedInput input;
+    platform::BufferedInput input;
     MspackServices services;
-    SystemError openError;
+    base::SystemError openError;
     const mscabd_cabinet* cabinet = nullptr;
 };
 
-MspackFolderDecoder::MspackFolderDecoder(FileReader& file, const Folder& folder, std::size_t dataReserve)
+MspackFolderDecoder::MspackFolderDecoder(platform::FileReader& file, const Folder& folder,
+                                         std::size_t dataReserve)
     : library_(std::make_unique<Library>(file, folder, dataReserve)),
       memory_(WindowOf(folder.method) + kLibraryMemory) {}
 
 MspackFolderDecoder::~MspackFolderDecoder() = default;
 
-SystemError MspackFolderDecoder::Decode(std::uint64_t count, const ByteSink& sink) {
+base::SystemError MspackFolderDecoder::Decode(std::uint64_t count, const ByteSink& sink) {
     if (library_->openError)
         return library_->openError;
     while (count > 0) {
         const auto slice = static_cast<std::uint32_t>(std::min<std::uint64_t>(count, kSlice));
-        if (const SystemError error = DecodeSlice(slice, sink))
+        if (const base::SystemError error = DecodeSlice(slice, sink))
             return error;
         count -= slice;
     }
@@ -95,15 +96,15 @@ SystemError MspackFolderDecoder::Decode(std::uint64_t count, const ByteSink& sin
 }
 
 /// The library decodes by file, so the next bytes are made to look like one.
-SystemError MspackFolderDecoder::DecodeSlice(std::uint32_t count, const ByteSink& sink) {
+base::SystemError MspackFolderDecoder::DecodeSlice(std::uint32_t count, const ByteSink& sink) {
     mscabd_file slice = *library_->cabinet->files;
     slice.next = nullptr;
     slice.offset = static_cast<unsigned int>(position_);
     slice.length = count;
     std::uint64_t written = 0;
-    const SystemError error = library_->services.Extract(slice, sink, written);
+    const base::SystemError error = library_->services.Extract(slice, sink, written);
     position_ += written;
     return error;
 }
 
-} // namespace platform::cabinet
+} // namespace cabinet

@@ -6,19 +6,19 @@
 
 #include <memory>
 
-namespace platform::cabinet {
+namespace cabinet {
 
 /// Decodes a folder of any method with libmspack. The library is shown a cabinet that holds this folder
 /// alone, so that each folder has a decoder and a position of its own and nothing is read twice.
 class MspackFolderDecoder final : public FolderDecoder {
   public:
     /// `file` outlives the decoder.
-    MspackFolderDecoder(FileReader& file, const Folder& folder, std::size_t dataReserve);
+    MspackFolderDecoder(platform::FileReader& file, const Folder& folder, std::size_t dataReserve);
     ~MspackFolderDecoder() override;
     MspackFolderDecoder(const MspackFolderDecoder&) = delete;
     MspackFolderDecoder& operator=(const MspackFolderDecoder&) = delete;
 
-    SystemError Decode(std::uint64_t count, const ByteSink& sink) override;
+    base::SystemError Decode(std::uint64_t count, const ByteSink& sink) override;
 
     std::uint64_t Position() const override { return position_; }
 
@@ -27,11 +27,11 @@ class MspackFolderDecoder final : public FolderDecoder {
   private:
     struct Library;
 
-    SystemError DecodeSlice(std::uint32_t count, const ByteSink& sink);
+    base::SystemError DecodeSlice(std::uint32_t count, const ByteSink& sink);
 
     std::unique_ptr<Library> library_;
     std::uint64_t position_ = 0;
     std::size_t memory_;
 };
 
-} // namespace platform::cabinet
+} // namespace cabinet

@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <cstring>
 
-namespace platform::cabinet {
+namespace cabinet {
 namespace {
 
 void IgnoreMessage(mspack_file* /*file*/, const char* /*format*/, ...) {}
@@ -33,17 +33,17 @@ MspackServices::~MspackServices() {
         mspack_destroy_cab_decompressor(decompressor_);
 }
 
-const mscabd_cabinet* MspackServices::Open(SystemError& error) {
+const mscabd_cabinet* MspackServices::Open(base::SystemError& error) {
     if (!decompressor_) {
-        error = {kErrorNotEnoughMemory};
+        error = {base::kErrorNotEnoughMemory};
         return nullptr;
     }
     cabinet_ = decompressor_->open(decompressor_, "");
-    error = cabinet_ ? SystemError{} : ErrorOf(decompressor_->last_error(decompressor_));
+    error = cabinet_ ? base::SystemError{} : ErrorOf(decompressor_->last_error(decompressor_));
     return cabinet_;
 }
 
-SystemError MspackServices::Extract(mscabd_file& file, const ByteSink& sink, std::uint64_t& written) {
+base::SystemError MspackServices::Extract(mscabd_file& file, const ByteSink& sink, std::uint64_t& written) {
     sink_ = &sink;
     sinkError_ = {};
     written_ = 0;
@@ -52,18 +52,18 @@ SystemError MspackServices::Extract(mscabd_file& file, const ByteSink& sink, std
     return ErrorOf(result);
 }
 
-SystemError MspackServices::ErrorOf(int result) const {
+base::SystemError MspackServices::ErrorOf(int result) const {
     switch (result) {
     case MSPACK_ERR_OK:
         return {};
     case MSPACK_ERR_WRITE:
-        return sinkError_ ? sinkError_ : SystemError{kErrorWriteFault};
+        return sinkError_ ? sinkError_ : base::SystemError{base::kErrorWriteFault};
     case MSPACK_ERR_NOMEMORY:
-        return {kErrorNotEnoughMemory};
+        return {base::kErrorNotEnoughMemory};
     case MSPACK_ERR_CHECKSUM:
-        return {kErrorCrc};
+        return {base::kErrorCrc};
     default:
-        return {input_.Faulted() ? kErrorReadFault : kErrorInvalidData};
+        return {input_.Faulted() ? base::kErrorReadFault : base::kErrorInvalidData};
     }
 }
 
@@ -105,4 +105,4 @@ int MspackServices::Seek(mspack_file* handle, off_t offset, int mode) {
     return 0;
 }
 
-} // namespace platform::cabinet
+} // namespace cabinet

@@ -8,7 +8,7 @@
 #include <mspack.h>
 #include <span>
 
-namespace platform::cabinet {
+namespace cabinet {
 
 /// The bytes that libmspack takes for a cabinet.
 class MspackInput {
@@ -33,11 +33,11 @@ class MspackServices {
     MspackServices& operator=(const MspackServices&) = delete;
 
     /// The cabinet's records, owned by this; null, with `error` set, when the library refuses them.
-    const mscabd_cabinet* Open(SystemError& error);
+    const mscabd_cabinet* Open(base::SystemError& error);
 
     /// Decodes a file, or any part of a folder that is described like one. `sink` may be empty and must not
     /// throw. `written` answers how much it was given.
-    SystemError Extract(mscabd_file& file, const ByteSink& sink, std::uint64_t& written);
+    base::SystemError Extract(mscabd_file& file, const ByteSink& sink, std::uint64_t& written);
 
   private:
     struct System : mspack_system {
@@ -54,7 +54,7 @@ class MspackServices {
     static int Read(mspack_file* handle, void* buffer, int bytes);
     static int Write(mspack_file* handle, void* buffer, int bytes);
     static int Seek(mspack_file* handle, off_t offset, int mode);
-    SystemError ErrorOf(int result) const;
+    base::SystemError ErrorOf(int result) const;
 
     MspackInput& input_;
     System system_{};
@@ -64,8 +64,8 @@ class MspackServices {
     mscabd_cabinet* cabinet_ = nullptr;
     std::uint64_t position_ = 0;
     const ByteSink* sink_ = nullptr;
-    SystemError sinkError_;
+    base::SystemError sinkError_;
     std::uint64_t written_ = 0;
 };
 
-} // namespace platform::cabinet
+} // namespace cabinet

@@ -4,7 +4,7 @@
 #include <array>
 #include <cstring>
 
-namespace platform::cabinet {
+namespace cabinet {
 namespace {
 
 constexpr std::size_t kSpare = 512;
@@ -13,13 +13,13 @@ constexpr std::size_t kMarkSize = 2;     // "CK"
 
 } // namespace
 
-MszipFolderDecoder::MszipFolderDecoder(BufferedInput& input, const Folder& folder, std::size_t dataReserve,
-                                       MszipBlockDecoder decodeBlock)
+MszipFolderDecoder::MszipFolderDecoder(platform::BufferedInput& input, const Folder& folder,
+                                       std::size_t dataReserve, MszipBlockDecoder decodeBlock)
     : input_(input), decodeBlock_(decodeBlock), dataReserve_(dataReserve), nextBlock_(folder.dataOffset),
       blocksLeft_(folder.blockCount),
       window_((1 + std::min<std::size_t>(folder.blockCount, kBlocksAtOnce)) * kBlockSize + kSpare) {}
 
-SystemError MszipFolderDecoder::Decode(std::uint64_t count, const ByteSink& sink) {
+base::SystemError MszipFolderDecoder::Decode(std::uint64_t count, const ByteSink& sink) {
     while (count > 0) {
         if (taken_ == end_ && !HasRoom())
             StartOver();
@@ -28,9 +28,9 @@ SystemError MszipFolderDecoder::Decode(std::uint64_t count, const ByteSink& sink
         }
         const auto piece = static_cast<std::size_t>(std::min<std::uint64_t>(count, end_ - taken_));
         if (piece == 0)
-            return {kErrorInvalidData};
+            return {base::kErrorInvalidData};
         if (sink) {
-            if (const SystemError error = sink({&window_[taken_], piece}))
+            if (const base::SystemError error = sink({&window_[taken_], piece}))
                 return error;
         }
         taken_ += piece;
@@ -78,4 +78,4 @@ bool MszipFolderDecoder::DecodeBlock() {
     return true;
 }
 
-} // namespace platform::cabinet
+} // namespace cabinet

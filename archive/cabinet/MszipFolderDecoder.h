@@ -8,7 +8,7 @@
 
 #include <vector>
 
-namespace platform::cabinet {
+namespace cabinet {
 
 /// Decodes an MSZIP folder, block by block, with a given decoder of Deflate streams. It takes sound blocks
 /// only: at the first that is anything else it fails, with Position() at the block's start, and another
@@ -16,10 +16,10 @@ namespace platform::cabinet {
 class MszipFolderDecoder final : public FolderDecoder {
   public:
     /// `input` is shared with other decoders of the cabinet and outlives this one.
-    MszipFolderDecoder(BufferedInput& input, const Folder& folder, std::size_t dataReserve,
+    MszipFolderDecoder(platform::BufferedInput& input, const Folder& folder, std::size_t dataReserve,
                        MszipBlockDecoder decodeBlock);
 
-    SystemError Decode(std::uint64_t count, const ByteSink& sink) override;
+    base::SystemError Decode(std::uint64_t count, const ByteSink& sink) override;
 
     std::uint64_t Position() const override { return position_; }
 
@@ -30,7 +30,7 @@ class MszipFolderDecoder final : public FolderDecoder {
     void StartOver();
     bool DecodeBlock();
 
-    BufferedInput& input_;
+    platform::BufferedInput& input_;
     MszipBlockDecoder decodeBlock_;
     std::size_t dataReserve_;
     std::uint64_t nextBlock_; // where it is stored
@@ -43,4 +43,4 @@ class MszipFolderDecoder final : public FolderDecoder {
     std::uint64_t position_ = 0;
 };
 
-} // namespace platform::cabinet
+} // namespace cabinet

@@ -7,15 +7,15 @@
 #include <limits>
 #include <string_view>
 
-namespace platform::cabinet {
+namespace cabinet {
 namespace {
 
 /// A folder is closed before it would pass this, unless one file alone does.
 constexpr std::uint64_t kFolderTarget = 16u << 20;
 constexpr std::size_t kMostFolders = kContinuedFromPrevious;
 
-constexpr std::uint32_t kStoredAttributes =
-    kAttributeReadOnly | kAttributeHidden | kAttributeSystem | kAttributeArchive;
+constexpr std::uint32_t kStoredAttributes = platform::kAttributeReadOnly | platform::kAttributeHidden |
+                                            platform::kAttributeSystem | platform::kAttributeArchive;
 
 bool IsAscii(std::string_view text) {
     return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
@@ -88,7 +88,8 @@ CabReport PackPlan::Make(std::vector<PackEntry> found) {
 
 StoredFields StoredFieldsOf(const PackEntry& entry) {
     StoredFields fields;
-    const SystemTime time = FileTimeToSystemTime(FileTimeToLocalFileTime(entry.identity.lastWrite));
+    const platform::SystemTime time =
+        platform::FileTimeToSystemTime(platform::FileTimeToLocalFileTime(entry.identity.lastWrite));
     const auto word = [](int high, int middle, int low, int highShift) {
         return static_cast<std::uint16_t>(high << highShift | middle << 5 | low);
     };
@@ -130,4 +131,4 @@ std::vector<std::uint8_t> RecordsOf(const PackPlan& plan, const std::vector<std:
     return bytes;
 }
 
-} // namespace platform::cabinet
+} // namespace cabinet

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <vector>
 
-namespace platform::cabinet {
+namespace cabinet {
 
 /// A folder of the cabinet to be: some consecutive files.
 struct PlannedFolder {
@@ -45,4 +45,4 @@ StoredFields StoredFieldsOf(const PackEntry& entry);
 std::vector<std::uint8_t> RecordsOf(const PackPlan& plan, const std::vector<std::uint32_t>& dataOffsets,
                                     std::uint32_t cabinetSize);
 
-} // namespace platform::cabinet
+} // namespace cabinet

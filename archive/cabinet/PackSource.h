@@ -11,12 +11,12 @@
 #include <string>
 #include <vector>
 
-namespace platform {
+namespace cabinet {
 
 /// A file that is to be packed, as it was found.
 struct PackEntry {
     std::string name; ///< below the source, folders ending in backslashes; UTF-8
-    FileIdentity identity;
+    platform::FileIdentity identity;
     std::uint32_t attributes = 0; ///< kAttribute... bits (Files.h)
     bool executable = false;
     friend bool operator==(const PackEntry&, const PackEntry&) = default;
@@ -28,7 +28,7 @@ class PackInput {
     virtual ~PackInput() = default;
 
     /// Reads until `buffer` is full or the file ends; `count` answers how much came.
-    virtual SystemError Read(std::span<std::uint8_t> buffer, std::size_t& count) = 0;
+    virtual base::SystemError Read(std::span<std::uint8_t> buffer, std::size_t& count) = 0;
 
     /// Whether the file is still what it was when it was found.
     virtual bool IsUnchanged() const = 0;
@@ -55,4 +55,4 @@ class PackSource {
     static std::unique_ptr<PackSource> OpenSingleFile(const std::string& path, CabReport& report);
 };
 
-} // namespace platform
+} // namespace cabinet

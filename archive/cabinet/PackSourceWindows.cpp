@@ -7,34 +7,35 @@
 #include "platform/windows/paths/FolderNames.h"
 #include "platform/windows/paths/WidePath.h"
 
-namespace platform {
+namespace cabinet {
 namespace {
 
 class HostPackInput final : public PackInput {
   public:
-    HostPackInput(Handle file, const FileIdentity& identity) : file_(std::move(file)), identity_(identity) {}
+    HostPackInput(platform::Handle file, const platform::FileIdentity& identity)
+        : file_(std::move(file)), identity_(identity) {}
 
-    SystemError Read(std::span<std::uint8_t> buffer, std::size_t& count) override {
-        const SystemError error = ReadFullyAt(file_, offset_, buffer, count);
+    base::SystemError Read(std::span<std::uint8_t> buffer, std::size_t& count) override {
+        const base::SystemError error = platform::ReadFullyAt(file_, offset_, buffer, count);
         offset_ += count;
         return error;
     }
 
     bool IsUnchanged() const override {
-        const std::optional<HostEntry> entry = DescribeHandle(file_);
+        const std::optional<platform::HostEntry> entry = platform::DescribeHandle(file_);
         return entry && entry->identity == identity_;
     }
 
   private:
-    Handle file_;
-    FileIdentity identity_;
+    platform::Handle file_;
+    platform::FileIdentity identity_;
     std::uint64_t offset_ = 0;
 };
 
 class HostPackSource final : public PackSource {
   public:
     /// `single` is the name of the one file, or empty for the whole folder.
-    HostPackSource(Handle folder, std::wstring host, std::string path, std::wstring single)
+    HostPackSource(platform::Handle folder, std::wstring host, std::string path, std::wstring single)
         : folder_(std::move(folder)), host_(std::move(host)), path_(std::move(path)),
           single_(std::move(single)) {}
 
@@ -54,15 +55,16 @@ class HostPackSource final : public PackSource {
     bool WalkFolder(const std::wstring& folder, const std::string& prefix, Walk& walk) const;
     bool Add(const std::wstring& folder, const std::string& prefix, const std::wstring& hostName, Walk& walk,
              std::vector<std::wstring>& folders) const;
-    bool Fail(Walk& walk, CabFailure failure, const std::string& name, SystemError error = {}) const;
+    bool Fail(Walk& walk, CabFailure failure, const std::string& name, base::SystemError error = {}) const;
 
-    Handle folder_; ///< held open so that nobody puts another in its place
+    platform::Handle folder_; ///< held open so that nobody puts another in its place
     std::wstring host_;
     std::string path_;
     std::wstring single_;
 };
 
-bool HostPackSource::Fail(Walk& walk, CabFailure failure, const std::string& name, SystemError error) const {
+bool HostPackSource::Fail(Walk& walk, CabFailure failure, const std::string& name,
+                          base::SystemError error) const {
     walk.report = {failure, PathOf(name), error};
     return false;
 }
@@ -75,7 +77,7 @@ CabReport HostPackSource::List(std::vector<PackEntry>& entries, std::size_t most
     } else {
         std::vector<std::wstring> folders;
         if (Add(host_, "", single_, walk, folders) && !folders.empty())
-            Fail(walk, CabFailure::kCannotRead, Utf8OfWide(single_), {kErrorAccessDenied});
+            Fail(walk, CabFailure::kCannotRead, platform::Utf8OfWide(single_), {base::kErrorAccessDenied});
     }
     return walk.report;
 }
@@ -83,7 +85,7 @@ CabReport HostPackSource::List(std::vector<PackEntry>& entries, std::size_t most
 /// Files first, then each sub-folder, by name.
 bool HostPackSource::WalkFolder(const std::wstring& folder, const std::string& prefix, Walk& walk) const {
     std::vector<std::wstring> names;
-    if (const SystemError error = NamesIn(folder, names))
+    if (const base::SystemError error = platform::NamesIn(folder, names))
         return Fail(walk, CabFailure::kCannotRead, prefix, error);
     if (names.empty())
         return Fail(walk, CabFailure::kEmptyFolder, prefix);
@@ -94,7 +96,7 @@ bool HostPackSource::WalkFolder(const std::wstring& folder, const std::string& p
     }
     names = {};
     for (const std::wstring& name : folders) {
-        if (!WalkFolder(JoinWide(folder, name), prefix + Utf8OfWide(name) + "\\", walk))
+        if (!WalkFolder(platform::JoinWide(folder, name), prefix + platform::Utf8OfWide(name) + "\\", walk))
             return false;
     }
     return true;
@@ -102,13 +104,14 @@ bool HostPackSource::WalkFolder(const std::wstring& folder, const std::string& p
 
 bool HostPackSource::Add(const std::wstring& folder, const std::string& prefix, const std::wstring& hostName,
                          Walk& walk, std::vector<std::wstring>& folders) const {
-    std::string name = prefix + Utf8OfWide(hostName);
-    const std::optional<HostEntry> entry = DescribeLink(JoinWide(folder, hostName));
+    std::string name = prefix + platform::Utf8OfWide(hostName);
+    const std::optional<platform::HostEntry> entry =
+        platform::DescribeLink(platform::JoinWide(folder, hostName));
     if (!entry)
-        return Fail(walk, CabFailure::kCannotRead, name, LastError());
+        return Fail(walk, CabFailure::kCannotRead, name, platform::LastError());
     // A name is only good when it means the same file again.
-    if (WideOf(Utf8OfWide(hostName)) != hostName || name.size() > cabinet::kLongestName ||
-        !StaysInTarget(name))
+    if (platform::WideOf(platform::Utf8OfWide(hostName)) != hostName || name.size() > cabinet::kLongestName ||
+        !base::StaysInTarget(name))
         return Fail(walk, CabFailure::kName, name);
     if (entry->IsLink())
         return Fail(walk, CabFailure::kLink, name);
@@ -125,8 +128,9 @@ bool HostPackSource::Add(const std::wstring& folder, const std::string& prefix, 
 }
 
 std::unique_ptr<PackInput> HostPackSource::OpenFile(const PackEntry& entry, CabReport& report) const {
-    SystemError error;
-    Handle file = OpenForReading(JoinWide(host_, WideOf(entry.name)), error);
+    base::SystemError error;
+    platform::Handle file =
+        platform::OpenForReading(platform::JoinWide(host_, platform::WideOf(entry.name)), error);
     if (error) {
         report = {CabFailure::kCannotRead, PathOf(entry.name), error};
         return nullptr;
@@ -142,21 +146,21 @@ std::unique_ptr<PackInput> HostPackSource::OpenFile(const PackEntry& entry, CabR
 
 std::unique_ptr<PackSource> Open(const std::string& hostFolder, const std::string& path, std::wstring single,
                                  CabReport& report) {
-    const std::wstring host = WidePathOf(hostFolder);
+    const std::wstring host = platform::WidePathOf(hostFolder);
     if (host.empty()) {
-        report = {CabFailure::kCannotRead, path, {kErrorPathNotFound}};
+        report = {CabFailure::kCannotRead, path, {base::kErrorPathNotFound}};
         return nullptr;
     }
-    Handle folder(::CreateFileW(host.c_str(), FILE_LIST_DIRECTORY | FILE_READ_ATTRIBUTES,
-                                FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
-                                FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
-    const SystemError error = folder.IsOpen() ? SystemError{} : LastError();
-    const std::optional<HostEntry> entry = DescribeHandle(folder);
+    platform::Handle folder(::CreateFileW(
+        host.c_str(), FILE_LIST_DIRECTORY | FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+        OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
+    const base::SystemError error = folder.IsOpen() ? base::SystemError{} : platform::LastError();
+    const std::optional<platform::HostEntry> entry = platform::DescribeHandle(folder);
     // A file is packed from whatever folder holds it; a link in the place of a folder to be packed is none.
     const bool isLink = entry && entry->IsLink() && single.empty();
     if (error || !entry || !entry->IsFolder() || isLink) {
         report = {isLink ? CabFailure::kLink : CabFailure::kCannotRead, path,
-                  error ? error : SystemError{kErrorFolderInvalid}};
+                  error ? error : base::SystemError{base::kErrorFolderInvalid}};
         return nullptr;
     }
     return std::make_unique<HostPackSource>(std::move(folder), host, path, std::move(single));
@@ -171,11 +175,11 @@ std::unique_ptr<PackSource> PackSource::OpenFolder(const std::string& path, CabR
 std::unique_ptr<PackSource> PackSource::OpenSingleFile(const std::string& path, CabReport& report) {
     const std::size_t separator = path.find_last_of('\\');
     if (separator == std::string::npos || separator + 1 == path.size()) {
-        report = {CabFailure::kCannotRead, path, {kErrorPathNotFound}};
+        report = {CabFailure::kCannotRead, path, {base::kErrorPathNotFound}};
         return nullptr;
     }
     const std::string folder = path.substr(0, separator + 1);
-    return Open(folder, folder, WideOf(LastComponent(path)), report);
+    return Open(folder, folder, platform::WideOf(base::LastComponent(path)), report);
 }
 
-} // namespace platform
+} // namespace cabinet

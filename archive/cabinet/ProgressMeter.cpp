@@ -1,6 +1,6 @@
 #include "archive/cabinet/ProgressMeter.h"
 
-namespace platform::cabinet {
+namespace cabinet {
 namespace {
 
 constexpr std::chrono::milliseconds kPause{20};
@@ -28,4 +28,4 @@ bool ProgressMeter::Tell() {
     return !stopped_;
 }
 
-} // namespace platform::cabinet
+} // namespace cabinet

@@ -8,7 +8,7 @@
 #include <mutex>
 #include <string>
 
-namespace platform::cabinet {
+namespace cabinet {
 
 /// Counts the work of a call and tells the progress function of it, not too often. Work may be counted on any
 /// thread; the function is only called by Tell(), on the thread of the call.
@@ -38,4 +38,4 @@ class ProgressMeter {
     std::chrono::steady_clock::time_point last_{};
 };
 
-} // namespace platform::cabinet
+} // namespace cabinet

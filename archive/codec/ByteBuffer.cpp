@@ -5,7 +5,7 @@
 #include <cstring>
 #include <new>
 
-namespace archive {
+namespace codec {
 
 namespace {
 
@@ -93,4 +93,4 @@ void ByteBuffer::DropFront(std::size_t count) {
         std::memmove(data_.get(), data_.get() + count, size_);
 }
 
-} // namespace archive
+} // namespace codec

@@ -6,7 +6,7 @@
 #include <span>
 #include <utility>
 
-namespace archive {
+namespace codec {
 
 /// A growable array of bytes that does not fill what it allocates: the content of new bytes is not defined
 /// until they are written. Movable, not copyable.
@@ -79,4 +79,4 @@ class ByteBuffer {
     std::size_t capacity_ = 0;
 };
 
-} // namespace archive
+} // namespace codec

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace archive {
+namespace codec {
 
 // What the codes of Deflate mean (RFC 1951, section 3.2.5), and of Deflate64, where they differ.
 
@@ -56,4 +56,4 @@ static_assert(kDistances[29].base == 24577 && kDistances[29].extraBits == 13);
 static_assert(kDistances[30].base == 32769 && kDistances[30].extraBits == 14);
 static_assert(kDistances[31].base == 49153 && kDistances[31].extraBits == 14);
 
-} // namespace archive
+} // namespace codec

@@ -9,7 +9,7 @@
 #include <cstdint>
 #include <immintrin.h>
 
-namespace archive {
+namespace codec {
 
 /// Row d: for each of 32 bytes its place in a pattern of d bytes.
 constexpr std::array<std::array<std::uint8_t, 32>, 16> MakePatternPlaces() {
@@ -40,6 +40,6 @@ alignas(32) inline constexpr std::array<std::array<std::uint8_t, 32>, 16> kPatte
         _mm_storeu_si128(reinterpret_cast<__m128i*>(at), first);
 }
 
-} // namespace archive
+} // namespace codec
 
 #endif

@@ -11,7 +11,7 @@
 #define PELLARION_X86_64 0
 #endif
 
-namespace archive {
+namespace codec {
 
 /// Whether faster versions than the portable ones may be used at all. The environment variable
 /// PELLARION_CPU=portable forbids them, to tell a fault of the fast code from a fault of the data.
@@ -20,4 +20,4 @@ inline bool FastCodeAllowed() {
     return choice == nullptr || std::strcmp(choice, "portable") != 0;
 }
 
-} // namespace archive
+} // namespace codec

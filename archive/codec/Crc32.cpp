@@ -4,7 +4,7 @@
 
 #include <stdexcept>
 
-namespace archive {
+namespace codec {
 
 namespace {
 
@@ -49,4 +49,4 @@ std::uint32_t Cls_CRC32::CalcCRC32File(std::span<const std::uint8_t> data) {
     return register_;
 }
 
-} // namespace archive
+} // namespace codec

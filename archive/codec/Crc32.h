@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <span>
 
-namespace archive {
+namespace codec {
 
 /// CRC-32 of the ZIP format (reflected, polynomial 0xEDB88320, ISO 3309 / ITU-T V.42).
 class Cls_CRC32 {
@@ -32,4 +32,4 @@ class Cls_CRC32 {
     std::uint32_t register_ = 0xFFFFFFFFu;
 };
 
-} // namespace archive
+} // namespace codec

@@ -6,7 +6,7 @@
 
 #include <immintrin.h>
 
-namespace archive {
+namespace codec {
 
 // A message is a polynomial over GF(2), and its CRC the remainder by P. A block of 128 bits that stands d
 // bits before another may be multiplied by x^d and added to it without changing the remainder; with x^d
@@ -136,6 +136,6 @@ UpdateCrc32WideClmul(std::uint32_t crc, const std::uint8_t* data, std::size_t si
     return FinishFour(Load(last), Load(last + 16), Load(last + 32), Load(last + 48), data, size);
 }
 
-} // namespace archive
+} // namespace codec
 
 #endif

@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace archive {
+namespace codec {
 
 /// CRC-32 by carry-less multiplication, four blocks of 16 bytes at a time. Needs PCLMULQDQ and SSE4.1.
 std::uint32_t UpdateCrc32Clmul(std::uint32_t crc, const std::uint8_t* data, std::size_t size);
@@ -15,6 +15,6 @@ std::uint32_t UpdateCrc32Clmul(std::uint32_t crc, const std::uint8_t* data, std:
 /// The same, four blocks of 64 bytes at a time. Needs VPCLMULQDQ and AVX-512 F, too.
 std::uint32_t UpdateCrc32WideClmul(std::uint32_t crc, const std::uint8_t* data, std::size_t size);
 
-} // namespace archive
+} // namespace codec
 
 #endif

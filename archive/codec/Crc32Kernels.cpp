@@ -3,7 +3,7 @@
 #include "archive/codec/CpuTarget.h"
 #include "archive/codec/Crc32Clmul.h"
 
-namespace archive {
+namespace codec {
 
 namespace {
 
@@ -67,4 +67,4 @@ const std::vector<const Crc32Kernel*>& Crc32Kernels() {
     return kernels;
 }
 
-} // namespace archive
+} // namespace codec

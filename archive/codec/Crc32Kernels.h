@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-namespace archive {
+namespace codec {
 
 /// Entry n: n shifted right eight times, each time XOR-ed with 0xEDB88320 when the bit shifted out was 1.
 constexpr std::array<std::uint32_t, 256> MakeCrc32Table() {
@@ -39,4 +39,4 @@ struct Crc32Kernel {
 /// The ways that this processor can run, the portable one first, the fastest last.
 const std::vector<const Crc32Kernel*>& Crc32Kernels();
 
-} // namespace archive
+} // namespace codec

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <bit>
 
-namespace archive {
+namespace codec {
 
 namespace {
 
@@ -45,4 +45,4 @@ void FollowerTable::Read(InflateBits& bits) {
     }
 }
 
-} // namespace archive
+} // namespace codec

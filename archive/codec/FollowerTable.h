@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace archive {
+namespace codec {
 
 /// The follower sets of a reduced stream (ZIP application note, section 5.2), ready to be asked what the next
 /// bits mean after a given value.
@@ -37,4 +37,4 @@ class FollowerTable {
     std::array<std::array<std::uint32_t, kRow>, 256> rows_;
 };
 
-} // namespace archive
+} // namespace codec

@@ -1,6 +1,6 @@
 #include "archive/codec/HuffmanCode.h"
 
-namespace archive {
+namespace codec {
 
 bool HuffmanCode::Set(std::span<const std::uint8_t> lengths) {
     count.fill(0);
@@ -27,4 +27,4 @@ bool HuffmanCode::Set(std::span<const std::uint8_t> lengths) {
     return true;
 }
 
-} // namespace archive
+} // namespace codec

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <span>
 
-namespace archive {
+namespace codec {
 
 inline constexpr unsigned kMostCodeBits = 15;
 inline constexpr std::size_t kMostSymbols = 288;
@@ -40,4 +40,4 @@ class ReversedCode {
     std::uint32_t value_ = 0;
 };
 
-} // namespace archive
+} // namespace codec

@@ -7,7 +7,7 @@
 #include <cstring>
 #include <utility>
 
-namespace archive {
+namespace codec {
 
 namespace {
 
@@ -126,4 +126,4 @@ bool InflateInPieces(std::span<const std::uint8_t> data, std::int32_t lastIndex,
     return true;
 }
 
-} // namespace archive
+} // namespace codec

@@ -6,7 +6,7 @@
 #include <functional>
 #include <span>
 
-namespace archive {
+namespace codec {
 
 /// Decodes a Deflate (RFC 1951) or Deflate64 stream held whole in memory.
 ///
@@ -36,4 +36,4 @@ using PieceSink = std::function<void(std::span<const std::uint8_t>)>;
 bool InflateInPieces(std::span<const std::uint8_t> data, std::int32_t lastIndex, bool deflate64,
                      const PieceSink& sink);
 
-} // namespace archive
+} // namespace codec

@@ -6,7 +6,7 @@
 #include <cstring>
 #include <span>
 
-namespace archive {
+namespace codec {
 
 /// Eight bytes as one little-endian number.
 inline std::uint64_t LoadLittle64(const std::uint8_t* bytes) {
@@ -95,4 +95,4 @@ struct InflateBits {
     }
 };
 
-} // namespace archive
+} // namespace codec

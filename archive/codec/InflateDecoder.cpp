@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-namespace archive {
+namespace codec {
 
 namespace {
 
@@ -203,4 +203,4 @@ bool InflateDecoder::MakeRoom(std::size_t count) {
     return true;
 }
 
-} // namespace archive
+} // namespace codec

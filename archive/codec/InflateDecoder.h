@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <span>
 
-namespace archive {
+namespace codec {
 
 /// The longest way back that a match can name, in both modes: distance code 31 with all its extra bits.
 inline constexpr std::size_t kFarthestMatch = 49153 + (1 << 14) - 1;
@@ -74,4 +74,4 @@ class InflateDecoder {
     InflateTables tables_;
 };
 
-} // namespace archive
+} // namespace codec

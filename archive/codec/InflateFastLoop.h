@@ -5,7 +5,7 @@
 
 #include <cstring>
 
-namespace archive {
+namespace codec {
 
 /// The body of every kernel, inlined into each so that each is compiled for its own processor. `kCopyNear`
 /// copies matches from less than kPairLeastDistance bytes before.
@@ -190,4 +190,4 @@ template <auto kCopyNear>
     return end;
 }
 
-} // namespace archive
+} // namespace codec

@@ -4,7 +4,7 @@
 #include "archive/codec/CpuTarget.h"
 #include "archive/codec/InflateFastLoop.h"
 
-namespace archive {
+namespace codec {
 
 namespace {
 
@@ -43,4 +43,4 @@ const std::vector<const InflateKernel*>& InflateKernels() {
     return kernels;
 }
 
-} // namespace archive
+} // namespace codec

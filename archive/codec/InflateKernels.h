@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <vector>
 
-namespace archive {
+namespace codec {
 
 /// Input bytes and output space that a fast loop leaves to the careful loop.
 inline constexpr std::size_t kFastInput = 32;
@@ -33,4 +33,4 @@ struct InflateKernel {
 /// The ways that this processor can run, the portable one first, the fastest last.
 const std::vector<const InflateKernel*>& InflateKernels();
 
-} // namespace archive
+} // namespace codec

@@ -3,7 +3,7 @@
 #include "archive/codec/InflateBits.h"
 #include "archive/codec/InflateTables.h"
 
-namespace archive {
+namespace codec {
 
 /// A decoded symbol: its entry, and the bits it was taken from, which still hold its extra bits.
 struct SymbolBits {
@@ -29,4 +29,4 @@ inline SymbolBits TakeSymbol(InflateBits& bits, const std::uint32_t* table, unsi
     return symbol;
 }
 
-} // namespace archive
+} // namespace codec

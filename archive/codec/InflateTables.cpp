@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <memory>
 
-namespace archive {
+namespace codec {
 
 namespace {
 
@@ -149,4 +149,4 @@ unsigned BuildCodeLengthTable(std::span<std::uint32_t> table, std::span<const st
     return BuildHuffmanTable(table, code, kCodeLengthEntries, kCodeLengthRootBits);
 }
 
-} // namespace archive
+} // namespace codec

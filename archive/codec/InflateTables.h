@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <span>
 
-namespace archive {
+namespace codec {
 
 // Decode tables of the Deflate family (RFC 1951, section 3.2).
 //
@@ -71,4 +71,4 @@ const InflateTables& FixedTables(bool deflate64);
 /// bits, or 0 when the code is refused.
 unsigned BuildCodeLengthTable(std::span<std::uint32_t> table, std::span<const std::uint8_t> lengths);
 
-} // namespace archive
+} // namespace codec

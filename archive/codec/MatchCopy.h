@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <cstring>
 
-namespace archive {
+namespace codec {
 
 /// Copies `length` bytes to `to` from `distance` bytes before it, and writes no other. Where they overlap,
 /// the recent bytes repeat.
@@ -55,4 +55,4 @@ inline void CopyNear(std::uint8_t* to, std::size_t distance, std::size_t length)
     } while (to < end);
 }
 
-} // namespace archive
+} // namespace codec

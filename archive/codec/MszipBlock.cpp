@@ -2,7 +2,7 @@
 
 #include "archive/codec/InflateDecoder.h"
 
-namespace archive {
+namespace codec {
 
 namespace {
 
@@ -29,4 +29,4 @@ bool DecodeMszipBlock(std::span<const std::uint8_t> packed, std::uint8_t* output
     return result.status == 0 && !result.badTable && result.produced == history + size;
 }
 
-} // namespace archive
+} // namespace codec

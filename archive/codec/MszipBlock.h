@@ -4,11 +4,11 @@
 #include <cstdint>
 #include <span>
 
-namespace archive {
+namespace codec {
 
 /// Decodes one MSZIP data block as platform::MszipBlockDecoder asks for it, with this engine's Deflate
 /// decoder.
 bool DecodeMszipBlock(std::span<const std::uint8_t> packed, std::uint8_t* output, std::size_t history,
                       std::size_t size, std::size_t spare);
 
-} // namespace archive
+} // namespace codec

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace archive {
+namespace codec {
 
 namespace {
 
@@ -141,4 +141,4 @@ void BuildPairTable(PairTable& table, const HuffmanCode& litLen, const HuffmanCo
     }
 }
 
-} // namespace archive
+} // namespace codec

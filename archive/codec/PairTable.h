@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace archive {
+namespace codec {
 
 // The table of the fast loops. One look-up with the next kPairBits stream bits answers a literal, or a whole
 // match: its length with the extra bits, and its distance code. Most codes are short enough for that. Only
@@ -38,4 +38,4 @@ using PairTable = std::array<std::uint64_t, std::size_t{1} << kPairBits>;
 /// Fills `table` for two complete codes.
 void BuildPairTable(PairTable& table, const HuffmanCode& litLen, const HuffmanCode& distance, bool deflate64);
 
-} // namespace archive
+} // namespace codec

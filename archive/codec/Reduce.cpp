@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <utility>
 
-namespace archive {
+namespace codec {
 
 namespace {
 
@@ -29,4 +29,4 @@ std::int16_t Unreduce(ByteBuffer& data, int method, std::int32_t lastIndex) {
     return 0;
 }
 
-} // namespace archive
+} // namespace codec

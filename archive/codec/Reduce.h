@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-namespace archive {
+namespace codec {
 
 /// Decodes the reducing methods 2 to 5 of the ZIP application note (factors 1 to 4).
 ///
@@ -13,4 +13,4 @@ namespace archive {
 /// the output copies zero bytes. Always answers 0: the caller's CRC check tells a wrong result.
 std::int16_t Unreduce(ByteBuffer& data, int method, std::int32_t lastIndex);
 
-} // namespace archive
+} // namespace codec

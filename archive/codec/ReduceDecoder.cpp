@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-namespace archive {
+namespace codec {
 
 ReduceDecoder::ReduceDecoder(std::span<const std::uint8_t> input, int factor, std::size_t laneBytes)
     : input_(input), factor_(static_cast<unsigned>(std::clamp(factor, 1, 4))), laneBytes_(laneBytes) {}
@@ -26,4 +26,4 @@ void ReduceDecoder::Decode(std::span<std::uint8_t> room) {
     }
 }
 
-} // namespace archive
+} // namespace codec

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <span>
 
-namespace archive {
+namespace codec {
 
 /// Decodes one reduced stream (ZIP application note, section 5.2).
 class ReduceDecoder {
@@ -27,4 +27,4 @@ class ReduceDecoder {
     FollowerTable followers_;
 };
 
-} // namespace archive
+} // namespace codec

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace archive {
+namespace codec {
 
 namespace {
 
@@ -193,4 +193,4 @@ void ReduceLanes::Weigh() {
     }
 }
 
-} // namespace archive
+} // namespace codec

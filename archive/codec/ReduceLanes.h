@@ -10,7 +10,7 @@
 #include <optional>
 #include <span>
 
-namespace archive {
+namespace codec {
 
 /// Between two values of a reduced stream: the bit position, and the value before it.
 struct ReducePlace {
@@ -74,4 +74,4 @@ class ReduceLanes {
     std::array<std::uint32_t, std::size_t{1} << FollowerTable::kIndexBits> weights_{};
 };
 
-} // namespace archive
+} // namespace codec

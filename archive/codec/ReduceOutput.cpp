@@ -7,7 +7,7 @@
 #include <bit>
 #include <cstring>
 
-namespace archive {
+namespace codec {
 
 namespace {
 
@@ -122,4 +122,4 @@ void ReduceOutput::Copy(std::size_t distance, std::size_t length) {
         room_[at_] = room_[at_ - distance];
 }
 
-} // namespace archive
+} // namespace codec

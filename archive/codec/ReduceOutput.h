@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <span>
 
-namespace archive {
+namespace codec {
 
 /// Puts the values of a reduced stream out as bytes, copies and escaped escapes (ZIP application note,
 /// section 5.2), until its room is full. What comes after that is ignored.
@@ -35,4 +35,4 @@ class ReduceOutput {
     std::size_t distance_ = 0;
 };
 
-} // namespace archive
+} // namespace codec

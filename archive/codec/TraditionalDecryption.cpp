@@ -5,7 +5,7 @@
 
 #include <string>
 
-namespace archive {
+namespace codec {
 
 namespace {
 
@@ -88,4 +88,4 @@ void Cls_Encrypt::ZipDecryptArray(std::span<std::uint8_t> data) {
     key2_ = key2;
 }
 
-} // namespace archive
+} // namespace codec

@@ -4,7 +4,7 @@
 #include <span>
 #include <string_view>
 
-namespace archive {
+namespace codec {
 
 /// Decryption of the traditional encryption of the ZIP application note (section 6.1).
 class Cls_Encrypt {
@@ -24,4 +24,4 @@ class Cls_Encrypt {
     std::uint32_t key2_ = 0;
 };
 
-} // namespace archive
+} // namespace codec

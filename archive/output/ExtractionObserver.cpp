@@ -2,7 +2,7 @@
 
 #include <utility>
 
-namespace archive {
+namespace output {
 
 namespace {
 ExtractionObserver* current = nullptr;
@@ -16,4 +16,4 @@ ExtractionObserver* SetObserver(ExtractionObserver* observer) {
     return std::exchange(current, observer);
 }
 
-} // namespace archive
+} // namespace output

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-namespace archive {
+namespace output {
 
 /// Told of the progress of an extraction. The ZIP dialog stands behind it.
 class ExtractionObserver {
@@ -24,4 +24,4 @@ ExtractionObserver* Observer();
 /// Puts another observer (or none) in place and returns the one before. The caller keeps ownership.
 ExtractionObserver* SetObserver(ExtractionObserver* observer);
 
-} // namespace archive
+} // namespace output

@@ -4,7 +4,7 @@
 
 #include <iterator>
 
-namespace archive {
+namespace output {
 
 namespace {
 
@@ -50,7 +50,7 @@ platform::OutputFolder* OpenFolders::Walk(std::string_view path, std::string_vie
         TakeName(madeAs);
     path.remove_prefix(target_.size());
     // Mostly the path is its own key but for the letter case.
-    if (const auto found = byKey_.find(platform::ToUpper(path));
+    if (const auto found = byKey_.find(base::ToUpper(path));
         found != byKey_.end() && found->second->path == path)
         return Use(found->second);
     SplitPath(path, madeAs);
@@ -67,7 +67,7 @@ platform::OutputFolder* OpenFolders::Walk(std::string_view path, std::string_vie
             return Keep(steps_.back(), std::move(direct));
     }
     for (; folder && depth < steps_.size(); ++depth) {
-        platform::SystemError error;
+        base::SystemError error;
         auto below = folder->OpenOrCreate(steps_[depth].name, steps_[depth].nameWhenMade, error);
         folder = below ? Keep(steps_[depth], std::move(below)) : nullptr;
     }
@@ -82,7 +82,7 @@ void OpenFolders::SplitPath(std::string_view path, std::string_view madeAs) {
         Step step{TakeName(rest), TakeName(madeAs), path.substr(0, path.size() - rest.size()), 0};
         if (step.name == ".")
             continue;
-        key_ += platform::ToUpper(step.name) + '\\';
+        key_ += base::ToUpper(step.name) + '\\';
         step.keyEnd = key_.size();
         steps_.push_back(step);
     }
@@ -124,7 +124,7 @@ void OpenFolders::Drop(KeptList::iterator kept) {
 bool OpenFolders::OpenTarget(std::string_view madeAs) {
     if (!HasDrive(target_))
         return false;
-    platform::SystemError error;
+    base::SystemError error;
     std::size_t end = target_.size();
     auto folder = platform::OutputFolder::Open(target_, error);
     while (!folder && end > kRootLength) {
@@ -146,4 +146,4 @@ bool OpenFolders::OpenTarget(std::string_view madeAs) {
     return true;
 }
 
-} // namespace archive
+} // namespace output

@@ -11,7 +11,7 @@
 #include <unordered_map>
 #include <vector>
 
-namespace archive {
+namespace output {
 
 /// The folders of one extraction: the target and those used last stay open, so that entries are written
 /// without walking their paths again and a folder is not listed for each that is made in it, in any order.
@@ -72,4 +72,4 @@ class OpenFolders {
     platform::OutputFolder* last_ = nullptr;
 };
 
-} // namespace archive
+} // namespace output

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <string>
 
-namespace archive {
+namespace output {
 
 namespace {
 
@@ -29,7 +29,7 @@ std::string Shown(std::string_view entry) {
 app::Message StopMessage(std::uint32_t id, std::uint32_t titleId, std::string_view entry,
                          std::string_view suffix) {
     const std::string text = app::WithUserName(app::LoadText(id));
-    return {id, platform::ReplaceNoCase(text, "%entry", Shown(entry)).append(suffix), app::kMessageError,
+    return {id, base::ReplaceNoCase(text, "%entry", Shown(entry)).append(suffix), app::kMessageError,
             app::LoadText(titleId)};
 }
 
@@ -76,4 +76,4 @@ void RepeatedMessages::Finish() {
     kinds_.clear();
 }
 
-} // namespace archive
+} // namespace output

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace archive {
+namespace output {
 
 /// The messages of one operation that may meet the same fault very often. The first two reports of a text
 /// come as plain boxes; from the third on the box also offers to take the rest at once. What is taken that
@@ -38,4 +38,4 @@ class RepeatedMessages {
     std::vector<Kind> kinds_;
 };
 
-} // namespace archive
+} // namespace output

@@ -3,7 +3,7 @@
 #include <numeric>
 #include <zlib.h>
 
-namespace platform::rar {
+namespace rar {
 
 std::uint64_t PackedEntry::PackedSize() const {
     return std::accumulate(pieces.begin(), pieces.end(), std::uint64_t{0},
@@ -24,4 +24,4 @@ int CheckedOutput::Finish() const {
     return isWhole ? kRarSuccess : kRarBadData;
 }
 
-} // namespace platform::rar
+} // namespace rar

@@ -7,7 +7,7 @@
 #include <functional>
 #include <vector>
 
-namespace platform::rar {
+namespace rar {
 
 /// A run of an entry's packed bytes.
 struct Piece {
@@ -47,4 +47,4 @@ class CheckedOutput {
     std::uint32_t crc_ = 0;
 };
 
-} // namespace platform::rar
+} // namespace rar

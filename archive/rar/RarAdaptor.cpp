@@ -7,7 +7,7 @@
 
 #include <new>
 
-namespace platform::rar {
+namespace rar {
 
 namespace {
 
@@ -25,13 +25,13 @@ class AdaptedArchive final : public RarArchive {
 
     int RARReadHeader(RARHeaderData& header) override;
     int RARProcessFile(int operation, const std::string& destFolder, const std::string& destName,
-                       OutputFolder* folder) override;
+                       platform::OutputFolder* folder) override;
 
     int RARCloseArchive() override { return kRarSuccess; }
 
   private:
-    int Process(int operation, const std::string& destName, OutputFolder* folder);
-    int Unpack(OutputFile* file);
+    int Process(int operation, const std::string& destName, platform::OutputFolder* folder);
+    int Unpack(platform::OutputFile* file);
 
     RarVolumes volumes_;
     RarWalk walk_;
@@ -57,7 +57,7 @@ int AdaptedArchive::RARReadHeader(RARHeaderData& header) {
 }
 
 int AdaptedArchive::RARProcessFile(int operation, const std::string& /*destFolder*/,
-                                   const std::string& destName, OutputFolder* folder) {
+                                   const std::string& destName, platform::OutputFolder* folder) {
     try {
         return Process(operation, destName, folder);
     } catch (const std::bad_alloc&) {
@@ -65,7 +65,7 @@ int AdaptedArchive::RARProcessFile(int operation, const std::string& /*destFolde
     }
 }
 
-int AdaptedArchive::Process(int operation, const std::string& destName, OutputFolder* folder) {
+int AdaptedArchive::Process(int operation, const std::string& destName, platform::OutputFolder* folder) {
     // Cut data stops nobody who skips it: the next header tells.
     if (operation == kRarSkip)
         return entry_.obstacle == kRarBadData ? kRarSuccess : entry_.obstacle;
@@ -73,7 +73,7 @@ int AdaptedArchive::Process(int operation, const std::string& destName, OutputFo
         return operation == kRarTest ? kRarSuccess : kRarCannotCreate;
     if (operation == kRarTest)
         return Unpack(nullptr);
-    const std::unique_ptr<OutputFile> file = BeginOutput(folder, destName);
+    const std::unique_ptr<platform::OutputFile> file = BeginOutput(folder, destName);
     if (!file)
         return kRarCannotCreate;
     const int result = Unpack(file.get());
@@ -81,7 +81,7 @@ int AdaptedArchive::Process(int operation, const std::string& destName, OutputFo
     return result == kRarSuccess ? CommitOutput(*file, header.lastWrite, header.executable) : result;
 }
 
-int AdaptedArchive::Unpack(OutputFile* file) {
+int AdaptedArchive::Unpack(platform::OutputFile* file) {
     if (entry_.obstacle != kRarSuccess)
         return entry_.obstacle;
     return unpacker_.Unpack([&](Bytes bytes) {
@@ -105,4 +105,4 @@ std::unique_ptr<RarArchive> RarAdaptor::RAROpenArchive(RAROpenArchiveData& data)
     return nullptr;
 }
 
-} // namespace platform::rar
+} // namespace rar

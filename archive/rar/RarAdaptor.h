@@ -6,17 +6,18 @@
 #include <functional>
 #include <memory>
 
-namespace platform::rar {
+namespace rar {
 
 /// The program's own reader: walks the archive's blocks itself, copies what is stored and has a library
 /// unpack the rest. What it cannot unpack (what is encrypted, solid entries and packers before 2.9 of format
 /// 4, dictionaries over 64 MB) answers kRarBadData.
 class RarAdaptor final : public RarLibrary {
   public:
-    using OpenFile = std::function<std::unique_ptr<FileReader>(const std::string& path, SystemError& error)>;
+    using OpenFile = std::function<std::unique_ptr<platform::FileReader>(const std::string& path,
+                                                                         base::SystemError& error)>;
 
     /// `open` reads the archive's files.
-    explicit RarAdaptor(OpenFile open = FileReader::Open) : open_(std::move(open)) {}
+    explicit RarAdaptor(OpenFile open = platform::FileReader::Open) : open_(std::move(open)) {}
 
     std::unique_ptr<RarArchive> RAROpenArchive(RAROpenArchiveData& data) override;
 
@@ -24,4 +25,4 @@ class RarAdaptor final : public RarLibrary {
     OpenFile open_;
 };
 
-} // namespace platform::rar
+} // namespace rar

@@ -16,13 +16,13 @@
 #include <utility>
 #include <vector>
 
-namespace platform::rar {
+namespace rar {
 
 namespace {
 
 /// The library's calls. Those without which the records fall short may be missing.
 struct Calls {
-    explicit Calls(const SharedLibrary& library)
+    explicit Calls(const platform::SharedLibrary& library)
         : open(library.Find<OpenCall>("RAROpenArchive")),
           setPassword(library.Find<PasswordCall>("RARSetPassword")),
           readHeader(library.Find<HeaderCall>("RARReadHeader")),
@@ -48,7 +48,8 @@ int KnownCode(int code) {
 
 template <std::size_t Size>
 std::string TextOf(const char (&field)[Size]) {
-    return AnsiToUtf8({field, static_cast<std::size_t>(std::find(field, field + Size, '\0') - field)});
+    return platform::AnsiToUtf8(
+        {field, static_cast<std::size_t>(std::find(field, field + Size, '\0') - field)});
 }
 
 /// Wide characters are UTF-16 units on one system and code points on the other.
@@ -56,11 +57,11 @@ template <std::size_t Size>
 std::string TextOfWide(const wchar_t* field) {
     const wchar_t* end = std::find(field, field + Size, L'\0');
     if constexpr (sizeof(wchar_t) == sizeof(char16_t))
-        return Utf8FromUtf16(std::u16string(field, end));
+        return base::Utf8FromUtf16(std::u16string(field, end));
     std::string text;
     std::for_each(field, end, [&](wchar_t c) {
         const auto point = static_cast<char32_t>(c);
-        AppendUtf8(text, point < 0xD800 || (point > 0xDFFF && point <= 0x10FFFF) ? point : U'?');
+        base::AppendUtf8(text, point < 0xD800 || (point > 0xDFFF && point <= 0x10FFFF) ? point : U'?');
     });
     return text;
 }
@@ -70,7 +71,7 @@ struct EntryFacts {
     std::uint64_t size = 0;
     bool folder = false;
     bool link = false;
-    std::optional<FileTime> lastWrite;
+    std::optional<platform::FileTime> lastWrite;
 };
 
 template <typename Record>
@@ -83,10 +84,10 @@ EntryFacts FactsOf(const Record& record) {
     facts.folder = (record.Flags & kFlagsOldFolder) == kFlagsOldFolder ||
                    ((record.Flags & kFlagFolder) != 0 && record.UnpSize == 0);
     facts.link = record.HostOS == kHostUnix && (record.FileAttr & kTypeMask) == kTypeLink;
-    FileTime local;
-    if (DosDateTimeToFileTime(static_cast<std::uint16_t>(record.FileTime >> 16),
-                              static_cast<std::uint16_t>(record.FileTime), local))
-        facts.lastWrite = LocalFileTimeToFileTime(local);
+    platform::FileTime local;
+    if (platform::DosDateTimeToFileTime(static_cast<std::uint16_t>(record.FileTime >> 16),
+                                        static_cast<std::uint16_t>(record.FileTime), local))
+        facts.lastWrite = platform::LocalFileTimeToFileTime(local);
     return facts;
 }
 
@@ -104,14 +105,14 @@ class BoundArchive final : public RarArchive {
     BoundArchive& operator=(const BoundArchive&) = delete;
 
     void RARSetPassword(const std::string& password) override {
-        calls_.setPassword(handle_, Utf8ToAnsi(password).data());
+        calls_.setPassword(handle_, platform::Utf8ToAnsi(password).data());
     }
 
     void RARSetCallback(RarDataCallback callback) override { callback_ = std::move(callback); }
 
     int RARReadHeader(RARHeaderData& header) override;
     int RARProcessFile(int operation, const std::string& destFolder, const std::string& destName,
-                       OutputFolder* folder) override;
+                       platform::OutputFolder* folder) override;
     int RARCloseArchive() override;
 
   private:
@@ -119,7 +120,8 @@ class BoundArchive final : public RarArchive {
     int Read(RARHeaderData& header);
     int ReadEx(RARHeaderData& header);
     int Process(int operation, const std::string& destFolder, const std::string& destName);
-    int ExtractByData(const std::string& destFolder, const std::string& destName, OutputFolder* folder);
+    int ExtractByData(const std::string& destFolder, const std::string& destName,
+                      platform::OutputFolder* folder);
 
     const Calls& calls_;
     LibraryHandle handle_;
@@ -127,7 +129,7 @@ class BoundArchive final : public RarArchive {
     EntryFacts entry_;
     RarDataCallback callback_;
     // While an entry is extracted.
-    OutputFile* file_ = nullptr;
+    platform::OutputFile* file_ = nullptr;
     std::uint64_t written_ = 0;
     bool writeFailed_ = false;
 };
@@ -149,7 +151,7 @@ int BoundArchive::RARReadHeader(RARHeaderData& header) {
     if (result != kRarSuccess)
         return result;
     header.FileName = WithBackslashes(std::move(header.FileName));
-    header.ArcName = PathFromHost(header.ArcName);
+    header.ArcName = platform::PathFromHost(header.ArcName);
     if (header.ArcName.empty())
         header.ArcName = path_;
     header.UnpSize = entry_.size;
@@ -174,14 +176,14 @@ int BoundArchive::ReadEx(RARHeaderData& header) {
     entry_.folder = (record.Flags & kFlagFolder) != 0;
     entry_.link = entry_.link || record.RedirType != 0;
     if (record.MtimeLow != 0 || record.MtimeHigh != 0)
-        entry_.lastWrite = FileTime{record.MtimeLow | std::uint64_t{record.MtimeHigh} << 32};
+        entry_.lastWrite = platform::FileTime{record.MtimeLow | std::uint64_t{record.MtimeHigh} << 32};
     header.ArcName = TextOf(record.ArcName);
     header.FileName = TextOfWide<std::size(record.FileNameW)>(record.FileNameW);
     return result;
 }
 
 int BoundArchive::RARProcessFile(int operation, const std::string& destFolder, const std::string& destName,
-                                 OutputFolder* folder) {
+                                 platform::OutputFolder* folder) {
     if (operation != kRarExtract)
         return Process(operation, destFolder, destName);
     if (entry_.folder || entry_.link) {
@@ -194,15 +196,15 @@ int BoundArchive::RARProcessFile(int operation, const std::string& destFolder, c
 }
 
 int BoundArchive::Process(int operation, const std::string& destFolder, const std::string& destName) {
-    std::string folder = LibraryPathOf(destFolder);
-    std::string name = LibraryPathOf(destName);
+    std::string folder = platform::LibraryPathOf(destFolder);
+    std::string name = platform::LibraryPathOf(destName);
     return KnownCode(calls_.processFile(handle_, operation, folder.data(), name.data()));
 }
 
 /// The library unpacks to nowhere and hands over the bytes, which are written as everywhere in this program.
 int BoundArchive::ExtractByData(const std::string& destFolder, const std::string& destName,
-                                OutputFolder* folder) {
-    const std::unique_ptr<OutputFile> output = BeginOutput(folder, destName);
+                                platform::OutputFolder* folder) {
+    const std::unique_ptr<platform::OutputFile> output = BeginOutput(folder, destName);
     file_ = output.get();
     written_ = 0;
     writeFailed_ = false;
@@ -225,13 +227,13 @@ int BoundArchive::RARCloseArchive() {
 
 class BoundLibrary final : public RarLibrary {
   public:
-    explicit BoundLibrary(std::unique_ptr<SharedLibrary> library)
+    explicit BoundLibrary(std::unique_ptr<platform::SharedLibrary> library)
         : library_(std::move(library)), calls_(*library_) {}
 
     bool IsWhole() const { return calls_.AreThere(); }
 
     std::unique_ptr<RarArchive> RAROpenArchive(RAROpenArchiveData& data) override {
-        const std::string path = LibraryPathOf(data.ArcName);
+        const std::string path = platform::LibraryPathOf(data.ArcName);
         std::vector<char> comment(data.CmtBufSize);
         OpenRecord record{.ArcName = path.c_str(),
                           .OpenMode = data.OpenMode,
@@ -250,18 +252,18 @@ class BoundLibrary final : public RarLibrary {
     }
 
   private:
-    std::unique_ptr<SharedLibrary> library_;
+    std::unique_ptr<platform::SharedLibrary> library_;
     Calls calls_;
 };
 
 } // namespace
 
 std::unique_ptr<RarLibrary> BindRarLibrary(const std::string& file) {
-    std::unique_ptr<SharedLibrary> loaded = SharedLibrary::Load(file);
+    std::unique_ptr<platform::SharedLibrary> loaded = platform::SharedLibrary::Load(file);
     if (!loaded)
         return nullptr;
     auto library = std::make_unique<BoundLibrary>(std::move(loaded));
     return library->IsWhole() ? std::move(library) : nullptr;
 }
 
-} // namespace platform::rar
+} // namespace rar

@@ -9,7 +9,7 @@
 #include <span>
 #include <string>
 
-namespace platform::rar {
+namespace rar {
 
 // RAR archives: a signature, then blocks, each a header with its checksum and maybe data behind it. Numbers
 // are little-endian. Format 4 is that of RAR 1.5 to 4; format 5 that of RAR 5, whose numbers are mostly of
@@ -39,7 +39,7 @@ struct EntryHeader {
     std::string name; ///< UTF-8, backslashes between folders
     std::uint64_t size = 0;
     Packing packing;
-    std::optional<FileTime> lastWrite; ///< UTC
+    std::optional<platform::FileTime> lastWrite; ///< UTC
     bool folder = false;
     bool link = false; ///< of any kind, copies of other entries included
     bool executable = false;
@@ -74,4 +74,4 @@ inline constexpr std::size_t kLongestHeader = std::size_t{2} << 20;
 bool ParseBlock4(Bytes header, Block& block);
 bool ParseBlock5(Bytes header, Block& block);
 
-} // namespace platform::rar
+} // namespace rar

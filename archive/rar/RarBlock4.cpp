@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <zlib.h>
 
-namespace platform::rar {
+namespace rar {
 
 namespace {
 
@@ -55,7 +55,7 @@ bool ChecksumFits(Bytes header, std::size_t summed) {
 }
 
 /// Bytes of the field in front give the time to two seconds; these the second and its fraction.
-FileTime Refine(FileTime time, ByteTaker& taker) {
+platform::FileTime Refine(platform::FileTime time, ByteTaker& taker) {
     constexpr std::uint64_t kSecond = 10'000'000;
     const unsigned flags = taker.Take16() >> 12; // the file's last change; other times follow
     if (!taker.Good() || (flags & 8) == 0)
@@ -93,11 +93,11 @@ bool ParseEntry(ByteTaker taker, unsigned flags, std::uint64_t& packed, EntryHea
     entry.name = (flags & kUnicode) != 0 ? UnicodeName(name) : PlainName(name);
     if ((flags & kSalt) != 0)
         taker.Take(8);
-    FileTime local;
-    if (DosDateTimeToFileTime(date, time, local)) {
+    platform::FileTime local;
+    if (platform::DosDateTimeToFileTime(date, time, local)) {
         if ((flags & kExtendedTime) != 0)
             local = Refine(local, taker);
-        entry.lastWrite = LocalFileTimeToFileTime(local);
+        entry.lastWrite = platform::LocalFileTimeToFileTime(local);
     }
     const bool isUnix = host == kHostUnix;
     entry.folder = (flags & kWindowMask) == kWindowMask ||
@@ -163,4 +163,4 @@ bool ParseBlock4(Bytes header, Block& block) {
     return taker.Good() && ChecksumFits(header, summed);
 }
 
-} // namespace platform::rar
+} // namespace rar

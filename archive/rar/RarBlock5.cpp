@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <zlib.h>
 
-namespace platform::rar {
+namespace rar {
 
 namespace {
 
@@ -52,7 +52,7 @@ constexpr unsigned kMethodShift = 7;
 constexpr std::uint64_t kTicksPerSecond = 10'000'000;
 constexpr std::uint64_t kUnixEpoch = 11'644'473'600; // seconds from 1601 to 1970
 
-FileTime TimeOfUnix(std::uint64_t seconds, std::uint64_t nanoseconds = 0) {
+platform::FileTime TimeOfUnix(std::uint64_t seconds, std::uint64_t nanoseconds = 0) {
     return {(seconds + kUnixEpoch) * kTicksPerSecond + nanoseconds / 100};
 }
 
@@ -63,7 +63,7 @@ void ParseTime(ByteTaker taker, EntryHeader& entry) {
         return;
     if ((flags & kTimeUnix) == 0) {
         if (const std::uint64_t ticks = taker.Take64(); taker.Good())
-            entry.lastWrite = FileTime{ticks};
+            entry.lastWrite = platform::FileTime{ticks};
         return;
     }
     const std::uint32_t seconds = taker.Take32();
@@ -119,7 +119,7 @@ bool ParseEntry(ByteTaker& taker, EntryHeader& entry) {
     if (!taker.Good() || name.empty())
         return false;
     std::string_view text(reinterpret_cast<const char*>(name.data()), name.size());
-    entry.name = WithBackslashes(CleanedUtf8(text.substr(0, text.find('\0'))));
+    entry.name = WithBackslashes(base::CleanedUtf8(text.substr(0, text.find('\0'))));
     entry.size = size;
     entry.folder = (flags & kFolder) != 0;
     entry.executable = host == kHostUnix && (attributes & kUnixMayRun) != 0;
@@ -183,4 +183,4 @@ bool ParseBlock5(Bytes header, Block& block) {
     }
 }
 
-} // namespace platform::rar
+} // namespace rar

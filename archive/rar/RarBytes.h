@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <span>
 
-namespace platform::rar {
+namespace rar {
 
 /// Takes numbers and runs of bytes off the front of a record. What is not there any more reads as zeros or as
 /// nothing, and is noted.
@@ -65,4 +65,4 @@ class ByteTaker {
     bool good_ = true;
 };
 
-} // namespace platform::rar
+} // namespace rar

@@ -14,11 +14,9 @@
 #include <utility>
 #include <vector>
 
-namespace archive {
+namespace rar {
 
 namespace {
-
-using platform::kRarSuccess;
 
 class RarExtraction {
   public:
@@ -38,10 +36,10 @@ class RarExtraction {
 
   private:
     bool Pass(RarPass pass);
-    bool DoEntry(RarPass pass, platform::RarArchive& archive, std::int32_t entry);
-    int Process(RarPass pass, platform::RarArchive& archive);
-    int ExtractEntry(platform::RarArchive& archive);
-    int CompareEntry(platform::RarArchive& archive);
+    bool DoEntry(RarPass pass, RarArchive& archive, std::int32_t entry);
+    int Process(RarPass pass, RarArchive& archive);
+    int ExtractEntry(RarArchive& archive);
+    int CompareEntry(RarArchive& archive);
     bool IsInFile(std::span<const std::uint8_t> piece, std::uint64_t offset);
     bool Check(RarPass pass, int code);
 
@@ -50,9 +48,9 @@ class RarExtraction {
     std::string password_;
     RarExtractionObserver& observer_;
     const RarFilter& filter_;
-    OpenFolders folders_;
-    RepeatedMessages messages_;
-    platform::RARHeaderData header_;
+    output::OpenFolders folders_;
+    output::RepeatedMessages messages_;
+    RARHeaderData header_;
     std::unique_ptr<platform::FileReader> file_; // that the entry in hand is compared with
     std::vector<std::uint8_t> buffer_;
     RarOutcome outcome_;
@@ -61,7 +59,7 @@ class RarExtraction {
 
 /// Notes and reports a result that is none of success; whether to go on. A comparison ends with the first.
 bool RarExtraction::Check(RarPass pass, int code) {
-    const bool failed = code != kRarSuccess && code != platform::kRarEndOfArchive;
+    const bool failed = code != kRarSuccess && code != kRarEndOfArchive;
     failures_ += failed;
     return pass == RarPass::kCompare ? !failed : ReportRarResult(messages_, code, header_);
 }
@@ -69,9 +67,9 @@ bool RarExtraction::Check(RarPass pass, int code) {
 /// Whether the extraction goes on.
 bool RarExtraction::Pass(RarPass pass) {
     header_ = {.ArcName = path_};
-    const unsigned mode = pass == RarPass::kTest ? platform::kRarOpenList : platform::kRarOpenExtract;
-    platform::RAROpenArchiveData data{.ArcName = path_, .OpenMode = mode};
-    const auto archive = platform::TheRarLibrary().RAROpenArchive(data);
+    const unsigned mode = pass == RarPass::kTest ? kRarOpenList : kRarOpenExtract;
+    RAROpenArchiveData data{.ArcName = path_, .OpenMode = mode};
+    const auto archive = TheRarLibrary().RAROpenArchive(data);
     if (!archive) {
         Check(pass, data.OpenResult);
         return false;
@@ -88,12 +86,12 @@ bool RarExtraction::Pass(RarPass pass) {
     return Check(pass, result) && Check(pass, archive->RARCloseArchive());
 }
 
-bool RarExtraction::DoEntry(RarPass pass, platform::RarArchive& archive, std::int32_t entry) {
+bool RarExtraction::DoEntry(RarPass pass, RarArchive& archive, std::int32_t entry) {
     if (filter_ && !filter_(entry, header_.FileName)) {
-        const int skipped = archive.RARProcessFile(platform::kRarSkip, "", "", nullptr);
+        const int skipped = archive.RARProcessFile(kRarSkip, "", "", nullptr);
         return pass == RarPass::kTest || Check(pass, skipped);
     }
-    const std::string name = platform::ToLower(header_.FileName);
+    const std::string name = base::ToLower(header_.FileName);
     observer_.EntryBegins(pass, pass == RarPass::kTest ? "testing -" + name : name);
     std::uint64_t done = 0;
     archive.RARSetCallback([&, size = header_.UnpSize](std::span<const std::uint8_t> piece) {
@@ -118,47 +116,47 @@ bool RarExtraction::DoEntry(RarPass pass, platform::RarArchive& archive, std::in
     return !outcome_.stopped;
 }
 
-int RarExtraction::Process(RarPass pass, platform::RarArchive& archive) {
+int RarExtraction::Process(RarPass pass, RarArchive& archive) {
     if (pass == RarPass::kExtract)
         return ExtractEntry(archive);
     if (pass == RarPass::kCompare)
         return CompareEntry(archive);
-    return archive.RARProcessFile(platform::kRarTest, destination_, destination_ + header_.FileName, nullptr);
+    return archive.RARProcessFile(kRarTest, destination_, destination_ + header_.FileName, nullptr);
 }
 
 /// Answers the library's code, or the one for a file that cannot be created where the target refuses it.
-int RarExtraction::ExtractEntry(platform::RarArchive& archive) {
+int RarExtraction::ExtractEntry(RarArchive& archive) {
     std::string target = destination_ + header_.FileName;
     if (header_.IsFolder && !target.ends_with('\\'))
         target += '\\';
     const std::size_t nameStart = target.find_last_of('\\') + 1;
     platform::OutputFolder* folder = nullptr;
-    if (platform::StaysInTarget(header_.FileName)) {
+    if (base::StaysInTarget(header_.FileName)) {
         const std::string below = target.substr(0, nameStart);
         folder = folders_.Last(below);
         if (!folder)
             folder = folders_.Open(below, below);
     }
     if (folder && !header_.IsFolder)
-        return archive.RARProcessFile(platform::kRarExtract, destination_, target, folder);
-    const int skipped = archive.RARProcessFile(platform::kRarSkip, "", "", nullptr);
-    return folder ? skipped : platform::kRarCannotCreate;
+        return archive.RARProcessFile(kRarExtract, destination_, target, folder);
+    const int skipped = archive.RARProcessFile(kRarSkip, "", "", nullptr);
+    return folder ? skipped : kRarCannotCreate;
 }
 
 /// Answers kRarBadData where the file or folder is missing or differs.
-int RarExtraction::CompareEntry(platform::RarArchive& archive) {
+int RarExtraction::CompareEntry(RarArchive& archive) {
     const std::string target = destination_ + header_.FileName;
-    if (!platform::StaysInTarget(header_.FileName))
-        return platform::kRarBadData;
+    if (!base::StaysInTarget(header_.FileName))
+        return kRarBadData;
     if (header_.IsFolder) {
-        const int skipped = archive.RARProcessFile(platform::kRarSkip, "", "", nullptr);
-        return platform::FolderExists(target) ? skipped : platform::kRarBadData;
+        const int skipped = archive.RARProcessFile(kRarSkip, "", "", nullptr);
+        return platform::FolderExists(target) ? skipped : kRarBadData;
     }
-    platform::SystemError error;
+    base::SystemError error;
     file_ = platform::FileReader::Open(target, error);
     if (!file_ || file_->Size() != header_.UnpSize)
-        return platform::kRarBadData;
-    const int result = archive.RARProcessFile(platform::kRarTest, destination_, target, nullptr);
+        return kRarBadData;
+    const int result = archive.RARProcessFile(kRarTest, destination_, target, nullptr);
     file_.reset();
     return result;
 }
@@ -185,4 +183,4 @@ bool CompareRarArchive(const std::string& destination, const std::string& path, 
     return RarExtraction(destination, path, password, observer, filter).Compare();
 }
 
-} // namespace archive
+} // namespace rar

@@ -2,7 +2,7 @@
 
 #include <zlib.h>
 
-namespace platform::rar {
+namespace rar {
 
 namespace {
 
@@ -127,4 +127,4 @@ std::vector<std::uint8_t> EntryEnd(int format) {
     return blocks.Taken();
 }
 
-} // namespace platform::rar
+} // namespace rar

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-namespace platform::rar {
+namespace rar {
 
 // An archive with only what it takes to unpack some entries: the start, and for each entry its own start, its
 // data and its end.
@@ -19,4 +19,4 @@ std::vector<std::uint8_t> EntryStart(int format, const PackedEntry& entry);
 /// because it passes over no more than their fields.
 std::vector<std::uint8_t> EntryEnd(int format);
 
-} // namespace platform::rar
+} // namespace rar

@@ -10,16 +10,16 @@
 #include <optional>
 #include <utility>
 
-namespace platform {
+namespace rar {
 
 namespace {
 
 /// `setting` is the value of PELLARION_RAR_LIBRARY, where it is set.
 std::unique_ptr<RarLibrary> Choose(const std::optional<std::string>& setting) {
-    const std::string name = SharedLibraryName("unrar");
+    const std::string name = platform::SharedLibraryName("unrar");
     std::unique_ptr<RarLibrary> library;
     if (!setting)
-        library = rar::BindRarLibrary(HostPathOf(ProgramFolder() + '\\' + name));
+        library = rar::BindRarLibrary(platform::HostPathOf(platform::ProgramFolder() + '\\' + name));
     if (!library && !(setting && setting->empty()))
         library = rar::BindRarLibrary(setting.value_or(name));
     return library ? std::move(library) : std::make_unique<rar::RarAdaptor>();
@@ -41,4 +41,4 @@ RarLibrary& TheRarLibrary() {
     return *library;
 }
 
-} // namespace platform
+} // namespace rar

@@ -8,8 +8,10 @@
 #include <string>
 
 namespace platform {
-
 class OutputFolder;
+}
+
+namespace rar {
 
 // Result codes of the RAR library.
 inline constexpr int kRarSuccess = 0;
@@ -73,7 +75,7 @@ class RarArchive {
     /// file of that name, when it is complete and its time set; after a failure nothing is left behind. Links
     /// are not made: they answer kRarCannotCreate. So do folders, which are the caller's to make.
     virtual int RARProcessFile(int operation, const std::string& destFolder, const std::string& destName,
-                               OutputFolder* folder) = 0;
+                               platform::OutputFolder* folder) = 0;
 
     /// Closes the archive, which must not be used afterwards. Destruction closes it too.
     virtual int RARCloseArchive() = 0;
@@ -93,4 +95,4 @@ class RarLibrary {
 /// writes paths; set but empty, it chooses the program's own reader.
 RarLibrary& TheRarLibrary();
 
-} // namespace platform
+} // namespace rar

@@ -5,7 +5,7 @@
 
 #include <array>
 
-namespace archive {
+namespace rar {
 
 namespace {
 
@@ -15,7 +15,7 @@ constexpr std::uint32_t kTitleWarnings = 300;
 constexpr std::uint32_t kTextArchiveGone = 528;
 
 /// Texts of the codes kRarNoMemory to kRarBufferTooSmall.
-constexpr std::uint32_t kFirstFailureText = 518 + platform::kRarNoMemory;
+constexpr std::uint32_t kFirstFailureText = 518 + kRarNoMemory;
 
 /// Texts of a skip that fails, for the codes kRarBadData to kRarWriteError.
 constexpr std::array<std::uint32_t, 8> kSkipTexts{553, 547, 546, 549, 548, 550, 551, 552};
@@ -35,13 +35,13 @@ bool Between(int code, int first, int last) {
 
 bool ShowOpenStop(int code, const std::string& archive) {
     switch (code) {
-    case platform::kRarNoMemory:
+    case kRarNoMemory:
         return ShowPlainStop("Not enough memory");
-    case platform::kRarBadData:
+    case kRarBadData:
         return ShowPlainStop(archive + ": archive header broken");
-    case platform::kRarNotRar:
+    case kRarNotRar:
         return ShowPlainStop(archive + " is not RAR archive");
-    case platform::kRarCannotOpen:
+    case kRarCannotOpen:
         return ShowPlainStop("Cannot open " + archive);
     default:
         return false;
@@ -49,33 +49,32 @@ bool ShowOpenStop(int code, const std::string& archive) {
 }
 
 bool ShowSkipStop(int code) {
-    if (!Between(code, platform::kRarBadData, platform::kRarWriteError))
+    if (!Between(code, kRarBadData, kRarWriteError))
         return false;
-    const auto place = static_cast<std::size_t>(code - platform::kRarBadData);
+    const auto place = static_cast<std::size_t>(code - kRarBadData);
     app::ShowText(kSkipTexts.at(place), kTitleErrors, app::kMessageError);
     return true;
 }
 
 bool ShowHeaderStop(int code) {
-    return code == platform::kRarBadData && ShowPlainStop("File header broken");
+    return code == kRarBadData && ShowPlainStop("File header broken");
 }
 
 void ShowArchiveGone(const std::string& archive) {
-    RepeatedMessages().Report(kTextArchiveGone, kTitleWarnings, {}, "\n" + archive);
+    output::RepeatedMessages().Report(kTextArchiveGone, kTitleWarnings, {}, "\n" + archive);
 }
 
-bool ReportRarResult(RepeatedMessages& messages, int code, const platform::RARHeaderData& header) {
-    if (!Between(code, platform::kRarNoMemory, platform::kRarBufferTooSmall))
+bool ReportRarResult(output::RepeatedMessages& messages, int code, const RARHeaderData& header) {
+    if (!Between(code, kRarNoMemory, kRarBufferTooSmall))
         return true;
     std::string suffix;
-    if (Between(code, platform::kRarNotRar, platform::kRarCannotOpen))
+    if (Between(code, kRarNotRar, kRarCannotOpen))
         suffix = "\n" + header.ArcName;
-    else if (Between(code, platform::kRarCannotCreate, platform::kRarWriteError))
+    else if (Between(code, kRarCannotCreate, kRarWriteError))
         suffix = "\n" + header.FileName;
-    const auto text = kFirstFailureText + static_cast<std::uint32_t>(code - platform::kRarNoMemory);
+    const auto text = kFirstFailureText + static_cast<std::uint32_t>(code - kRarNoMemory);
     messages.Report(text, kTitleWarnings, header.FileName.empty() ? header.ArcName : header.FileName, suffix);
-    return code == platform::kRarCannotCreate || code == platform::kRarWriteError ||
-           code == platform::kRarBufferTooSmall;
+    return code == kRarCannotCreate || code == kRarWriteError || code == kRarBufferTooSmall;
 }
 
-} // namespace archive
+} // namespace rar

@@ -5,7 +5,7 @@
 
 #include <string>
 
-namespace archive {
+namespace rar {
 
 /// Stop messages of a listing (title text 301), after which the program ends. Each answers whether it has a
 /// message for the code.
@@ -17,6 +17,6 @@ bool ShowHeaderStop(int code);
 void ShowArchiveGone(const std::string& archive);
 
 /// CheckRarResult with messages that may come many times.
-bool ReportRarResult(RepeatedMessages& messages, int code, const platform::RARHeaderData& header);
+bool ReportRarResult(output::RepeatedMessages& messages, int code, const RARHeaderData& header);
 
-} // namespace archive
+} // namespace rar

@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-namespace platform::rar {
+namespace rar {
 
 namespace {
 
@@ -60,17 +60,17 @@ std::string WithBackslashes(std::string name) {
 
 std::string PlainName(Bytes name) {
     const std::string_view text = TextOf(name);
-    return WithBackslashes(AnsiToUtf8(text.substr(0, text.find('\0'))));
+    return WithBackslashes(platform::AnsiToUtf8(text.substr(0, text.find('\0'))));
 }
 
 std::string UnicodeName(Bytes name) {
     const auto end = std::ranges::find(name, 0);
     if (end == name.end())
-        return WithBackslashes(CleanedUtf8(TextOf(name)));
+        return WithBackslashes(base::CleanedUtf8(TextOf(name)));
     const auto length = static_cast<std::size_t>(end - name.begin());
     const std::u16string units = Unpack(name.first(length), name.subspan(length + 1));
-    const std::string unpacked = Utf8FromUtf16(std::u16string_view(units).substr(0, units.find(u'\0')));
+    const std::string unpacked = base::Utf8FromUtf16(std::u16string_view(units).substr(0, units.find(u'\0')));
     return unpacked.empty() ? PlainName(name) : WithBackslashes(unpacked);
 }
 
-} // namespace platform::rar
+} // namespace rar

@@ -4,7 +4,7 @@
 
 #include <string>
 
-namespace platform::rar {
+namespace rar {
 
 /// Name of a format 4 header, in UTF-8 with backslashes between folders: bytes of the system code page ...
 std::string PlainName(Bytes name);
@@ -16,4 +16,4 @@ std::string UnicodeName(Bytes name);
 /// A stored name with backslashes between folders.
 std::string WithBackslashes(std::string name);
 
-} // namespace platform::rar
+} // namespace rar

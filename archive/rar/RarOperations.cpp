@@ -3,7 +3,7 @@
 #include "archive/rar/RarMessages.h"
 #include "platform/FindFiles.h"
 
-namespace archive {
+namespace rar {
 
 namespace {
 
@@ -26,12 +26,12 @@ platform::SystemTime LocalWriteTime(const std::string& path) {
 }
 
 /// Whether the listing goes on.
-bool ListEntry(platform::RarArchive& archive, const RarFile& file, RarListObserver& observer) {
+bool ListEntry(RarArchive& archive, const RarFile& file, RarListObserver& observer) {
     observer.RarFileFound(file);
-    const int result = archive.RARProcessFile(platform::kRarSkip, "", "", nullptr);
-    if (result == platform::kRarSuccess)
+    const int result = archive.RARProcessFile(kRarSkip, "", "", nullptr);
+    if (result == kRarSuccess)
         state.entryNames += file.name + "\r\n";
-    return result == platform::kRarSuccess || !ShowSkipStop(result);
+    return result == kRarSuccess || !ShowSkipStop(result);
 }
 
 } // namespace
@@ -54,9 +54,8 @@ const std::string& RarArchiveTimeText() {
 
 RarListing ListRarArchive(const std::string& path, const std::string& password, RarListObserver& observer) {
     state = {.archive = path};
-    platform::RAROpenArchiveData data{
-        .ArcName = path, .OpenMode = platform::kRarOpenList, .CmtBufSize = kCommentRoom};
-    const auto archive = platform::TheRarLibrary().RAROpenArchive(data);
+    RAROpenArchiveData data{.ArcName = path, .OpenMode = kRarOpenList, .CmtBufSize = kCommentRoom};
+    const auto archive = TheRarLibrary().RAROpenArchive(data);
     if (!archive)
         return ShowOpenStop(data.OpenResult, path) ? RarListing::kEndProgram : RarListing::kDone;
     if (!password.empty())
@@ -65,9 +64,9 @@ RarListing ListRarArchive(const std::string& path, const std::string& password, 
     // One moment for all rows of the archive.
     state.time = LocalWriteTime(path);
     state.timeText = observer.TimeText(state.time);
-    platform::RARHeaderData header;
+    RARHeaderData header;
     int result = archive->RARReadHeader(header);
-    for (std::int32_t entry = 1; result == platform::kRarSuccess; ++entry) {
+    for (std::int32_t entry = 1; result == kRarSuccess; ++entry) {
         if (!ListEntry(*archive, {entry, header.FileName, header.UnpSize}, observer))
             return RarListing::kEndProgram;
         result = archive->RARReadHeader(header);
@@ -75,9 +74,9 @@ RarListing ListRarArchive(const std::string& path, const std::string& password, 
     return ShowHeaderStop(result) ? RarListing::kEndProgram : RarListing::kDone;
 }
 
-bool CheckRarResult(int code, const platform::RARHeaderData& header) {
-    RepeatedMessages once;
+bool CheckRarResult(int code, const RARHeaderData& header) {
+    output::RepeatedMessages once;
     return ReportRarResult(once, code, header);
 }
 
-} // namespace archive
+} // namespace rar

@@ -7,7 +7,7 @@
 #include <functional>
 #include <string>
 
-namespace archive {
+namespace rar {
 
 /// An entry of a RAR archive as it is listed.
 struct RarFile {
@@ -96,6 +96,6 @@ bool CompareRarArchive(const std::string& destination, const std::string& path, 
 
 /// Shows the message for a failure code of the library (title text 300), with names from the header record
 /// where it names them. Answers whether to go on.
-bool CheckRarResult(int code, const platform::RARHeaderData& header);
+bool CheckRarResult(int code, const RARHeaderData& header);
 
-} // namespace archive
+} // namespace rar

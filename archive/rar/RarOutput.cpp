@@ -2,30 +2,32 @@
 
 #include "archive/rar/RarLibrary.h"
 
-namespace platform::rar {
+namespace rar {
 
-std::unique_ptr<OutputFile> BeginOutput(OutputFolder* folder, const std::string& destName) {
-    SystemError error;
+std::unique_ptr<platform::OutputFile> BeginOutput(platform::OutputFolder* folder,
+                                                  const std::string& destName) {
+    base::SystemError error;
     return folder ? folder->CreateFile(destName.substr(destName.find_last_of('\\') + 1), error) : nullptr;
 }
 
-int CommitOutput(OutputFile& file, const std::optional<FileTime>& lastWrite, bool executable) {
-    FileTraits traits;
+int CommitOutput(platform::OutputFile& file, const std::optional<platform::FileTime>& lastWrite,
+                 bool executable) {
+    platform::FileTraits traits;
     traits.executable = executable;
     if (lastWrite)
-        traits.times = FileTimes{*lastWrite, *lastWrite, *lastWrite};
+        traits.times = platform::FileTimes{*lastWrite, *lastWrite, *lastWrite};
     switch (file.Commit(traits).code) {
     case 0:
         return kRarSuccess;
-    case kErrorDiskFull:
-    case kErrorWriteFault:
+    case base::kErrorDiskFull:
+    case base::kErrorWriteFault:
         return kRarWriteError;
-    case kErrorAccessDenied: // a folder or a protected file has the name
-    case kErrorWriteProtect:
+    case base::kErrorAccessDenied: // a folder or a protected file has the name
+    case base::kErrorWriteProtect:
         return kRarCannotCreate;
     default:
         return kRarCannotClose;
     }
 }
 
-} // namespace platform::rar
+} // namespace rar

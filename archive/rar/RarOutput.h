@@ -7,12 +7,14 @@
 #include <optional>
 #include <string>
 
-namespace platform::rar {
+namespace rar {
 
 /// Begins the file `destName` in the open folder that it lies in; null when that fails.
-std::unique_ptr<OutputFile> BeginOutput(OutputFolder* folder, const std::string& destName);
+std::unique_ptr<platform::OutputFile> BeginOutput(platform::OutputFolder* folder,
+                                                  const std::string& destName);
 
 /// Gives the complete file its name and traits; a result code.
-int CommitOutput(OutputFile& file, const std::optional<FileTime>& lastWrite, bool executable);
+int CommitOutput(platform::OutputFile& file, const std::optional<platform::FileTime>& lastWrite,
+                 bool executable);
 
-} // namespace platform::rar
+} // namespace rar

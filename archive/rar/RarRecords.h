@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace platform::rar {
+namespace rar {
 
 // The records and calls of the RAR library, as its documentation gives them: text in the system's code page,
 // members without gaps between them.
@@ -110,4 +110,4 @@ inline constexpr unsigned kHostUnix = 3;
 /// cannot be followed.
 inline constexpr int kLastKnownCode = 20;
 
-} // namespace platform::rar
+} // namespace rar

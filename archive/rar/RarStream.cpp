@@ -8,7 +8,7 @@
 #include <cerrno>
 #include <utility>
 
-namespace platform::rar {
+namespace rar {
 
 namespace {
 
@@ -112,4 +112,4 @@ std::ptrdiff_t RarStream::Read(const void*& bytes) {
     return 0;
 }
 
-} // namespace platform::rar
+} // namespace rar

@@ -10,7 +10,7 @@
 
 struct archive;
 
-namespace platform::rar {
+namespace rar {
 
 /// Hands entries to the library that unpacks them, one after another, as an archive of their own with nothing
 /// else in it: one entry of format 4, any number of format 5. After a failure it can unpack no more. What
@@ -44,4 +44,4 @@ class RarStream {
     std::unique_ptr<archive, int (*)(archive*)> archive_; // last: it may read until it goes
 };
 
-} // namespace platform::rar
+} // namespace rar

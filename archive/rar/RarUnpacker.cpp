@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace platform::rar {
+namespace rar {
 
 namespace {
 
@@ -87,4 +87,4 @@ int RarUnpacker::UnpackRun(const Sink& sink) {
     return isBroken_ && result == kRarSuccess ? kRarBadData : result;
 }
 
-} // namespace platform::rar
+} // namespace rar

@@ -7,7 +7,7 @@
 #include <memory>
 #include <vector>
 
-namespace platform::rar {
+namespace rar {
 
 /// Unpacks the entries of an archive, in archive order and each at most once. Entries that nobody asks for
 /// cost nothing, unless a solid one behind them needs them.
@@ -35,4 +35,4 @@ class RarUnpacker {
     bool isBroken_ = false;
 };
 
-} // namespace platform::rar
+} // namespace rar

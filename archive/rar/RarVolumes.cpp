@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace platform::rar {
+namespace rar {
 
 namespace {
 
@@ -48,17 +48,17 @@ std::string NextVolumePath(const std::string& path, bool oldNumbering) {
     return end == nameStart ? "" : Increased(path, end);
 }
 
-std::shared_ptr<FileReader> RarVolumes::Volume(std::size_t number) {
+std::shared_ptr<platform::FileReader> RarVolumes::Volume(std::size_t number) {
     if (openFile_ && openNumber_ == number)
         return openFile_;
     if (number == paths_.size())
         paths_.push_back(NextVolumePath(paths_.back(), oldNumbering_));
     if (paths_[number].empty())
         return nullptr;
-    SystemError error;
+    base::SystemError error;
     openFile_ = open_(paths_[number], error);
     openNumber_ = number;
     return openFile_;
 }
 
-} // namespace platform::rar
+} // namespace rar

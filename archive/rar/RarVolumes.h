@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace platform::rar {
+namespace rar {
 
 /// Path of the volume behind the one at `path`: with the last number in its name one higher, or, by the old
 /// numbering, with the endings .rar, .r00 to .r99, .s00 and so on. Empty when there is no such name.
@@ -16,9 +16,10 @@ std::string NextVolumePath(const std::string& path, bool oldNumbering);
 /// The files of an archive.
 class RarVolumes {
   public:
-    using OpenFile = std::function<std::unique_ptr<FileReader>(const std::string& path, SystemError& error)>;
+    using OpenFile = std::function<std::unique_ptr<platform::FileReader>(const std::string& path,
+                                                                         base::SystemError& error)>;
 
-    explicit RarVolumes(std::string path, OpenFile open = FileReader::Open)
+    explicit RarVolumes(std::string path, OpenFile open = platform::FileReader::Open)
         : paths_{std::move(path)}, open_(std::move(open)) {}
 
     void SetOldNumbering(bool old) { oldNumbering_ = old; }
@@ -27,7 +28,7 @@ class RarVolumes {
 
     /// Volume `number` (from 0, no further than one behind the last that was opened), open; null when it is
     /// not there.
-    std::shared_ptr<FileReader> Volume(std::size_t number);
+    std::shared_ptr<platform::FileReader> Volume(std::size_t number);
 
   private:
     std::vector<std::string> paths_;
@@ -35,7 +36,7 @@ class RarVolumes {
     bool oldNumbering_ = false;
     // The one that was asked for last.
     std::size_t openNumber_ = 0;
-    std::shared_ptr<FileReader> openFile_;
+    std::shared_ptr<platform::FileReader> openFile_;
 };
 
-} // namespace platform::rar
+} // namespace rar

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-namespace platform::rar {
+namespace rar {
 
 namespace {
 
@@ -152,4 +152,4 @@ int RarWalk::Next(Entry& entry) {
     return kRarSuccess;
 }
 
-} // namespace platform::rar
+} // namespace rar

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-namespace platform::rar {
+namespace rar {
 
 /// An entry with the place of its data in all volumes.
 struct Entry {
@@ -50,11 +50,11 @@ class RarWalk {
     bool endIsOptional_;
     int format_ = 0;
     std::size_t number_ = 0; // of the volume
-    std::shared_ptr<FileReader> file_;
-    std::optional<cabinet::BufferedInput> input_;
+    std::shared_ptr<platform::FileReader> file_;
+    std::optional<platform::BufferedInput> input_;
     std::vector<std::uint8_t> header_;
     std::uint64_t dataStart_ = 0; // of the block read last
     int ended_ = kRarSuccess;
 };
 
-} // namespace platform::rar
+} // namespace rar

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-namespace archive {
+namespace zip {
 
 namespace {
 
@@ -41,4 +41,4 @@ void ArchiveBytes::Fill(std::uint64_t offset, std::size_t length) {
     filled_ = wanted == 0 ? 0 : file_.ReadAt(offset, bytes_.Span().first(static_cast<std::size_t>(wanted)));
 }
 
-} // namespace archive
+} // namespace zip

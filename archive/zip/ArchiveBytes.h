@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <span>
 
-namespace archive {
+namespace zip {
 
 /// An open archive seen through a window that reads ahead, so that small neighbouring records and entries
 /// cost one read of the file for many of them. Requests far apart are read on their own.
@@ -33,9 +33,9 @@ class ArchiveBytes {
 
     platform::FileReader& file_;
     std::uint64_t size_;
-    ByteBuffer bytes_;
+    codec::ByteBuffer bytes_;
     std::uint64_t start_ = 0;
     std::size_t filled_ = 0;
 };
 
-} // namespace archive
+} // namespace zip

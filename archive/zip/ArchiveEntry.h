@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
-namespace archive {
+namespace zip {
 
 /// One entry of a ZIP central directory (ZIP application note, section 4.3.12). Texts are UTF-8, converted
 /// from the stored bytes through the system ANSI code page; they live as long as the directory that the entry
@@ -27,4 +27,4 @@ struct ArchiveEntry {
     std::string_view fileComment;
 };
 
-} // namespace archive
+} // namespace zip

@@ -7,7 +7,7 @@
 
 #include <array>
 
-namespace archive {
+namespace zip {
 
 namespace {
 
@@ -15,7 +15,7 @@ constexpr std::uint16_t kZipStart = 0x4B50; // "PK"
 
 /// The first two bytes of a file as a word; 0 when it has fewer or cannot be read.
 std::uint16_t FirstWord(const std::string& fileName) {
-    platform::SystemError error;
+    base::SystemError error;
     const auto file = platform::FileReader::Open(fileName, error);
     std::array<std::uint8_t, 2> bytes{};
     return file && file->ReadAt(0, bytes) == bytes.size() ? ReadWord(bytes.data()) : std::uint16_t{0};
@@ -118,4 +118,4 @@ std::string Cls_GetFileType::VersionNeeded(std::int32_t entry) const {
     return Reader() ? Reader()->VersionNeeded(entry) : std::string();
 }
 
-} // namespace archive
+} // namespace zip

@@ -4,7 +4,7 @@
 
 #include <memory>
 
-namespace archive {
+namespace zip {
 
 /// The archive front: decides whether a file is an archive that a reader understands and forwards to that
 /// reader. Every entry member gives the empty value while nothing is loaded.
@@ -46,4 +46,4 @@ class Cls_GetFileType {
     ArchiveReader* reader_ = nullptr;    // zip_ while an archive is loaded
 };
 
-} // namespace archive
+} // namespace zip

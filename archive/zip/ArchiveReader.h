@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace archive {
+namespace zip {
 
 /// Statuses of the archive operations.
 inline constexpr std::int16_t kStatusDone = 0;
@@ -47,4 +47,4 @@ class ArchiveReader {
 /// The zero date: what entry members answer when there is no entry.
 inline constexpr platform::SystemTime kZeroDate{1899, 12, 30, 0, 0, 0};
 
-} // namespace archive
+} // namespace zip

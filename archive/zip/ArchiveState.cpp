@@ -1,6 +1,6 @@
 #include "archive/zip/ArchiveState.h"
 
-namespace archive {
+namespace zip {
 
 namespace {
 ArchiveState state;
@@ -10,4 +10,4 @@ ArchiveState& State() {
     return state;
 }
 
-} // namespace archive
+} // namespace zip

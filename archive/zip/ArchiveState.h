@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-namespace archive {
+namespace zip {
 
 /// State of the one ZIP archive that is loaded in the process; filled by the reader, read by the front.
 struct ArchiveState {
@@ -13,10 +13,10 @@ struct ArchiveState {
     std::int32_t ArchiveFileCount = 0;
     std::string ArchivePath;
     std::string ArchiveComment;
-    ByteBuffer UnpackBuffer;   ///< the entry in hand: stored bytes, then decoded bytes
-    std::string PathSeparator; ///< "\" or "/", decided once
+    codec::ByteBuffer UnpackBuffer; ///< the entry in hand: stored bytes, then decoded bytes
+    std::string PathSeparator;      ///< "\" or "/", decided once
 };
 
 ArchiveState& State();
 
-} // namespace archive
+} // namespace zip

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <optional>
 
-namespace archive {
+namespace zip {
 
 namespace {
 
@@ -45,7 +45,7 @@ std::string FolderOfPath(std::string& path) {
         folder = platform::CurrentFolder();
     if (!folder.ends_with(Separator()))
         folder += Separator();
-    return platform::ToUpper(folder);
+    return base::ToUpper(folder);
 }
 
 platform::SystemTime DosDateTimeToDate(std::uint16_t date, std::uint16_t time) {
@@ -81,14 +81,14 @@ std::string JoinEntryPath(std::string& folder, std::string_view name) {
     return path;
 }
 
-bool CreateEntryFolder(OpenFolders& folders, std::string_view name, std::string& folder) {
+bool CreateEntryFolder(output::OpenFolders& folders, std::string_view name, std::string& folder) {
     std::string path = JoinEntryPath(folder, name);
     if (!path.ends_with(Separator()))
         path += Separator();
     return folders.Last(path) || folders.CreateFolderPath(path, path);
 }
 
-int WriteEntryFile(OpenFolders& folders, std::string_view name, std::string& folder,
+int WriteEntryFile(output::OpenFolders& folders, std::string_view name, std::string& folder,
                    std::span<const std::uint8_t> data, std::uint16_t date, std::uint16_t time) {
     constexpr int kFailed = 1;
     std::string full = JoinEntryPath(folder, name);
@@ -102,15 +102,15 @@ int WriteEntryFile(OpenFolders& folders, std::string_view name, std::string& fol
     return output->WriteFile(fileName, data, EntryTimes(date, time)) ? kFailed : 0;
 }
 
-std::unique_ptr<platform::OutputFile> BeginEntryFile(OpenFolders& folders, std::string_view name,
+std::unique_ptr<platform::OutputFile> BeginEntryFile(output::OpenFolders& folders, std::string_view name,
                                                      std::string& folder) {
     std::string full = JoinEntryPath(folder, name);
     const std::string_view folderPart = FolderPart(full);
     platform::OutputFolder* output = folders.Last(folderPart);
     if (!output)
         output = folders.Open(folderPart, FolderOfPath(full));
-    platform::SystemError error;
+    base::SystemError error;
     return output ? output->CreateFile(std::string_view(full).substr(folderPart.size()), error) : nullptr;
 }
 
-} // namespace archive
+} // namespace zip

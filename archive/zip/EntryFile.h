@@ -11,7 +11,7 @@
 #include <string>
 #include <string_view>
 
-namespace archive {
+namespace zip {
 
 /// "\" when the current folder contains one, otherwise "/".
 std::string DetectPathSeparator();
@@ -36,19 +36,19 @@ std::string JoinEntryPath(std::string& folder, std::string_view name);
 
 /// Makes the folder entry `name`, which must be safe (OutputPathRule.h), in the target `folder`, with its
 /// parents, all in their own letter case. False after a failure; message 542 was shown then.
-bool CreateEntryFolder(OpenFolders& folders, std::string_view name, std::string& folder);
+bool CreateEntryFolder(output::OpenFolders& folders, std::string_view name, std::string& folder);
 
 /// Writes the bytes of one entry as the file `name`, which must be safe (OutputPathRule.h), in the target
 /// `folder` (the one that `folders` was made for). Missing folders are made, with names in upper case; a file
 /// of that name is replaced, only by a complete one. The file gets the time of the MS-DOS words unless both
 /// are 0 or no valid date. Answers 0 when the file is written, else another value; nothing of it remains
 /// then.
-int WriteEntryFile(OpenFolders& folders, std::string_view name, std::string& folder,
+int WriteEntryFile(output::OpenFolders& folders, std::string_view name, std::string& folder,
                    std::span<const std::uint8_t> data, std::uint16_t date, std::uint16_t time);
 
 /// Begins the file that WriteEntryFile would write, for content that comes in pieces. Null when that fails;
 /// nothing is shown and no file made then. The file must be done with before `folders` is used again.
-std::unique_ptr<platform::OutputFile> BeginEntryFile(OpenFolders& folders, std::string_view name,
+std::unique_ptr<platform::OutputFile> BeginEntryFile(output::OpenFolders& folders, std::string_view name,
                                                      std::string& folder);
 
-} // namespace archive
+} // namespace zip

@@ -3,7 +3,7 @@
 #include <array>
 #include <cstddef>
 
-namespace archive {
+namespace zip {
 
 namespace {
 
@@ -52,4 +52,4 @@ std::string_view MethodName(std::int16_t method) {
     return code < kMethods.size() ? kMethods[code] : "Unknown";
 }
 
-} // namespace archive
+} // namespace zip

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace archive {
+namespace zip {
 
 /// Name of the system in the high byte of a version word (ZIP application note, section 4.4.2.2).
 std::string_view HostSystemName(std::uint16_t version);
@@ -15,4 +15,4 @@ std::string VersionText(std::uint16_t version);
 /// Name of a compression method (ZIP application note, section 4.4.5).
 std::string_view MethodName(std::int16_t method);
 
-} // namespace archive
+} // namespace zip

@@ -2,9 +2,10 @@
 
 #include "archive/output/ExtractionObserver.h"
 
-namespace archive {
+namespace zip {
 
-EntryPieces::EntryPieces(std::unique_ptr<platform::OutputFile> file, Cls_CRC32& crc, std::size_t expected)
+EntryPieces::EntryPieces(std::unique_ptr<platform::OutputFile> file, codec::Cls_CRC32& crc,
+                         std::size_t expected)
     : file_(std::move(file)), crc_(crc), expected_(expected) {
     crc_.ResetCRC32();
 }
@@ -14,7 +15,7 @@ void EntryPieces::Take(std::span<const std::uint8_t> piece) {
     size_ += piece.size();
     if (!failed_ && file_->Write(piece))
         failed_ = true;
-    if (ExtractionObserver* observer = Observer())
+    if (output::ExtractionObserver* observer = output::Observer())
         observer->EntryProgress(size_, expected_);
 }
 
@@ -22,4 +23,4 @@ bool EntryPieces::Commit(const std::optional<platform::FileTimes>& times) {
     return !failed_ && !file_->Commit({.times = times});
 }
 
-} // namespace archive
+} // namespace zip

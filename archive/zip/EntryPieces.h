@@ -9,7 +9,7 @@
 #include <optional>
 #include <span>
 
-namespace archive {
+namespace zip {
 
 /// A large entry on its way to its file, piece by piece, so that it is never held whole. After a failed write
 /// the pieces are only counted and checked.
@@ -17,7 +17,7 @@ class EntryPieces {
   public:
     /// `crc` outlives this and is used by nothing else meanwhile. `expected` bytes are the whole entry, for
     /// the observer.
-    EntryPieces(std::unique_ptr<platform::OutputFile> file, Cls_CRC32& crc, std::size_t expected);
+    EntryPieces(std::unique_ptr<platform::OutputFile> file, codec::Cls_CRC32& crc, std::size_t expected);
 
     void Take(std::span<const std::uint8_t> piece);
 
@@ -30,10 +30,10 @@ class EntryPieces {
 
   private:
     std::unique_ptr<platform::OutputFile> file_;
-    Cls_CRC32& crc_;
+    codec::Cls_CRC32& crc_;
     std::size_t expected_;
     std::size_t size_ = 0;
     bool failed_ = false;
 };
 
-} // namespace archive
+} // namespace zip

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-namespace archive {
+namespace zip {
 
 namespace {
 constexpr std::size_t kBlockSize = 256 * 1024;
@@ -24,4 +24,4 @@ std::string_view TextArena::Keep(std::string_view text) {
     return {place, text.size()};
 }
 
-} // namespace archive
+} // namespace zip

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace archive {
+namespace zip {
 
 /// Keeps many short texts in few allocations; what it hands out stays where it is as long as the arena lives.
 class TextArena {
@@ -18,4 +18,4 @@ class TextArena {
     char* next_ = nullptr;
 };
 
-} // namespace archive
+} // namespace zip

@@ -7,7 +7,7 @@
 #include "archive/zip/ZipExtraction.h"
 #include "platform/FileReader.h"
 
-namespace archive {
+namespace zip {
 
 std::int16_t Cls_Zip::Get_Contents(const std::string& fileName) {
     ArchiveState& state = State();
@@ -16,7 +16,7 @@ std::int16_t Cls_Zip::Get_Contents(const std::string& fileName) {
     state.ArchiveLoaded = 0;
     state.ArchiveFileCount = 0;
     directory_.reset();
-    platform::SystemError error;
+    base::SystemError error;
     const auto file = platform::FileReader::Open(fileName, error);
     if (!file)
         return kStatusDone;
@@ -34,13 +34,13 @@ std::int16_t Cls_Zip::UnPack(const EntrySelection& selection, const std::string&
     const auto count = static_cast<std::size_t>(FileCount());
     if (count == 0 || selection.size() != count + 1 || !directory || directory->entries.size() != count)
         return kStatusNothing;
-    platform::SystemError error;
+    base::SystemError error;
     const auto file = platform::FileReader::Open(State().ArchivePath, error);
     if (!file) {
         app::ShowError(error.Description());
         return kStatusNothing;
     }
-    const ByteBuffer::ReuseScope reuse;
+    const codec::ByteBuffer::ReuseScope reuse;
     State().UnpackBuffer.Clear();
     return ZipExtraction(*file, directory->entries, folder).Run(selection);
 }
@@ -127,4 +127,4 @@ std::string Cls_Zip::VersionNeeded(std::int32_t entry) const {
     return found ? VersionText(found->versionNeeded) : std::string();
 }
 
-} // namespace archive
+} // namespace zip

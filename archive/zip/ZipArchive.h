@@ -5,7 +5,7 @@
 
 #include <memory>
 
-namespace archive {
+namespace zip {
 
 /// Reader of ZIP archives on one disk, with 32-bit sizes. Fills the archive state of the process.
 class Cls_Zip final : public ArchiveReader {
@@ -48,4 +48,4 @@ class Cls_Zip final : public ArchiveReader {
     std::shared_ptr<const ZipDirectory> directory_; // shared with an extraction that runs while messages do
 };
 
-} // namespace archive
+} // namespace zip

@@ -7,7 +7,7 @@
 
 #include <algorithm>
 
-namespace archive {
+namespace zip {
 
 namespace {
 
@@ -104,4 +104,4 @@ std::shared_ptr<const ZipDirectory> ReadZipDirectory(platform::FileReader& file)
     return where ? DirectoryReader(window, *where).Result() : nullptr;
 }
 
-} // namespace archive
+} // namespace zip

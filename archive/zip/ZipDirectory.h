@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace archive {
+namespace zip {
 
 /// A central directory as it was read: every entry whose header the file holds, in directory order.
 struct ZipDirectory {
@@ -24,4 +24,4 @@ struct ZipDirectory {
 /// then.
 std::shared_ptr<const ZipDirectory> ReadZipDirectory(platform::FileReader& file);
 
-} // namespace archive
+} // namespace zip

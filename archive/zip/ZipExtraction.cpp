@@ -12,7 +12,7 @@
 #include <algorithm>
 #include <new>
 
-namespace archive {
+namespace zip {
 
 namespace {
 
@@ -53,7 +53,7 @@ bool IsEncrypted(const ArchiveEntry& entry) {
     return (entry.flags & 1) != 0;
 }
 
-ByteBuffer& Buffer() {
+codec::ByteBuffer& Buffer() {
     return State().UnpackBuffer;
 }
 
@@ -89,7 +89,8 @@ std::int16_t ZipExtraction::Run(const EntrySelection& selection) {
             Buffer().Clear();
             Report(kTextNotWritten);
         }
-        if (ExtractionObserver* observer = Observer(); observer && !observer->EntryDone(number, count)) {
+        if (output::ExtractionObserver* observer = output::Observer();
+            observer && !observer->EntryDone(number, count)) {
             Buffer().Clear();
             return kStatusRefused;
         }
@@ -126,7 +127,7 @@ bool ZipExtraction::ExtractEntry(const ArchiveEntry& entry) {
 }
 
 void ZipExtraction::CreateFolder(const ArchiveEntry& entry) {
-    if (platform::StaysInTarget(entry.fileName))
+    if (base::StaysInTarget(entry.fileName))
         CreateEntryFolder(folders_, entry.fileName, folder_);
     else
         Report(kTextNotWritten);
@@ -175,9 +176,9 @@ bool ZipExtraction::Decrypt(const ArchiveEntry& entry) {
 void ZipExtraction::Decode(const ArchiveEntry& entry) {
     const std::int32_t lastIndex = std::max(entry.uncompressedSize, 0) - 1;
     if (entry.method == kDeflated || entry.method == kDeflated64)
-        Inflate(Buffer(), lastIndex, entry.method == kDeflated64);
+        codec::Inflate(Buffer(), lastIndex, entry.method == kDeflated64);
     else if (IsReduced(entry.method))
-        status_ = Unreduce(Buffer(), entry.method, lastIndex);
+        status_ = codec::Unreduce(Buffer(), entry.method, lastIndex);
 }
 
 /// Reports what the decoded bytes should have been and are not.
@@ -194,7 +195,7 @@ void ZipExtraction::Check(const ArchiveEntry& entry, std::size_t size, std::uint
 void ZipExtraction::WriteEntry(const ArchiveEntry& entry) {
     const auto bytes = std::span<const std::uint8_t>(Buffer().Span());
     Check(entry, bytes.size(), crc_.CalcCRC32File(bytes));
-    if (!platform::StaysInTarget(entry.fileName) ||
+    if (!base::StaysInTarget(entry.fileName) ||
         WriteEntryFile(folders_, entry.fileName, folder_, bytes, entry.date, entry.time) != 0)
         Report(kTextNotWritten);
 }
@@ -203,7 +204,7 @@ void ZipExtraction::WriteEntry(const ArchiveEntry& entry) {
 /// be begun: the ordinary way reports why, in its place among the other reports.
 std::unique_ptr<platform::OutputFile> ZipExtraction::BeginLarge(const ArchiveEntry& entry, std::size_t size) {
     constexpr std::size_t kLarge = std::size_t{2} << 20;
-    return size >= kLarge && platform::StaysInTarget(entry.fileName)
+    return size >= kLarge && base::StaysInTarget(entry.fileName)
                ? BeginEntryFile(folders_, entry.fileName, folder_)
                : nullptr;
 }
@@ -238,8 +239,8 @@ bool ZipExtraction::InflateLarge(const ArchiveEntry& entry) {
     if (!file)
         return false;
     std::optional<EntryPieces> pieces(std::in_place, std::move(file), crc_, size);
-    if (InflateInPieces(Buffer().Span(), entry.uncompressedSize - 1, entry.method == kDeflated64,
-                        [&](std::span<const std::uint8_t> piece) { pieces->Take(piece); })) {
+    if (codec::InflateInPieces(Buffer().Span(), entry.uncompressedSize - 1, entry.method == kDeflated64,
+                               [&](std::span<const std::uint8_t> piece) { pieces->Take(piece); })) {
         WriteLarge(entry, *pieces);
         return true;
     }
@@ -259,4 +260,4 @@ void ZipExtraction::Report(std::uint32_t textId) {
     messages_.Report(textId, kTitleWarning, entryInHand_);
 }
 
-} // namespace archive
+} // namespace zip

@@ -15,7 +15,7 @@
 #include <string>
 #include <vector>
 
-namespace archive {
+namespace zip {
 
 /// True for an entry that stands for a folder: no stored bytes and a name that ends in "/".
 bool IsFolderEntry(const ArchiveEntry& entry);
@@ -55,13 +55,13 @@ class ZipExtraction {
     ArchiveBytes archive_;
     const std::vector<ArchiveEntry>& entries_;
     std::string folder_;
-    RepeatedMessages messages_;
-    OpenFolders folders_;
-    Cls_CRC32 crc_;
-    Cls_Encrypt encrypt_;
+    output::RepeatedMessages messages_;
+    output::OpenFolders folders_;
+    codec::Cls_CRC32 crc_;
+    codec::Cls_Encrypt encrypt_;
     std::string password_;
     std::string_view entryInHand_; // name of the entry that reports are about
     std::int16_t status_ = kStatusDone;
 };
 
-} // namespace archive
+} // namespace zip

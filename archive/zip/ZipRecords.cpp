@@ -1,6 +1,6 @@
 #include "archive/zip/ZipRecords.h"
 
-namespace archive {
+namespace zip {
 
 EndRecord ParseEndRecord(std::span<const std::uint8_t, kEndSize> bytes) {
     const std::uint8_t* at = bytes.data();
@@ -45,4 +45,4 @@ CentralHeader ParseCentralHeader(std::span<const std::uint8_t, kCentralSize> byt
     return header;
 }
 
-} // namespace archive
+} // namespace zip

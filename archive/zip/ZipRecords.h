@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <span>
 
-namespace archive {
+namespace zip {
 
 // Records of a ZIP file (ZIP application note, section 4.3), all little-endian, each with its signature in
 // front.
@@ -72,4 +72,4 @@ struct CentralHeader {
 
 CentralHeader ParseCentralHeader(std::span<const std::uint8_t, kCentralSize> bytes);
 
-} // namespace archive
+} // namespace zip

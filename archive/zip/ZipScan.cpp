@@ -3,7 +3,7 @@
 #include "archive/output/RepeatedMessages.h"
 #include "archive/zip/ZipRecords.h"
 
-namespace archive {
+namespace zip {
 
 namespace {
 
@@ -82,7 +82,7 @@ class Scan {
     }
 
     ArchiveBytes& file_;
-    RepeatedMessages messages_;
+    output::RepeatedMessages messages_;
     std::uint64_t offset_ = 0;
     bool reported_ = false;
 };
@@ -93,4 +93,4 @@ std::optional<ScannedDirectory> ScanForDirectory(ArchiveBytes& file) {
     return Scan(file).Run();
 }
 
-} // namespace archive
+} // namespace zip

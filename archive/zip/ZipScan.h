@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <optional>
 
-namespace archive {
+namespace zip {
 
 /// What a walk over the local headers from the start of an archive found.
 struct ScannedDirectory {
@@ -20,4 +20,4 @@ struct ScannedDirectory {
 /// least one report precedes that.
 std::optional<ScannedDirectory> ScanForDirectory(ArchiveBytes& file);
 
-} // namespace archive
+} // namespace zip

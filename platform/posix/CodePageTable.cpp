@@ -36,7 +36,7 @@ std::optional<Table> MakeTable(int codePage) {
         if (text.empty())
             continue;
         std::size_t position = 0;
-        table.bytes.emplace(NextCodePoint(text, position), byte);
+        table.bytes.emplace(base::NextCodePoint(text, position), byte);
     }
     return table;
 }
@@ -74,7 +74,7 @@ std::string WriteSingleByte(int codePage, std::string_view text) {
     std::string result;
     result.reserve(text.size());
     for (std::size_t position = 0; position < text.size();) {
-        const auto found = table.bytes.find(NextCodePoint(text, position));
+        const auto found = table.bytes.find(base::NextCodePoint(text, position));
         result.push_back(found == table.bytes.end() ? '?' : found->second);
     }
     return result;

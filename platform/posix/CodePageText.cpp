@@ -36,7 +36,7 @@ std::string WriteMultiByte(int codePage, std::string_view text) {
             break;
         result.push_back('?');
         std::size_t skipped = 0;
-        NextCodePoint(text, skipped);
+        base::NextCodePoint(text, skipped);
         text.remove_prefix(skipped);
     }
     return result;

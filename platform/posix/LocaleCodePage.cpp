@@ -28,10 +28,10 @@ constexpr NamedPage kPages[] = {
 };
 
 int PageOfCodeset(const std::string& codeset) {
-    if (StartsWithNoCase(codeset, "CP"))
+    if (base::StartsWithNoCase(codeset, "CP"))
         return std::atoi(codeset.c_str() + 2);
     for (const NamedPage& page : kPages) {
-        if (EqualsNoCase(codeset, page.codeset))
+        if (base::EqualsNoCase(codeset, page.codeset))
             return page.codePage;
     }
     return kUtf8CodePage;

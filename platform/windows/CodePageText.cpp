@@ -54,7 +54,7 @@ std::string Utf8ToLegacy(int codePage, std::string_view text) {
     std::string bytes;
     for (std::size_t position = 0; position < text.size();) {
         const std::size_t start = position;
-        const bool isText = NextCodePoint(text, position) != kNotUtf8;
+        const bool isText = base::NextCodePoint(text, position) != base::kNotUtf8;
         const std::wstring wide = WideOf(text.substr(start, position - start));
         std::array<char, 4> written{};
         BOOL isMissing = FALSE;

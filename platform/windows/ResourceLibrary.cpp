@@ -29,9 +29,9 @@ class LoadedLibrary final : public ResourceLibrary {
 
 } // namespace
 
-std::unique_ptr<ResourceLibrary> ResourceLibrary::Load(const std::string& path, SystemError& error) {
+std::unique_ptr<ResourceLibrary> ResourceLibrary::Load(const std::string& path, base::SystemError& error) {
     const std::wstring host = WidePathOf(path);
-    error = {kErrorPathNotFound};
+    error = {base::kErrorPathNotFound};
     if (host.empty())
         return nullptr;
     const HMODULE module =
@@ -48,7 +48,7 @@ std::unique_ptr<ResourceLibrary> ResourceLibrary::Load(const std::string& path, 
     bool found = false;
     ::EnumResourceNamesW(module, reinterpret_cast<LPCWSTR>(RT_STRING), hasStrings,
                          reinterpret_cast<LONG_PTR>(&found));
-    error = found ? SystemError{} : SystemError{kErrorBadExeFormat};
+    error = found ? base::SystemError{} : base::SystemError{base::kErrorBadExeFormat};
     if (!found)
         return nullptr;
     return library;

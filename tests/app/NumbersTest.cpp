@@ -14,29 +14,29 @@ TEST(Numbers, WholeNumberRoundsHalvesToTheEvenNeighbour) {
         {"799.93", 800}, {"2000.12", 2000}, {"2000.5", 2000}, {"2001.5", 2002}, {"-0.5", 0},
         {"-1.5", -2},    {"799,93", 800},   {" +12 ", 12},    {"1E+03", 1000},  {"2147483647.4", 2147483647}};
     for (const auto& [text, number] : cases)
-        EXPECT_EQ(app::WholeNumber(text), number) << text;
+        EXPECT_EQ(base::WholeNumber(text), number) << text;
 }
 
 TEST(Numbers, WholeNumberRefusesWhatIsNone) {
     for (const char* text : {"", " ", "abc", "12 34", "12px", "1.2.3", "1,234.5", "--1", "+-1", "-+1", ".",
                              "0x10", "inf", "nan", "1e999", "2147483647.5", "-2147483649"})
-        EXPECT_EQ(app::WholeNumber(text), std::nullopt) << text;
-    EXPECT_EQ(app::WholeNumber(std::string(100'000, '9')), std::nullopt);
+        EXPECT_EQ(base::WholeNumber(text), std::nullopt) << text;
+    EXPECT_EQ(base::WholeNumber(std::string(100'000, '9')), std::nullopt);
 }
 
 TEST(Numbers, RoundHalfToEvenStaysInRange) {
-    EXPECT_EQ(app::RoundHalfToEven(1e300), std::numeric_limits<std::int64_t>::max());
-    EXPECT_EQ(app::RoundHalfToEven(-1e300), std::numeric_limits<std::int64_t>::min());
-    EXPECT_EQ(app::RoundHalfToEven(std::nan("")), 0);
+    EXPECT_EQ(base::RoundHalfToEven(1e300), std::numeric_limits<std::int64_t>::max());
+    EXPECT_EQ(base::RoundHalfToEven(-1e300), std::numeric_limits<std::int64_t>::min());
+    EXPECT_EQ(base::RoundHalfToEven(std::nan("")), 0);
 }
 
 TEST(Numbers, SingleTextIsShortAndReadsBack) {
     const std::pair<float, const char*> cases[] = {
         {120.0F, "120"}, {799.93F, "799.93"}, {12315.0F, "12315"}, {0.1F, "0.1"}, {1234567.8F, "1234568"}};
     for (const auto& [value, text] : cases)
-        EXPECT_EQ(app::SingleText(value), text);
+        EXPECT_EQ(base::SingleText(value), text);
     for (const float value : {0.0F, -15.0F, 3500.4F, 1e7F, 123456789.0F})
-        EXPECT_TRUE(app::WholeNumber(app::SingleText(value)).has_value()) << value;
+        EXPECT_TRUE(base::WholeNumber(base::SingleText(value)).has_value()) << value;
 }
 
 TEST(Twips, ConvertBothWaysAndStayInRange) {

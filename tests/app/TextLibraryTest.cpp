@@ -43,7 +43,7 @@ TEST(TextLibraries, HoldExactlyTheTextsOfTheirSources) {
     ASSERT_EQ(expected.size(), 4U);
     for (const auto& [name, texts] : expected) {
         SCOPED_TRACE(name);
-        platform::SystemError error;
+        base::SystemError error;
         const std::string path = platform::PathFromHost(std::string(PROGRAM_DIR) + "/" + name);
         const auto library = platform::ResourceLibrary::Load(path, error);
         ASSERT_NE(library, nullptr) << error.Description();

@@ -20,7 +20,7 @@ constexpr const char* kMarks[] = {"\\Docs\\Work", "\\Größe", "E:\\", "\\gone"}
 void Write(const std::string& folder) {
     for (const auto& [section, key, value] : kSettings)
         app::WriteIni(section, key, value, folder + "\\setting.ini");
-    const explorer::FolderMarks marks(folder);
+    const ui::FolderMarks marks(folder);
     for (const char* mark : kMarks)
         marks.AddMark(mark);
     marks.RemoveMark("\\GONE");
@@ -29,7 +29,7 @@ void Write(const std::string& folder) {
 void Read(const std::string& folder) {
     for (const auto& [section, key, value] : kSettings)
         std::printf("%s\n", app::ReadIni(section, key, "(none)", folder + "\\setting.ini").c_str());
-    const explorer::MarkSet marks = explorer::FolderMarks(folder).Read();
+    const ui::MarkSet marks = ui::FolderMarks(folder).Read();
     for (const char* path : {"F:\\DOCS\\work", "F:\\GRÖßE", "E:\\", "F:\\", "F:\\gone"})
         std::printf("%s\n", marks.IsMarked(path) ? "marked" : "not marked");
 }

@@ -12,11 +12,11 @@
 namespace fakes {
 
 /// A folder picker that answers by itself: the folders lined up, then "cancelled".
-class FakeFolderPicker : public platform::FolderPicker {
+class FakeFolderPicker : public ui::FolderPicker {
   public:
-    FakeFolderPicker() : before_(platform::SetFolderPicker(this)) {}
+    FakeFolderPicker() : before_(ui::SetFolderPicker(this)) {}
 
-    ~FakeFolderPicker() override { platform::SetFolderPicker(before_); }
+    ~FakeFolderPicker() override { ui::SetFolderPicker(before_); }
 
     FakeFolderPicker(const FakeFolderPicker&) = delete;
     FakeFolderPicker& operator=(const FakeFolderPicker&) = delete;
@@ -34,15 +34,15 @@ class FakeFolderPicker : public platform::FolderPicker {
     }
 
   private:
-    platform::FolderPicker* before_;
+    ui::FolderPicker* before_;
 };
 
 /// An opener that only keeps what it is asked to open.
-class FakeDocumentOpener : public platform::DocumentOpener {
+class FakeDocumentOpener : public ui::DocumentOpener {
   public:
-    FakeDocumentOpener() : before_(platform::SetDocumentOpener(this)) {}
+    FakeDocumentOpener() : before_(ui::SetDocumentOpener(this)) {}
 
-    ~FakeDocumentOpener() override { platform::SetDocumentOpener(before_); }
+    ~FakeDocumentOpener() override { ui::SetDocumentOpener(before_); }
 
     FakeDocumentOpener(const FakeDocumentOpener&) = delete;
     FakeDocumentOpener& operator=(const FakeDocumentOpener&) = delete;
@@ -60,7 +60,7 @@ class FakeDocumentOpener : public platform::DocumentOpener {
     }
 
   private:
-    platform::DocumentOpener* before_;
+    ui::DocumentOpener* before_;
 };
 
 } // namespace fakes

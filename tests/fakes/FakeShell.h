@@ -12,11 +12,11 @@
 namespace fakes {
 
 /// A clipboard of the test's own, which can also be out of reach.
-class FakeClipboard : public platform::ClipboardStore {
+class FakeClipboard : public ui::ClipboardStore {
   public:
-    FakeClipboard() : before_(platform::SetClipboardStore(this)) {}
+    FakeClipboard() : before_(ui::SetClipboardStore(this)) {}
 
-    ~FakeClipboard() override { platform::SetClipboardStore(before_); }
+    ~FakeClipboard() override { ui::SetClipboardStore(before_); }
 
     FakeClipboard(const FakeClipboard&) = delete;
     FakeClipboard& operator=(const FakeClipboard&) = delete;
@@ -44,15 +44,15 @@ class FakeClipboard : public platform::ClipboardStore {
     const QMimeData* Data() override { return isReachable ? held.get() : nullptr; }
 
   private:
-    platform::ClipboardStore* before_;
+    ui::ClipboardStore* before_;
 };
 
 /// A properties viewer that only keeps what it is asked to show.
-class FakeProperties : public platform::PropertiesViewer {
+class FakeProperties : public ui::PropertiesViewer {
   public:
-    FakeProperties() : before_(platform::SetPropertiesViewer(this)) {}
+    FakeProperties() : before_(ui::SetPropertiesViewer(this)) {}
 
-    ~FakeProperties() override { platform::SetPropertiesViewer(before_); }
+    ~FakeProperties() override { ui::SetPropertiesViewer(before_); }
 
     FakeProperties(const FakeProperties&) = delete;
     FakeProperties& operator=(const FakeProperties&) = delete;
@@ -66,7 +66,7 @@ class FakeProperties : public platform::PropertiesViewer {
     }
 
   private:
-    platform::PropertiesViewer* before_;
+    ui::PropertiesViewer* before_;
 };
 
 } // namespace fakes

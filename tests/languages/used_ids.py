@@ -7,7 +7,7 @@ in their range: text ids and nothing else are kept that way. Ids that are reache
 import re
 from pathlib import Path
 
-LAYERS = ("base", "app", "archive", "ui")
+LAYERS = ("app", "archive", "ui")
 IDS = range(100, 700)
 
 # Result codes of the RAR library plus 518, and the texts for its codes while listing.

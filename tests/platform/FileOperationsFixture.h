@@ -25,7 +25,7 @@ class Watcher : public platform::FileOperationObserver {
         return goOn(step.path);
     }
 
-    void Failed(const std::string& path, platform::SystemError error) override {
+    void Failed(const std::string& path, base::SystemError error) override {
         failures.emplace_back(path, error.code);
     }
 };

@@ -58,7 +58,7 @@ TEST_F(FileOperations, CopyNeverPutsAFileForAFolder) {
     dir_.MakeFile("y/name/inner", "deep");
     EXPECT_EQ(Copy("x/name", "y"), FileOutcome::kFailed);
     EXPECT_EQ(Copy("y/name", "x"), FileOutcome::kFailed);
-    EXPECT_EQ(watcher_.failures, (Failures{{"E:\\x\\name", platform::kErrorAlreadyExists}}));
+    EXPECT_EQ(watcher_.failures, (Failures{{"E:\\x\\name", base::kErrorAlreadyExists}}));
     EXPECT_EQ(dir_.Read("x/name"), "file");
     EXPECT_EQ(dir_.Read("y/name/inner"), "deep");
 }
@@ -95,9 +95,9 @@ TEST_F(FileOperations, CopyTakesWhatLinksPointAtAndNeverLoops) {
     EXPECT_FALSE(fs::is_symlink(dir_.Host("to/from/folder")));
     EXPECT_TRUE(Exists("to/from/x"));
     std::map<std::string, std::uint32_t> failed(watcher_.failures.begin(), watcher_.failures.end());
-    EXPECT_EQ(failed["E:\\from\\broken"], platform::kErrorFileNotFound);
-    EXPECT_EQ(failed["E:\\from\\self"], platform::kErrorBadPathName);
-    EXPECT_EQ(failed["E:\\from\\up\\from"], platform::kErrorBadPathName);
+    EXPECT_EQ(failed["E:\\from\\broken"], base::kErrorFileNotFound);
+    EXPECT_EQ(failed["E:\\from\\self"], base::kErrorBadPathName);
+    EXPECT_EQ(failed["E:\\from\\up\\from"], base::kErrorBadPathName);
 }
 
 TEST_F(FileOperations, CopyStoppedHalfWayLeavesEveryFileWhole) {
@@ -122,15 +122,15 @@ TEST_F(FileOperations, CopyGoesOnPastWhatIsNoFile) {
     dir_.MakeFolder("to");
     Failures expected;
     if (tests::MakePipe(dir_.Host("from/pipe")) && tests::MakeLink("/dev/zero", dir_.Host("from/device")))
-        expected = {{"E:\\from\\device", platform::kErrorAccessDenied},
-                    {"E:\\from\\pipe", platform::kErrorAccessDenied}};
+        expected = {{"E:\\from\\device", base::kErrorAccessDenied},
+                    {"E:\\from\\pipe", base::kErrorAccessDenied}};
     EXPECT_EQ(Copy("from", "to"), expected.empty() ? FileOutcome::kDone : FileOutcome::kFailed);
     std::ranges::sort(watcher_.failures);
     EXPECT_EQ(watcher_.failures, expected);
     EXPECT_EQ(dir_.Read("to/from/z"), "z");
     EXPECT_EQ(dir_.Count("to/from"), 2U);
     EXPECT_EQ(Copy("gone", "to"), FileOutcome::kFailed);
-    EXPECT_EQ(watcher_.failures, (Failures{{"E:\\gone", platform::kErrorFileNotFound}}));
+    EXPECT_EQ(watcher_.failures, (Failures{{"E:\\gone", base::kErrorFileNotFound}}));
     EXPECT_EQ(Copy("from/a", "nowhere"), FileOutcome::kFailed);
 }
 
@@ -152,12 +152,12 @@ TEST_F(FileOperations, CopyEndsWhereItsMediumDoes) {
             GTEST_SKIP() << "mounting is not permitted here";
         EXPECT_EQ(Copy("from", "disk"), FileOutcome::kFailed);
         ASSERT_EQ(watcher_.failures.size(), 1U) << "the rest is not tried";
-        EXPECT_EQ(watcher_.failures[0].second, platform::kErrorDiskFull);
+        EXPECT_EQ(watcher_.failures[0].second, base::kErrorDiskFull);
         EXPECT_EQ(wholeFiles("disk/from"), 3U);
         ASSERT_TRUE(disk.Protect());
         for (const FileOutcome outcome : {Copy("from/1", "disk"), Delete("disk/from")}) {
             EXPECT_EQ(outcome, FileOutcome::kFailed);
-            EXPECT_EQ(watcher_.failures[0].second, platform::kErrorWriteProtect);
+            EXPECT_EQ(watcher_.failures[0].second, base::kErrorWriteProtect);
         }
         EXPECT_EQ(wholeFiles("disk/from"), 3U);
     }
@@ -171,8 +171,7 @@ TEST_F(FileOperations, CopyEndsWhereItsMediumDoes) {
         return true;
     };
     EXPECT_EQ(platform::CopyTree("E:\\disk\\from", "E:\\to", watcher_), FileOutcome::kFailed);
-    EXPECT_EQ(watcher_.failures, (Failures{{"E:\\disk", platform::kErrorNotReady}}))
-        << "the rest is not tried";
+    EXPECT_EQ(watcher_.failures, (Failures{{"E:\\disk", base::kErrorNotReady}})) << "the rest is not tried";
     EXPECT_EQ(wholeFiles("to/from"), 2U);
     EXPECT_EQ(wholeFiles("from"), 6U);
 }
@@ -193,7 +192,7 @@ TEST_F(FileOperations, CopyOntoAMediumThatIsPulledOutLeavesWholeFiles) {
             return true;
         };
         EXPECT_EQ(platform::CopyTree("E:\\from", "E:\\disk", watcher_), FileOutcome::kFailed);
-        EXPECT_EQ(watcher_.failures, (Failures{{"E:\\disk", platform::kErrorNotReady}}));
+        EXPECT_EQ(watcher_.failures, (Failures{{"E:\\disk", base::kErrorNotReady}}));
         EXPECT_EQ(dir_.Count("disk"), 0U) << "nothing goes to what lies below";
         int whole = 0;
         for (const auto& entry : fs::directory_iterator(disk.AfterPulling() / "from")) {
@@ -229,22 +228,22 @@ TEST_F(FileOperations, DeleteStopsAndFailsCleanly) {
     EXPECT_EQ(platform::DeleteTree("E:\\doomed", watcher_), FileOutcome::kStopped);
     EXPECT_EQ(dir_.Count("doomed"), 2U);
     EXPECT_EQ(Delete("gone"), FileOutcome::kFailed);
-    EXPECT_EQ(watcher_.failures, (Failures{{"E:\\gone", platform::kErrorFileNotFound}}));
+    EXPECT_EQ(watcher_.failures, (Failures{{"E:\\gone", base::kErrorFileNotFound}}));
 }
 
 TEST_F(FileOperations, RenameRefusesToReplace) {
     dir_.MakeFile("a.txt", "a");
     dir_.MakeFile("Taken.txt", "t");
-    EXPECT_EQ(Rename("a.txt", "taken.TXT"), platform::kErrorAlreadyExists);
+    EXPECT_EQ(Rename("a.txt", "taken.TXT"), base::kErrorAlreadyExists);
     EXPECT_EQ(Rename("a.txt", "b.txt"), 0U);
     EXPECT_EQ(dir_.Read("b.txt"), "a");
     EXPECT_EQ(Rename("b.txt", "B.TXT"), 0U) << "only the letter case changes";
     EXPECT_TRUE(Exists("B.TXT"));
     fs::create_hard_link(dir_.Host("B.TXT"), dir_.Host("other"));
-    EXPECT_EQ(Rename("B.TXT", "other"), platform::kErrorAlreadyExists);
+    EXPECT_EQ(Rename("B.TXT", "other"), base::kErrorAlreadyExists);
     EXPECT_EQ(dir_.Count(), 3U);
     EXPECT_EQ(dir_.Read("Taken.txt"), "t");
-    EXPECT_EQ(Rename("gone", "new"), platform::kErrorFileNotFound);
+    EXPECT_EQ(Rename("gone", "new"), base::kErrorFileNotFound);
     dir_.MakeFolder("folder");
     EXPECT_EQ(Rename("folder", "Folder 2"), 0U);
     EXPECT_TRUE(Exists("Folder 2"));
@@ -254,15 +253,15 @@ TEST_F(FileOperations, NamesForEverySystem) {
     dir_.MakeFile("a");
     for (const char* name :
          {"", ".", "..", "b:c", "b?", "b*", "b|", "b\"", "<b", "b>", "b/c", "b.", "b ", "b\tc"})
-        EXPECT_FALSE(platform::IsFileName(name)) << name;
+        EXPECT_FALSE(base::IsFileName(name)) << name;
     for (const char* name : {".hidden", "b c", "Käse", "日本", "b.c"})
-        EXPECT_TRUE(platform::IsFileName(name)) << name;
-    EXPECT_EQ(Rename("a", "b:c"), platform::kErrorInvalidName);
-    EXPECT_EQ(Rename("a", ".."), platform::kErrorInvalidName);
+        EXPECT_TRUE(base::IsFileName(name)) << name;
+    EXPECT_EQ(Rename("a", "b:c"), base::kErrorInvalidName);
+    EXPECT_EQ(Rename("a", ".."), base::kErrorInvalidName);
     EXPECT_TRUE(Exists("a"));
-    EXPECT_EQ(platform::FolderOf("E:\\a"), "E:\\");
-    EXPECT_EQ(platform::FolderOf("E:\\a\\b"), "E:\\a");
-    EXPECT_EQ(platform::LastComponent("E:\\a\\b"), "b");
+    EXPECT_EQ(base::FolderOf("E:\\a"), "E:\\");
+    EXPECT_EQ(base::FolderOf("E:\\a\\b"), "E:\\a");
+    EXPECT_EQ(base::LastComponent("E:\\a\\b"), "b");
 }
 
 TEST_F(FileOperations, TreeSizeCountsWithoutFollowingLinks) {

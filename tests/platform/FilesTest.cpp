@@ -40,14 +40,14 @@ TEST(Files, Attributes) {
 TEST(Files, ReadingTellsWhyItCannot) {
     const TestDir dir;
     dir.MakeFile("file", "12345");
-    std::vector<std::pair<const char*, std::uint32_t>> cases = {{"E:\\none", kErrorFileNotFound},
-                                                                {"E:\\none\\file", kErrorPathNotFound},
-                                                                {"E:\\file\\below", kErrorPathNotFound},
-                                                                {"Q:\\file", kErrorPathNotFound},
-                                                                {"E:\\", kErrorAccessDenied}};
+    std::vector<std::pair<const char*, std::uint32_t>> cases = {{"E:\\none", base::kErrorFileNotFound},
+                                                                {"E:\\none\\file", base::kErrorPathNotFound},
+                                                                {"E:\\file\\below", base::kErrorPathNotFound},
+                                                                {"Q:\\file", base::kErrorPathNotFound},
+                                                                {"E:\\", base::kErrorAccessDenied}};
     if (tests::MakePipe(dir.Host("pipe")))
-        cases.emplace_back("E:\\pipe", kErrorAccessDenied); // not waited for
-    SystemError error;
+        cases.emplace_back("E:\\pipe", base::kErrorAccessDenied); // not waited for
+    base::SystemError error;
     for (const auto& [path, code] : cases) {
         EXPECT_FALSE(ReadWholeFile(path, 100, error)) << path;
         EXPECT_EQ(error.code, code) << path;
@@ -55,7 +55,7 @@ TEST(Files, ReadingTellsWhyItCannot) {
         EXPECT_EQ(error.code, code) << path;
     }
     EXPECT_EQ(ReadWholeFile("E:\\file", 4, error), std::nullopt) << "more than was asked for";
-    EXPECT_EQ(error.code, kErrorInvalidData);
+    EXPECT_EQ(error.code, base::kErrorInvalidData);
     EXPECT_EQ(ReadWholeFile("E:\\file", 5, error), "12345");
     EXPECT_FALSE(error);
 }
@@ -66,20 +66,20 @@ TEST(Files, WritingTellsWhyItCannotAndChangesNothing) {
     dir.MakeFile("locked", "mine");
     tests::Protect(dir.Host("locked"));
     const std::string text = "new";
-    const std::pair<SystemError, std::uint32_t> cases[] = {
-        {CreateFolder("E:\\file"), kErrorAlreadyExists},
-        {CreateFolder("E:\\no\\parent"), kErrorPathNotFound},
-        {DeleteFile("E:\\none"), kErrorFileNotFound},
-        {DeleteFile("E:\\"), kErrorAccessDenied},
-        {DeleteFile("E:\\locked"), kErrorAccessDenied},
-        {CopyFile("E:\\none", "E:\\x"), kErrorFileNotFound},
-        {CopyFile("E:\\file", "E:\\no\\x"), kErrorPathNotFound},
-        {CopyFile("E:\\file", "E:\\locked"), kErrorAccessDenied},
-        {WriteWholeFile("Q:\\x", text), kErrorPathNotFound},
-        {WriteWholeFile("E:\\", text), kErrorAccessDenied},
-        {WriteWholeFile("E:\\locked", text), kErrorAccessDenied},
-        {CreateNewFile("E:\\file", text), kErrorFileExists},
-        {CreateNewFile("E:\\no\\x", text), kErrorPathNotFound},
+    const std::pair<base::SystemError, std::uint32_t> cases[] = {
+        {CreateFolder("E:\\file"), base::kErrorAlreadyExists},
+        {CreateFolder("E:\\no\\parent"), base::kErrorPathNotFound},
+        {DeleteFile("E:\\none"), base::kErrorFileNotFound},
+        {DeleteFile("E:\\"), base::kErrorAccessDenied},
+        {DeleteFile("E:\\locked"), base::kErrorAccessDenied},
+        {CopyFile("E:\\none", "E:\\x"), base::kErrorFileNotFound},
+        {CopyFile("E:\\file", "E:\\no\\x"), base::kErrorPathNotFound},
+        {CopyFile("E:\\file", "E:\\locked"), base::kErrorAccessDenied},
+        {WriteWholeFile("Q:\\x", text), base::kErrorPathNotFound},
+        {WriteWholeFile("E:\\", text), base::kErrorAccessDenied},
+        {WriteWholeFile("E:\\locked", text), base::kErrorAccessDenied},
+        {CreateNewFile("E:\\file", text), base::kErrorFileExists},
+        {CreateNewFile("E:\\no\\x", text), base::kErrorPathNotFound},
     };
     for (const auto& one : cases) {
         EXPECT_EQ(one.first.code, one.second) << "case " << &one - cases;
@@ -88,7 +88,7 @@ TEST(Files, WritingTellsWhyItCannotAndChangesNothing) {
     EXPECT_EQ(dir.Read("File"), "mine");
     EXPECT_EQ(dir.Read("locked"), "mine");
     EXPECT_EQ(dir.Count(), 2U);
-    EXPECT_FALSE(SystemError{4711}.Description().empty());
+    EXPECT_FALSE(base::SystemError{4711}.Description().empty());
 }
 
 TEST(Files, WritesReplaceWhole) {
@@ -152,7 +152,7 @@ TEST(Files, MediumThatTakesNothing) {
     const std::string tooMuch(100'000, 'x');
     dir.MakeFile("big", tooMuch);
     dir.MakeFile("disk/old", "[A]\nK=1\n");
-    SystemError error;
+    base::SystemError error;
     const auto folder = OutputFolder::Open("E:\\disk", error);
     ASSERT_NE(folder, nullptr);
     const auto refuses = [&](std::uint32_t code) {
@@ -166,21 +166,21 @@ TEST(Files, MediumThatTakesNothing) {
         EXPECT_EQ(dir.Read("disk/old"), "[A]\nK=1\n");
         EXPECT_EQ(dir.Count("disk"), 1U);
     };
-    refuses(kErrorDiskFull);
+    refuses(base::kErrorDiskFull);
     ASSERT_TRUE(disk.Protect());
-    refuses(kErrorWriteProtect);
-    EXPECT_EQ(CreateFolder("E:\\disk\\folder").code, kErrorWriteProtect);
-    EXPECT_EQ(DeleteFile("E:\\disk\\old").code, kErrorWriteProtect);
-    EXPECT_EQ(WriteProfileString("A", "K", "2", "E:\\disk\\old").code, kErrorWriteProtect);
+    refuses(base::kErrorWriteProtect);
+    EXPECT_EQ(CreateFolder("E:\\disk\\folder").code, base::kErrorWriteProtect);
+    EXPECT_EQ(DeleteFile("E:\\disk\\old").code, base::kErrorWriteProtect);
+    EXPECT_EQ(WriteProfileString("A", "K", "2", "E:\\disk\\old").code, base::kErrorWriteProtect);
     EXPECT_EQ(folder->OpenOrCreate("folder", "folder", error), nullptr);
-    EXPECT_EQ(error.code, kErrorWriteProtect);
+    EXPECT_EQ(error.code, base::kErrorWriteProtect);
     EXPECT_FALSE(CopyFile("E:\\disk\\old", "E:\\copy")) << "and can still be read";
 }
 
 TEST(FileReader, ReadsAtAnyPosition) {
     const TestDir dir;
     dir.MakeFile("f", "0123456789");
-    SystemError error{99};
+    base::SystemError error{99};
     const auto reader = FileReader::Open("E:\\F", error);
     ASSERT_NE(reader, nullptr);
     EXPECT_FALSE(error);

@@ -15,7 +15,7 @@ using tests::TestDir;
 namespace fs = std::filesystem;
 
 std::map<std::string, FindData> ByName(const std::string& folder) {
-    SystemError error{99};
+    base::SystemError error{99};
     std::map<std::string, FindData> result;
     const auto search = FindFiles::Start(folder, error);
     EXPECT_FALSE(error) << folder;
@@ -27,7 +27,7 @@ std::map<std::string, FindData> ByName(const std::string& folder) {
 TEST(FindFiles, GivesTheDotsFirst) {
     const TestDir dir;
     dir.MakeFile("Docs/!");
-    SystemError error;
+    base::SystemError error;
     const auto search = FindFiles::Start("E:\\docs\\", error);
     FindData data;
     for (const char* name : {".", "..", "!"}) {
@@ -84,10 +84,11 @@ TEST(FindFiles, NamesThatCannotBeHeldShowAQuestionMark) {
 TEST(FindFiles, FoldersThatCannotBeSearched) {
     const TestDir dir;
     dir.MakeFile("file");
-    const std::pair<const char*, std::uint32_t> cases[] = {
-        {"E:\\none\\", kErrorPathNotFound}, {"E:\\file", kErrorFolderInvalid}, {"Q:\\", kErrorPathNotFound}};
+    const std::pair<const char*, std::uint32_t> cases[] = {{"E:\\none\\", base::kErrorPathNotFound},
+                                                           {"E:\\file", base::kErrorFolderInvalid},
+                                                           {"Q:\\", base::kErrorPathNotFound}};
     for (const auto& [folder, code] : cases) {
-        SystemError error;
+        base::SystemError error;
         EXPECT_EQ(FindFiles::Start(folder, error), nullptr);
         EXPECT_EQ(error.code, code) << folder;
     }
@@ -97,7 +98,7 @@ TEST(FindFiles, FolderThatEmptiesMeanwhileComesToItsEnd) {
     const TestDir dir;
     for (int i = 0; i < 300; ++i)
         dir.MakeFile("Docs/f" + std::to_string(i));
-    SystemError error;
+    base::SystemError error;
     const auto search = FindFiles::Start("E:\\Docs", error);
     FindData data;
     ASSERT_TRUE(search->Next(data));

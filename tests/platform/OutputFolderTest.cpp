@@ -13,14 +13,14 @@ using tests::TestDir;
 using namespace std::string_literals;
 namespace fs = std::filesystem;
 
-SystemError Write(OutputFolder& folder, std::string_view name, std::string_view content,
-                  const std::optional<FileTimes>& times = std::nullopt) {
+base::SystemError Write(OutputFolder& folder, std::string_view name, std::string_view content,
+                        const std::optional<FileTimes>& times = std::nullopt) {
     return folder.WriteFile(name, {reinterpret_cast<const std::uint8_t*>(content.data()), content.size()},
                             times);
 }
 
 std::unique_ptr<OutputFolder> OpenRoot() {
-    SystemError error{99};
+    base::SystemError error{99};
     auto folder = OutputFolder::Open("E:\\", error);
     EXPECT_FALSE(error);
     return folder;
@@ -37,7 +37,7 @@ TEST(OutputFolder, WritesAndReplacesInExactCase) {
     EXPECT_EQ(dir.Read("A.TXT"), "other");
     EXPECT_EQ(dir.Read("empty"), "");
     {
-        SystemError error;
+        base::SystemError error;
         const auto unfinished = folder->CreateFile("a.txt", error);
         ASSERT_TRUE(unfinished);
         EXPECT_FALSE(unfinished->Write(std::array<std::uint8_t, 4>{'h', 'a', 'l', 'f'}));
@@ -68,15 +68,15 @@ TEST(OutputFolder, GivesTheTimesOrTheTimeOfWriting) {
 TEST(OutputFolder, RefusesWhatIsNotOneName) {
     const TestDir dir;
     const auto folder = OpenRoot();
-    SystemError error;
+    base::SystemError error;
     for (const std::string& name : {""s, "."s, ".."s, "a/b"s, "a\\b"s, "/etc"s, "a\0b"s}) {
-        EXPECT_EQ(Write(*folder, name, "x").code, kErrorInvalidName) << name;
+        EXPECT_EQ(Write(*folder, name, "x").code, base::kErrorInvalidName) << name;
         EXPECT_EQ(folder->OpenOrCreate(name, "ok", error), nullptr);
-        EXPECT_EQ(error.code, kErrorInvalidName);
+        EXPECT_EQ(error.code, base::kErrorInvalidName);
         EXPECT_EQ(folder->OpenOrCreate("ok", name, error), nullptr);
-        EXPECT_EQ(error.code, kErrorInvalidName);
+        EXPECT_EQ(error.code, base::kErrorInvalidName);
     }
-    EXPECT_EQ(Write(*folder, std::string(300, 'n'), "x").code, kErrorNameTooLong);
+    EXPECT_EQ(Write(*folder, std::string(300, 'n'), "x").code, base::kErrorNameTooLong);
     EXPECT_EQ(dir.Count(), 0U);
 }
 
@@ -86,9 +86,9 @@ TEST(OutputFolder, WhatStandsInTheWayStays) {
     dir.MakeFile("locked", "mine");
     tests::Protect(dir.Host("locked"));
     const auto folder = OpenRoot();
-    EXPECT_EQ(Write(*folder, "folder", "x").code, kErrorAccessDenied);
-    EXPECT_EQ(Write(*folder, "locked", "x").code, kErrorAccessDenied);
-    SystemError error;
+    EXPECT_EQ(Write(*folder, "folder", "x").code, base::kErrorAccessDenied);
+    EXPECT_EQ(Write(*folder, "locked", "x").code, base::kErrorAccessDenied);
+    base::SystemError error;
     EXPECT_EQ(folder->OpenOrCreate("locked", "locked", error), nullptr);
     EXPECT_TRUE(error);
     EXPECT_EQ(dir.Read("locked"), "mine");
@@ -102,7 +102,7 @@ TEST(OutputFolder, LinksLeadNowhere) {
     if (!tests::MakeLink("../outside/victim", dir.Host("target/link")) ||
         !tests::MakeLink("../outside", dir.Host("target/Folder")))
         GTEST_SKIP() << "no links here";
-    SystemError error;
+    base::SystemError error;
     const auto folder = OutputFolder::Open("E:\\target", error);
     EXPECT_FALSE(Write(*folder, "link", "new"));
     EXPECT_FALSE(fs::is_symlink(dir.Host("target/link"))) << "the link itself is replaced";
@@ -120,7 +120,7 @@ TEST(OutputFolder, FoldersAreFoundInAnyCaseAndMadeAsAsked) {
     const TestDir dir;
     dir.MakeFolder("Docs");
     const auto folder = OpenRoot();
-    SystemError error{99};
+    base::SystemError error{99};
     const auto docs = folder->OpenOrCreate("docs", "DOCS", error);
     ASSERT_NE(docs, nullptr);
     EXPECT_FALSE(error);
@@ -141,7 +141,7 @@ TEST(OutputFolder, StaysWithTheFolderNotThePath) {
     const TestDir dir;
     dir.MakeFolder("target");
     dir.MakeFolder("elsewhere");
-    SystemError error;
+    base::SystemError error;
     const auto folder = OutputFolder::Open("E:\\target", error);
     fs::rename(dir.Host("target"), dir.Host("moved"));
     if (!tests::MakeLink("elsewhere", dir.Host("target")))
@@ -157,10 +157,11 @@ TEST(OutputFolder, StaysWithTheFolderNotThePath) {
 TEST(OutputFolder, OpensOnlyFolders) {
     const TestDir dir;
     dir.MakeFile("file");
-    const std::pair<const char*, std::uint32_t> cases[] = {
-        {"E:\\none", kErrorFileNotFound}, {"E:\\file", kErrorPathNotFound}, {"Q:\\", kErrorPathNotFound}};
+    const std::pair<const char*, std::uint32_t> cases[] = {{"E:\\none", base::kErrorFileNotFound},
+                                                           {"E:\\file", base::kErrorPathNotFound},
+                                                           {"Q:\\", base::kErrorPathNotFound}};
     for (const auto& [path, code] : cases) {
-        SystemError error;
+        base::SystemError error;
         EXPECT_EQ(OutputFolder::Open(path, error), nullptr);
         EXPECT_EQ(error.code, code) << path;
     }

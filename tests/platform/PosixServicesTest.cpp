@@ -13,9 +13,9 @@
 namespace {
 
 namespace fs = std::filesystem;
+using base::SystemError;
 using platform::FileOutcome;
 using platform::OutputFolder;
-using platform::SystemError;
 using tests::Failures;
 using tests::FileOperations;
 using tests::TestDir;
@@ -34,7 +34,7 @@ TEST_F(FileOperations, AFileTooLargeForItsMediumKeepsNoOtherBack) {
     ::setrlimit(RLIMIT_FSIZE, &before);
     std::signal(SIGXFSZ, signal);
     EXPECT_EQ(outcome, FileOutcome::kFailed);
-    EXPECT_EQ(watcher_.failures, (Failures{{"E:\\from\\large", platform::kErrorFileTooLarge}}));
+    EXPECT_EQ(watcher_.failures, (Failures{{"E:\\from\\large", base::kErrorFileTooLarge}}));
     EXPECT_EQ(dir_.Count("to/from"), 3U);
 }
 
@@ -52,7 +52,7 @@ TEST_F(FileOperations, PathsLongerThanTheSystemTakes) {
     ::close(folder);
     EXPECT_EQ(Copy("from", "to"), FileOutcome::kFailed);
     ASSERT_EQ(watcher_.failures.size(), 1U);
-    EXPECT_EQ(watcher_.failures[0].second, platform::kErrorNameTooLong);
+    EXPECT_EQ(watcher_.failures[0].second, base::kErrorNameTooLong);
     for (const char* tree : {"to", "from"}) {
         EXPECT_EQ(Delete(tree), FileOutcome::kDone);
         EXPECT_FALSE(Exists(tree));

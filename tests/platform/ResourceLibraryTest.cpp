@@ -41,7 +41,7 @@ TEST(ResourceLibrary, FindsStringsInBothKindsOfImage) {
         {302, "Größe 日"}, {65535, "last"},   {0xFFFFFFFF, ""}};
     for (const bool is64Bit : {false, true}) {
         const TestDir dir;
-        SystemError error{99};
+        base::SystemError error{99};
         const auto library = ResourceLibrary::Load(dir.MakeFile("lib.dll", Sample(is64Bit)), error);
         ASSERT_NE(library, nullptr) << is64Bit;
         EXPECT_FALSE(error);
@@ -53,18 +53,18 @@ TEST(ResourceLibrary, FindsStringsInBothKindsOfImage) {
 
 TEST(ResourceLibrary, WhatIsNoLibrary) {
     const TestDir dir;
-    SystemError error;
+    base::SystemError error;
     // No text library is as large as the last.
     for (const std::string& content : {std::string(), std::string("MZ"), std::string((16 << 20) + 1, 'x')}) {
         EXPECT_EQ(ResourceLibrary::Load(dir.MakeFile("lib.dll", content), error), nullptr);
-        EXPECT_EQ(error.code, kErrorBadExeFormat);
+        EXPECT_EQ(error.code, base::kErrorBadExeFormat);
     }
     EXPECT_EQ(ResourceLibrary::Load("E:\\none.dll", error), nullptr);
-    EXPECT_EQ(error.code, kErrorFileNotFound);
+    EXPECT_EQ(error.code, base::kErrorFileNotFound);
 }
 
 /// All that a table gives, which is bounded by the file that it was read from.
-std::size_t Total(const PeStringTable& table) {
+std::size_t Total(const base::PeStringTable& table) {
     std::size_t total = 0;
     for (const std::uint32_t id : {0U, 1U, 2U, 15U, 16U, 302U, 65535U})
         total += table.Find(id).size();
@@ -73,19 +73,19 @@ std::size_t Total(const PeStringTable& table) {
 
 TEST(PeStringTable, CutAndDamagedAnywhere) {
     const std::string image = Sample();
-    const std::size_t whole = Total(*PeStringTable::Read(image));
+    const std::size_t whole = Total(*base::PeStringTable::Read(image));
     for (std::size_t size = 0; size < image.size(); ++size) {
-        const auto table = PeStringTable::Read(image.substr(0, size));
+        const auto table = base::PeStringTable::Read(image.substr(0, size));
         EXPECT_TRUE(!table || Total(*table) <= whole) << size;
     }
-    EXPECT_FALSE(PeStringTable::Read(image.substr(0, image.size() / 2)));
+    EXPECT_FALSE(base::PeStringTable::Read(image.substr(0, image.size() / 2)));
     // Zeros make offsets lead back to where they were reached from.
     std::size_t survivors = 0;
     for (std::size_t at = 0; at < image.size(); ++at) {
         for (const int value : {0x00, 0x01, 0x7F, 0x80, 0xFF}) {
             std::string damaged = image;
             damaged[at] = static_cast<char>(value);
-            const auto table = PeStringTable::Read(damaged);
+            const auto table = base::PeStringTable::Read(damaged);
             survivors += table && table->Find(16) == "sixteen";
             EXPECT_TRUE(!table || Total(*table) <= image.size() * 7);
         }

@@ -42,7 +42,7 @@ TEST(WindowsServices, LongPathsAndOddNames) {
     const std::string file = folder + "\\\xC3\xA4\xE2\x82\xAC.txt";
     ASSERT_FALSE(WriteWholeFile(file, std::string_view("deep")));
     const ScopedVariable page("PELLARION_ANSI_CODEPAGE", "1252");
-    SystemError error;
+    base::SystemError error;
     const auto listing = FindFiles::Start(folder, error);
     ASSERT_TRUE(listing);
     FindData data;

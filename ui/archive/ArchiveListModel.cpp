@@ -8,7 +8,7 @@
 #include <cstdio>
 #include <numeric>
 
-namespace dialogs {
+namespace ui {
 namespace {
 
 /// A date and time as one number that orders as its sort text does.
@@ -101,7 +101,7 @@ std::vector<std::size_t> ArchiveListModel::Sorted() const {
     }
     std::vector<std::string> keys(rows.size());
     std::transform(rows.begin(), rows.end(), keys.begin(), [this](const ArchiveRow& row) {
-        return platform::ToUpper(CellText(row, key_).toStdString());
+        return base::ToUpper(CellText(row, key_).toStdString());
     });
     return Ordered(keys, order_);
 }
@@ -153,7 +153,7 @@ QVariant ArchiveListModel::data(const QModelIndex& index, int role) const {
         // Long names are cut in the list.
         return column == ArchiveColumn::Name ? QString::fromStdString(row.name) : QVariant();
     case Qt::DecorationRole:
-        return column == ArchiveColumn::Name ? platform::FileIcon(row.name, row.isFolder) : QVariant();
+        return column == ArchiveColumn::Name ? FileIcon(row.name, row.isFolder) : QVariant();
     case Qt::TextAlignmentRole:
         return QVariant::fromValue(AlignmentOf(column));
     default:
@@ -173,7 +173,7 @@ QModelIndexList ArchiveListModel::match(const QModelIndex& start, int role, cons
         const int row = (start.row() + step) % rowCount();
         if (row < start.row() && !flags.testFlag(Qt::MatchWrap))
             break;
-        if (platform::StartsWithNoCase(Row(row).name, wanted))
+        if (base::StartsWithNoCase(Row(row).name, wanted))
             found.append(index(row, start.column()));
     }
     return found;
@@ -189,4 +189,4 @@ QVariant ArchiveListModel::headerData(int section, Qt::Orientation orientation, 
     return {};
 }
 
-} // namespace dialogs
+} // namespace ui

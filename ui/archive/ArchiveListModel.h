@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace dialogs {
+namespace ui {
 
 /// Columns of the archive lists. From SortDate on they serve sorting and bookkeeping and are hidden; only the
 /// RAR window shows Flag.
@@ -98,4 +98,4 @@ class ArchiveListModel : public QAbstractTableModel {
     Qt::SortOrder order_ = Qt::AscendingOrder;
 };
 
-} // namespace dialogs
+} // namespace ui

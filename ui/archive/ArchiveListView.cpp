@@ -7,7 +7,7 @@
 #include <QPainter>
 #include <QStyledItemDelegate>
 
-namespace dialogs {
+namespace ui {
 namespace {
 
 /// The column that a click on a header sorts on.
@@ -147,4 +147,4 @@ void ArchiveListView::paintEvent(QPaintEvent* event) {
                      Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, emptyText_);
 }
 
-} // namespace dialogs
+} // namespace ui

@@ -7,7 +7,7 @@
 #include <array>
 #include <vector>
 
-namespace dialogs {
+namespace ui {
 
 /// The report list of an archive window: sorts on a click on a header, keeps its columns in proportion to its
 /// width, and says so when it is empty.
@@ -52,4 +52,4 @@ class ArchiveListView : public QTreeView {
     std::array<double, kVisibleArchiveColumns> shares_{0.30, 0.25, 0.15, 0.20};
 };
 
-} // namespace dialogs
+} // namespace ui

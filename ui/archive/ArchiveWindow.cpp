@@ -20,7 +20,7 @@
 #include <exception>
 #include <unordered_map>
 
-namespace dialogs {
+namespace ui {
 namespace {
 
 constexpr std::uint32_t kStopping = 603;
@@ -76,7 +76,7 @@ void ArchiveWindow::SelectFirstRow() {
 }
 
 void ArchiveWindow::ListArchives(const std::vector<std::string>& paths) {
-    const app::BusyCursor busy;
+    const BusyCursor busy;
     isRunning_ = true;
     ArchiveListing listing;
     std::unordered_map<std::string, std::int32_t> known;
@@ -87,10 +87,10 @@ void ArchiveWindow::ListArchives(const std::vector<std::string>& paths) {
         if (isNew)
             listing.archives.push_back({paths[i]});
         goesOn = List(place->second, listing);
-        app::Yield();
+        Yield();
     }
     ListView->Rows().SetListing(std::move(listing));
-    ListView->SetEmptyText(app::WindowText(kNoEntries));
+    ListView->SetEmptyText(WindowText(kNoEntries));
     selectsFirstRow_ = goesOn && ways_.listsWhenShown;
     isRunning_ = false;
     if (exitAsked_)
@@ -118,7 +118,7 @@ void ArchiveWindow::Run(Command command) {
 
 void ArchiveWindow::Stop() {
     stopAsked_ = true;
-    lblDest2->setText(app::WindowText(kStopping));
+    lblDest2->setText(WindowText(kStopping));
 }
 
 void ArchiveWindow::Exit() {
@@ -146,13 +146,13 @@ void ArchiveWindow::closeEvent(QCloseEvent* event) {
 
 ArchiveWindow::Work::Work(ArchiveWindow& window, std::uint32_t hint) : window_(window) {
     window_.SetWorking(true);
-    window_.lblDest2->setText(app::WindowText(hint));
+    window_.lblDest2->setText(WindowText(hint));
     window_.ShowProgress(0);
 }
 
 ArchiveWindow::Work::~Work() {
     window_.SetWorking(false);
-    window_.lblDest2->setText(window_.stopAsked_ ? app::WindowText(kStopped) : QString());
+    window_.lblDest2->setText(window_.stopAsked_ ? WindowText(kStopped) : QString());
 }
 
 void ArchiveWindow::SetWorking(bool isWorking) {
@@ -172,20 +172,20 @@ void ArchiveWindow::ShowProgress(double fraction) {
         ProgressBar1->setValue(static_cast<int>(fraction * ProgressBar1->maximum()));
     } else if (PicProBar != nullptr) {
         PicProBar->SetFraction(fraction);
-        const QString percentage = QString::number(app::RoundHalfToEven(fraction * 100)) + QLatin1Char('%');
+        const QString percentage = QString::number(base::RoundHalfToEven(fraction * 100)) + QLatin1Char('%');
         if (percentage != lblProBar->text())
             lblProBar->setText(percentage);
     }
-    app::Yield();
+    Yield();
 }
 
 void ArchiveWindow::ShowDestination(const std::string& text) {
     lblDest->show();
-    lblDestFile->setText(app::ToWindow(text));
+    lblDestFile->setText(ToWindow(text));
 }
 
 bool ArchiveWindow::KeepsGoing() const {
-    app::Yield();
+    Yield();
     return !stopAsked_;
 }
 
@@ -203,4 +203,4 @@ std::vector<std::string> SplitArchiveList(const std::string& list) {
     return paths;
 }
 
-} // namespace dialogs
+} // namespace ui

@@ -14,12 +14,9 @@ class QLabel;
 class QProgressBar;
 class QPushButton;
 
-namespace app {
+namespace ui {
+
 class PathLabel;
-}
-
-namespace dialogs {
-
 class ArchiveListModel;
 class ArchiveListView;
 class ProgressStrip;
@@ -170,7 +167,7 @@ class ArchiveWindow : public QDialog {
     // Named as their object names, by which the rest of the world knows them.
     ArchiveListView* ListView;
     QLabel* lblDest;
-    app::PathLabel* lblDestFile;
+    PathLabel* lblDestFile;
     ProgressStrip* PicProBar = nullptr;
     QProgressBar* ProgressBar1 = nullptr;
     QLabel* lblProBar;
@@ -194,4 +191,4 @@ class ArchiveWindow : public QDialog {
 /// The pieces of an archive list: paths, each followed by CR LF. Text after the last CR LF is ignored.
 std::vector<std::string> SplitArchiveList(const std::string& list);
 
-} // namespace dialogs
+} // namespace ui

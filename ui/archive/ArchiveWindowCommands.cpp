@@ -18,7 +18,7 @@
 #include <algorithm>
 #include <optional>
 
-namespace dialogs {
+namespace ui {
 namespace {
 
 constexpr std::uint32_t kWarningTitle = 300;
@@ -69,7 +69,7 @@ bool ArchiveWindow::ExtractToPickedFolder() {
     if (!SomethingSelected())
         return false;
     std::string folder =
-        platform::BrowseForFolder(app::WithUserName(app::LoadText(kPickFolder)), FolderOfCurrentRow(), this);
+        BrowseForFolder(app::WithUserName(app::LoadText(kPickFolder)), FolderOfCurrentRow(), this);
     if (folder.find_first_not_of(' ') == std::string::npos) {
         if (ways_.pickedNothingFails)
             Warn(kExtractionFailed);
@@ -119,7 +119,7 @@ bool ArchiveWindow::Extract(const std::string& folder) {
     Outcome outcome;
     {
         const Work work(*this, kExtractingHint);
-        std::optional<app::BusyCursor> busy;
+        std::optional<BusyCursor> busy;
         if (!folder.empty())
             busy.emplace();
         ShowDestination(folder.empty() ? FolderOfCurrentRow() : folder);
@@ -173,7 +173,7 @@ void ArchiveWindow::DeleteSource(const std::string& archive, const std::vector<i
     bool isSafe;
     {
         const Work work(*this, kCheckingHint);
-        const app::BusyCursor busy;
+        const BusyCursor busy;
         isSafe = ReadBack(rows, folder);
         ShowProgress(1);
     }
@@ -183,7 +183,7 @@ void ArchiveWindow::DeleteSource(const std::string& archive, const std::vector<i
         Warn(kNotReadBack);
     } else if (platform::FileExists(archive)) {
         LetGo();
-        platform::ShellDelete(archive);
+        ShellDelete(archive);
     }
 }
 
@@ -201,7 +201,7 @@ bool ArchiveWindow::OpenSelected() {
     if (SomethingSelected()) {
         const QScopedValueRollback<bool> held(progressIsHeld_, !ways_.openFillsStrip);
         const Work work(*this, kExtractingHint);
-        const app::BusyCursor busy;
+        const BusyCursor busy;
         OpenFolder folder;
         Job job{RowsToOpen(ListView->SelectedRows()), OpenFolder::Path(), {}, true};
         job.done.resize(job.wanted.size());
@@ -232,7 +232,7 @@ void ArchiveWindow::OpenRows(const Job& job) {
 }
 
 void ArchiveWindow::OpenDocument(const ArchiveRow&, const std::string& path) {
-    platform::OpenDocument(path);
+    ui::OpenDocument(path);
 }
 
-} // namespace dialogs
+} // namespace ui

@@ -19,7 +19,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-namespace dialogs {
+namespace ui {
 namespace {
 
 constexpr QSize kDefaultSize{760, 520};
@@ -38,8 +38,8 @@ QString Spoken(QString caption) {
     return caption;
 }
 
-void SetCaption(QAbstractButton* button, std::uint32_t id) {
-    button->setText(app::WindowText(id));
+void SetSpokenCaption(QAbstractButton* button, std::uint32_t id) {
+    button->setText(WindowText(id));
     button->setAccessibleName(Spoken(button->text()));
 }
 
@@ -53,7 +53,7 @@ void ArchiveWindow::Build() {
     keepsPlace.setRetainSizeWhenHidden(true);
     lblDest->setSizePolicy(keepsPlace);
     lblDest->hide();
-    lblDestFile = Named(new app::PathLabel(this), "lblDestFile");
+    lblDestFile = Named(new PathLabel(this), "lblDestFile");
     QWidget* bar;
     if (ways_.hasProgressBar) {
         bar = ProgressBar1 = Named(new QProgressBar(this), "ProgressBar1");
@@ -100,9 +100,9 @@ QFrame* ArchiveWindow::BuildCommandFrame() {
     cmdExtractSame = Named(new QPushButton(frame), "cmdExtractSame");
     cmdOpen = Named(new QPushButton(frame), "cmdOpen");
     cmdExit = Named(new QPushButton(frame), "cmdExit");
-    cmdExtract->setIcon(app::Icon("extract-to"));
-    cmdExtractSame->setIcon(app::Icon("extract-here"));
-    cmdOpen->setIcon(app::Icon("open"));
+    cmdExtract->setIcon(Icon("extract-to"));
+    cmdExtractSame->setIcon(Icon("extract-here"));
+    cmdOpen->setIcon(Icon("open"));
     // Enter in the list does what a double-click does.
     cmdOpen->setDefault(true);
 
@@ -147,36 +147,36 @@ void ArchiveWindow::BuildMenu() {
 }
 
 void ArchiveWindow::ApplyLanguageTexts() {
-    setWindowTitle(app::WindowText(ways_.caption));
-    findChild<QMenu*>(QLatin1String("mnuFile"))->setTitle(app::WindowText(113));
+    setWindowTitle(WindowText(ways_.caption));
+    findChild<QMenu*>(QLatin1String("mnuFile"))->setTitle(WindowText(113));
     for (const auto& [name, id] :
          {std::pair("mnuExtract", 107U), std::pair("mnuOpen", 105U), std::pair("mnuSelectAll", 515U)})
-        findChild<QAction*>(QLatin1String(name))->setText(app::WindowText(id));
-    SetCaption(cmdExtract, 513);
-    SetCaption(cmdExtractSame, 514);
-    SetCaption(cmdOpen, 105);
-    SetCaption(cmdExit, 104);
-    SetCaption(chkAll, 515);
-    SetCaption(chkDelete, 521);
-    lblDest->setText(app::WindowText(522));
+        findChild<QAction*>(QLatin1String(name))->setText(WindowText(id));
+    SetSpokenCaption(cmdExtract, 513);
+    SetSpokenCaption(cmdExtractSame, 514);
+    SetSpokenCaption(cmdOpen, 105);
+    SetSpokenCaption(cmdExit, 104);
+    SetSpokenCaption(chkAll, 515);
+    SetSpokenCaption(chkDelete, 521);
+    lblDest->setText(WindowText(522));
     ArchiveListModel& rows = ListView->Rows();
-    rows.SetHeader(ArchiveColumn::Name, app::WindowText(115));
-    rows.SetHeader(ArchiveColumn::Modified, app::WindowText(118));
-    rows.SetHeader(ArchiveColumn::Size, app::WindowText(117));
-    rows.SetHeader(ArchiveColumn::Path, app::WindowText(119));
-    ListView->setAccessibleName(app::WindowText(115));
+    rows.SetHeader(ArchiveColumn::Name, WindowText(115));
+    rows.SetHeader(ArchiveColumn::Modified, WindowText(118));
+    rows.SetHeader(ArchiveColumn::Size, WindowText(117));
+    rows.SetHeader(ArchiveColumn::Path, WindowText(119));
+    ListView->setAccessibleName(WindowText(115));
     lblDestFile->setAccessibleName(lblDest->text());
     for (QWidget* bar : {static_cast<QWidget*>(PicProBar), static_cast<QWidget*>(ProgressBar1)})
         if (bar != nullptr)
-            bar->setAccessibleName(Spoken(app::WindowText(107)));
+            bar->setAccessibleName(Spoken(WindowText(107)));
 
-    app::ApplyFonts(this);
-    const int points = app::LabelPointSize(app::Application().LanguageId);
+    ApplyFonts(this);
+    const int points = LabelPointSize(app::Application().LanguageId);
     for (QAbstractButton* button : findChildren<QAbstractButton*>()) {
-        QFont font = app::WithCharset(button->font(), app::Application().CharsetCode);
+        QFont font = WithCharset(button->font(), app::Application().CharsetCode);
         font.setPointSize(points);
         button->setFont(font);
     }
 }
 
-} // namespace dialogs
+} // namespace ui

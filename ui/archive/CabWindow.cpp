@@ -5,7 +5,7 @@
 #include "ui/archive/ArchiveListView.h"
 #include "ui/desktop/DocumentOpener.h"
 
-namespace dialogs {
+namespace ui {
 namespace {
 
 constexpr std::uint32_t kCaption = 303;
@@ -32,7 +32,7 @@ frmextract::frmextract(QWidget* parent)
 }
 
 bool frmextract::List(std::int32_t archive, ArchiveListing& listing) {
-    archive::CabFile cabinet;
+    cabinet::CabFile cabinet;
     cabinet.CabName = listing.archives[static_cast<std::size_t>(archive)].path;
     std::int32_t entry = 0;
     cabinet.FileFound = [&](const std::string& name, const std::string& folder, std::uint32_t size,
@@ -49,19 +49,19 @@ bool frmextract::List(std::int32_t archive, ArchiveListing& listing) {
     return static_cast<bool>(cabinet.GetInfo(""));
 }
 
-archive::CabFile& frmextract::Cabinet(const ArchiveRow& row) {
+cabinet::CabFile& frmextract::Cabinet(const ArchiveRow& row) {
     if (!cabinet_)
-        cabinet_ = std::make_unique<archive::CabFile>();
+        cabinet_ = std::make_unique<cabinet::CabFile>();
     cabinet_->CabName = Model().ArchiveOf(row);
     return *cabinet_;
 }
 
 bool frmextract::IsNew(Names& names, const ArchiveRow& row) {
-    return names.emplace(row.archive, platform::ToUpper(FullName(row))).second;
+    return names.emplace(row.archive, base::ToUpper(FullName(row))).second;
 }
 
 ArchiveWindow::Outcome frmextract::ExtractRows(Job& job) {
-    archive::RepeatedMessages messages;
+    output::RepeatedMessages messages;
     Names extracted;
     const auto count = static_cast<double>(job.wanted.size());
     Outcome outcome = Outcome::kDone;
@@ -71,7 +71,7 @@ ArchiveWindow::Outcome frmextract::ExtractRows(Job& job) {
             continue;
         bool isWritten = true;
         if (IsNew(extracted, row)) {
-            archive::CabFile& cabinet = Cabinet(row);
+            cabinet::CabFile& cabinet = Cabinet(row);
             isWritten = false;
             cabinet.AfterExtract = [&](const std::string&) { isWritten = true; };
             cabinet.Progress = [&](std::uint64_t done, std::uint64_t size, bool& cancel) {
@@ -100,7 +100,7 @@ ArchiveWindow::Outcome frmextract::ExtractRows(Job& job) {
 }
 
 std::string frmextract::TargetOf(const ArchiveRow& row, const std::string& folder) {
-    archive::CabFile& cabinet = Cabinet(row);
+    cabinet::CabFile& cabinet = Cabinet(row);
     return cabinet.TargetOf(FullName(row), DestinationOf(row, folder), cabinet.CabName);
 }
 
@@ -109,7 +109,7 @@ bool frmextract::ReadBack(const std::vector<int>& rows, const std::string& folde
     return AreAll(rows, [&](const ArchiveRow& row) {
         if (!IsNew(compared, row))
             return true;
-        archive::CabFile& cabinet = Cabinet(row);
+        cabinet::CabFile& cabinet = Cabinet(row);
         cabinet.Progress = [this](std::uint64_t, std::uint64_t, bool& cancel) { cancel = !KeepsGoing(); };
         return static_cast<bool>(cabinet.Compare(FullName(row), DestinationOf(row, folder), cabinet.CabName));
     });
@@ -124,10 +124,10 @@ void frmextract::OpenDocument(const ArchiveRow& row, const std::string& path) {
     const std::string& cabinet = Model().ArchiveOf(row);
     const std::string base =
         cabinet.substr(cabinet.rfind('\\') + 1, cabinet.rfind('.') - cabinet.rfind('\\') - 1);
-    if (platform::EqualsNoCase(base, FullName(row)))
-        platform::OpenDocument(path);
+    if (base::EqualsNoCase(base, FullName(row)))
+        ui::OpenDocument(path);
     else
-        platform::OpenDocumentLower(path);
+        OpenDocumentLower(path);
 }
 
-} // namespace dialogs
+} // namespace ui

@@ -8,7 +8,7 @@
 #include <string>
 #include <utility>
 
-namespace dialogs {
+namespace ui {
 
 /// The CAB archive window: shows the files of several cabinets together and extracts them one by one.
 class frmextract : public ArchiveWindow {
@@ -31,9 +31,9 @@ class frmextract : public ArchiveWindow {
     using Names = std::set<std::pair<std::int32_t, std::string>>;
 
     static bool IsNew(Names& names, const ArchiveRow& row);
-    archive::CabFile& Cabinet(const ArchiveRow& row);
+    cabinet::CabFile& Cabinet(const ArchiveRow& row);
 
-    std::unique_ptr<archive::CabFile> cabinet_;
+    std::unique_ptr<cabinet::CabFile> cabinet_;
 };
 
-} // namespace dialogs
+} // namespace ui

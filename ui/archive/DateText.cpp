@@ -5,7 +5,7 @@
 
 #include <cstdio>
 
-namespace dialogs {
+namespace ui {
 namespace {
 
 /// The user's patterns, worked out once: a list asks for thousands of dates.
@@ -50,4 +50,4 @@ std::string SortDateText(const platform::SystemTime& time) {
     return text;
 }
 
-} // namespace dialogs
+} // namespace ui

@@ -4,7 +4,7 @@
 
 #include <QString>
 
-namespace dialogs {
+namespace ui {
 
 /// A date and time in the user's general date format: short date with the year in full, time to the second;
 /// the time is left out at midnight.
@@ -16,4 +16,4 @@ QString DateAndTimeText(const platform::SystemTime& time);
 /// "yyyymmddhhmmss".
 std::string SortDateText(const platform::SystemTime& time);
 
-} // namespace dialogs
+} // namespace ui

@@ -7,10 +7,10 @@
 #include <algorithm>
 #include <vector>
 
-namespace dialogs {
+namespace ui {
 
 std::string ExtractedPath(const std::string& folder, const std::string& entryName) {
-    if (!platform::StaysInTarget(entryName))
+    if (!base::StaysInTarget(entryName))
         return {};
     std::string path = folder + entryName;
     std::replace(path.begin(), path.end(), '/', '\\');
@@ -22,11 +22,11 @@ std::string ExtractedPath(const std::string& folder, const std::string& entryNam
 bool HasContent(const std::string& path, std::uint64_t size, std::uint32_t crc,
                 const std::function<bool()>& goOn) {
     constexpr std::uint64_t kPiece = 1u << 20;
-    platform::SystemError error;
+    base::SystemError error;
     const auto file = platform::FileReader::Open(path, error);
     if (!file || file->Size() != size)
         return false;
-    archive::Cls_CRC32 check;
+    codec::Cls_CRC32 check;
     check.ResetCRC32();
     std::vector<std::uint8_t> piece(static_cast<std::size_t>(std::min(size, kPiece)));
     for (std::uint64_t done = 0; done < size; done += piece.size()) {
@@ -38,4 +38,4 @@ bool HasContent(const std::string& path, std::uint64_t size, std::uint32_t crc,
     return size == 0 ? crc == 0 : check.CRC32() == crc;
 }
 
-} // namespace dialogs
+} // namespace ui

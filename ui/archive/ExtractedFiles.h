@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-namespace dialogs {
+namespace ui {
 
 /// Where an entry of this stored name lies once it is extracted into `folder` (which ends in a backslash).
 /// Empty for a name that would lead out of the folder.
@@ -15,4 +15,4 @@ std::string ExtractedPath(const std::string& folder, const std::string& entryNam
 bool HasContent(const std::string& path, std::uint64_t size, std::uint32_t crc,
                 const std::function<bool()>& goOn);
 
-} // namespace dialogs
+} // namespace ui

@@ -13,7 +13,7 @@
 #include <string_view>
 #include <unordered_map>
 
-namespace dialogs {
+namespace ui {
 namespace {
 
 constexpr std::uint64_t kLongestJournal = 256u << 20;
@@ -47,7 +47,7 @@ class Stamps {
         auto [listed, isNew] = folders_.try_emplace(folder);
         if (isNew)
             listed->second = List(folder);
-        const auto found = listed->second.find(platform::ToUpper(path.substr(folder.size() + 1)));
+        const auto found = listed->second.find(base::ToUpper(path.substr(folder.size() + 1)));
         return found == listed->second.end() ? std::string() : found->second;
     }
 
@@ -56,15 +56,15 @@ class Stamps {
 
     static Listed List(const std::string& folder) {
         Listed listed;
-        platform::SystemError error;
+        base::SystemError error;
         const auto entries = platform::FindFiles::Start(folder, error);
         platform::FindData entry;
         while (entries && entries->Next(entry))
-            listed[platform::ToUpper(entry.name)] = entry.attributes & platform::kAttributeDirectory
-                                                        ? kFolder
-                                                        : std::to_string(entry.lastWrite.ticks) + '/' +
-                                                              std::to_string(entry.sizeHigh) + '/' +
-                                                              std::to_string(entry.sizeLow);
+            listed[base::ToUpper(entry.name)] = entry.attributes & platform::kAttributeDirectory
+                                                    ? kFolder
+                                                    : std::to_string(entry.lastWrite.ticks) + '/' +
+                                                          std::to_string(entry.sizeHigh) + '/' +
+                                                          std::to_string(entry.sizeLow);
         return listed;
     }
 
@@ -73,7 +73,7 @@ class Stamps {
 
 Journal ReadJournal() {
     Journal journal;
-    platform::SystemError error;
+    base::SystemError error;
     const std::string text = platform::ReadWholeFile(JournalPath(), kLongestJournal, error).value_or("");
     for (std::size_t from = 0, end; (end = text.find('\n', from)) != std::string::npos; from = end + 1) {
         const std::string_view line = std::string_view(text).substr(from, end - from);
@@ -83,7 +83,7 @@ Journal ReadJournal() {
         std::string path(line.substr(space + 1));
         // Nothing outside the folder is ever deleted, whatever became of the journal.
         const std::string folder = OpenFolder::Path();
-        if (path.starts_with(folder) && platform::StaysInTarget(path.substr(folder.size())))
+        if (path.starts_with(folder) && base::StaysInTarget(path.substr(folder.size())))
             journal[std::move(path)] = {line[0] == '+', std::string(line.substr(1, space - 1))};
     }
     return journal;
@@ -101,7 +101,7 @@ void WriteJournal(const Journal& journal) {
 }
 
 bool IsEmptyFolder(const std::string& path) {
-    platform::SystemError error;
+    base::SystemError error;
     const auto entries = platform::FindFiles::Start(path, error);
     platform::FindData entry;
     while (entries && entries->Next(entry))
@@ -113,7 +113,7 @@ bool IsEmptyFolder(const std::string& path) {
 class Quiet : public platform::FileOperationObserver {
     bool Proceed(const platform::FileStep&) override { return true; }
 
-    void Failed(const std::string&, platform::SystemError) override {}
+    void Failed(const std::string&, base::SystemError) override {}
 };
 
 } // namespace
@@ -184,4 +184,4 @@ void EmptyOpenFolder() {
     WriteJournal(journal);
 }
 
-} // namespace dialogs
+} // namespace ui

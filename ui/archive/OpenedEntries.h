@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-namespace dialogs {
+namespace ui {
 
 /// One opening of entries from C:\Pellarion\Temp. What is put there is written down in the program's working
 /// folder before and after, so that EmptyOpenFolder can take it away again, whatever happens in between.
@@ -35,4 +35,4 @@ class OpenFolder {
 /// changed since belongs to the user and stays; one that cannot be deleted yet is tried again the next time.
 void EmptyOpenFolder();
 
-} // namespace dialogs
+} // namespace ui

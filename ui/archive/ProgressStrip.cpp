@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace dialogs {
+namespace ui {
 
 ProgressStrip::ProgressStrip(QWidget* parent) : QWidget(parent) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -38,4 +38,4 @@ void ProgressStrip::paintEvent(QPaintEvent*) {
     painter.drawRect(strip.adjusted(0, 0, -1, -1));
 }
 
-} // namespace dialogs
+} // namespace ui

@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-namespace dialogs {
+namespace ui {
 
 /// A strip that fills with the highlight colour as work goes on.
 class ProgressStrip : public QWidget {
@@ -29,4 +29,4 @@ class ProgressStrip : public QWidget {
     double fraction_ = 0;
 };
 
-} // namespace dialogs
+} // namespace ui

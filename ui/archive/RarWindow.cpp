@@ -7,7 +7,7 @@
 
 #include <algorithm>
 
-namespace dialogs {
+namespace ui {
 namespace {
 
 constexpr std::uint32_t kCaption = 307;
@@ -21,7 +21,7 @@ QString SizeText(std::uint64_t size) {
 } // namespace
 
 /// Turns what a listing finds into rows.
-class frmRarExtract::Listing : public archive::RarListObserver {
+class frmRarExtract::Listing : public rar::RarListObserver {
   public:
     Listing(std::int32_t archive, ArchiveListing& listing) : archive_(archive), listing_(listing) {}
 
@@ -29,18 +29,18 @@ class frmRarExtract::Listing : public archive::RarListObserver {
         return DateAndTimeText(local).toStdString();
     }
 
-    void RarFileFound(const archive::RarFile& file) override {
+    void RarFileFound(const rar::RarFile& file) override {
         ArchiveRow row;
         row.entry = file.entry;
         row.archive = archive_;
         row.name = file.name;
-        row.modified = archive::RarArchiveTime();
+        row.modified = rar::RarArchiveTime();
         row.size = file.size;
         row.sizeText = SizeText(file.size);
         row.isFolder = file.size == 0;
         listing_.rows.push_back(std::move(row));
         listing_.archives[static_cast<std::size_t>(archive_)].modifiedText =
-            QString::fromStdString(archive::RarArchiveTimeText());
+            QString::fromStdString(rar::RarArchiveTimeText());
     }
 
   private:
@@ -49,14 +49,14 @@ class frmRarExtract::Listing : public archive::RarListObserver {
 };
 
 /// Shows how the passes over one archive after another get on: each entry is a step in each pass.
-class frmRarExtract::Progress : public archive::RarExtractionObserver {
+class frmRarExtract::Progress : public rar::RarExtractionObserver {
   public:
     Progress(frmRarExtract& window, std::size_t entries, int passes)
         : window_(window), steps_(static_cast<double>(entries) * passes) {}
 
     void Begin(std::int32_t archive) { archive_ = archive; }
 
-    void EntryBegins(archive::RarPass, const std::string& text) override { window_.ShowDestination(text); }
+    void EntryBegins(rar::RarPass, const std::string& text) override { window_.ShowDestination(text); }
 
     bool EntryProgress(std::uint64_t done, std::uint64_t size) override {
         const double ofEntry =
@@ -67,7 +67,7 @@ class frmRarExtract::Progress : public archive::RarExtractionObserver {
 
     void EntryWritten(std::int32_t entry) override { window_.written_.emplace(archive_, entry); }
 
-    bool EntryDone(archive::RarPass) override {
+    bool EntryDone(rar::RarPass) override {
         window_.ShowProgress(++done_ / steps_);
         // After the last entry nothing is left to stop.
         return !window_.StopAsked() || done_ >= steps_;
@@ -94,7 +94,7 @@ frmRarExtract::frmRarExtract(QWidget* parent)
 bool frmRarExtract::List(std::int32_t archive, ArchiveListing& listing) {
     Listing observer(archive, listing);
     const std::string path = listing.archives[static_cast<std::size_t>(archive)].path;
-    endsProgram_ = archive::ListRarArchive(path, "", observer) == archive::RarListing::kEndProgram;
+    endsProgram_ = rar::ListRarArchive(path, "", observer) == rar::RarListing::kEndProgram;
     if (endsProgram_)
         close();
     return !endsProgram_;
@@ -145,8 +145,8 @@ ArchiveWindow::Outcome frmRarExtract::ExtractRows(Job& job) {
         const std::string& path = Model().Archives()[static_cast<std::size_t>(archive)].path;
         progress.Begin(archive);
         const std::string folder = job.folder.empty() ? path.substr(0, path.rfind('\\') + 1) : job.folder;
-        const archive::RarOutcome result = archive::ExtractRarArchive(
-            folder, path, "", progress, [&](std::int32_t entry, const std::string&) {
+        const rar::RarOutcome result =
+            rar::ExtractRarArchive(folder, path, "", progress, [&](std::int32_t entry, const std::string&) {
                 return static_cast<std::size_t>(entry) < wanted.size() &&
                        wanted[static_cast<std::size_t>(entry)];
             });
@@ -174,7 +174,7 @@ bool frmRarExtract::ReadBack(const std::vector<int>& rows, const std::string& fo
     });
     Progress progress(*this, rows.size(), 1);
     return isWritten &&
-           archive::CompareRarArchive(DestinationOf(first, folder), Model().ArchiveOf(first), "", progress);
+           rar::CompareRarArchive(DestinationOf(first, folder), Model().ArchiveOf(first), "", progress);
 }
 
-} // namespace dialogs
+} // namespace ui

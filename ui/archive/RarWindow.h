@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-namespace dialogs {
+namespace ui {
 
 /// The RAR archive window: shows the entries of several archives together and unpacks each archive once for a
 /// command.
@@ -37,4 +37,4 @@ class frmRarExtract : public ArchiveWindow {
     std::set<std::pair<std::int32_t, std::int32_t>> written_; // archive and entry
 };
 
-} // namespace dialogs
+} // namespace ui

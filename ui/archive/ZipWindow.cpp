@@ -7,7 +7,7 @@
 
 #include <algorithm>
 
-namespace dialogs {
+namespace ui {
 namespace {
 
 constexpr std::uint32_t kCaption = 306;
@@ -19,15 +19,15 @@ constexpr char kPlainPrefix = ' ';
 /// Puts an observer in place for as long as it lives.
 class Observing {
   public:
-    explicit Observing(archive::ExtractionObserver* observer) : before_(archive::SetObserver(observer)) {}
+    explicit Observing(output::ExtractionObserver* observer) : before_(output::SetObserver(observer)) {}
 
-    ~Observing() { archive::SetObserver(before_); }
+    ~Observing() { output::SetObserver(before_); }
 
     Observing(const Observing&) = delete;
     Observing& operator=(const Observing&) = delete;
 
   private:
-    archive::ExtractionObserver* before_;
+    output::ExtractionObserver* before_;
 };
 
 } // namespace
@@ -38,7 +38,7 @@ frmWinExtract::frmWinExtract(QWidget* parent)
 }
 
 void frmWinExtract::ShowNumber(std::size_t number, std::size_t count) {
-    QString caption = app::WindowText(kNumberedCaption);
+    QString caption = WindowText(kNumberedCaption);
     caption.replace(QLatin1String("%x"), QString::number(number));
     caption.replace(QLatin1String("%y"), QString::number(count));
     setWindowTitle(caption);
@@ -72,7 +72,7 @@ bool frmWinExtract::List(std::int32_t archive, ArchiveListing& listing) {
 
 ArchiveWindow::Outcome frmWinExtract::ExtractRows(Job& job) {
     const auto entryOf = [this](std::size_t row) { return Model().Row(static_cast<int>(row)).entry; };
-    archive::EntrySelection flags(job.wanted.size() + 1);
+    zip::EntrySelection flags(job.wanted.size() + 1);
     for (std::size_t row = 0; row < job.wanted.size(); ++row)
         flags[static_cast<std::size_t>(entryOf(row))] = job.wanted[row];
     lastEntryDone_ = 0;
@@ -80,7 +80,7 @@ ArchiveWindow::Outcome frmWinExtract::ExtractRows(Job& job) {
     const std::int16_t status = front_.UnPack(flags, DestinationOf(Model().Row(0), job.folder));
     for (std::size_t row = 0; row < job.wanted.size(); ++row)
         job.done[row] = job.wanted[row] && entryOf(row) <= lastEntryDone_;
-    if (status == archive::kStatusDone)
+    if (status == zip::kStatusDone)
         return Outcome::kDone;
     return StopAsked() ? Outcome::kStopped : Outcome::kFailed;
 }
@@ -118,4 +118,4 @@ std::vector<bool> frmWinExtract::RowsToOpen(std::vector<bool> selected) {
     return selected;
 }
 
-} // namespace dialogs
+} // namespace ui

@@ -4,10 +4,10 @@
 #include "archive/zip/ArchiveFront.h"
 #include "ui/archive/ArchiveWindow.h"
 
-namespace dialogs {
+namespace ui {
 
 /// The ZIP archive window: shows the entries of one archive at a time.
-class frmWinExtract : public ArchiveWindow, private archive::ExtractionObserver {
+class frmWinExtract : public ArchiveWindow, private output::ExtractionObserver {
     Q_OBJECT
 
   public:
@@ -37,8 +37,8 @@ class frmWinExtract : public ArchiveWindow, private archive::ExtractionObserver 
     bool EntryDone(std::int32_t entry, std::int32_t count) override;
     void EntryProgress(std::uint64_t done, std::uint64_t size) override;
 
-    archive::Cls_GetFileType front_;
+    zip::Cls_GetFileType front_;
     std::int32_t lastEntryDone_ = 0; // of the extraction in hand, or the last one
 };
 
-} // namespace dialogs
+} // namespace ui

@@ -9,7 +9,7 @@
 #include <exception>
 #include <memory>
 
-namespace dialogs {
+namespace ui {
 namespace {
 
 constexpr int kLastWaitMilliseconds = 500;
@@ -47,4 +47,4 @@ void frmWinExtract::ShowArchives() {
     WaitAfterLast();
 }
 
-} // namespace dialogs
+} // namespace ui

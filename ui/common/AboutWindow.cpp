@@ -13,7 +13,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-namespace app {
+namespace ui {
 
 namespace {
 
@@ -53,7 +53,7 @@ frmAbout::frmAbout(QWidget* parent)
 
 void frmAbout::Build() {
     auto* icon = new QLabel(this);
-    icon->setAccessibleName(ToWindow(ProgramTitle()));
+    icon->setAccessibleName(ToWindow(app::ProgramTitle()));
     icon->setPixmap(QApplication::windowIcon().pixmap(QSize(kIconSize, kIconSize), devicePixelRatioF()));
     lblTitle_->setProperty("keepsFontSize", true);
     QFont large = lblTitle_->font();
@@ -92,9 +92,9 @@ void frmAbout::Build() {
 }
 
 void frmAbout::ApplyTexts() {
-    setWindowTitle(ToWindow(WithProductName(LoadExtraText(kCaptionText))));
+    setWindowTitle(ToWindow(app::WithProductName(app::LoadExtraText(kCaptionText))));
     lblVersion_->setText(QStringLiteral("Version " PELLARION_VERSION));
-    lblTitle_->setText(ToWindow(ProgramTitle()));
+    lblTitle_->setText(ToWindow(app::ProgramTitle()));
     lblDisclaimer_->setText(ExtraWindowText(kNoticeText));
     cmdOk_->setText(ExtraWindowText(kOkText));
     cmdSysInfo_->setText(ExtraWindowText(kSystemInfoText));
@@ -109,8 +109,8 @@ void frmAbout::ShowNow() {
 }
 
 void frmAbout::StartSysInfo() {
-    if (!platform::StartSystemInformation())
-        Messages().Show({0, kUnavailable, kMessagePlain, ProgramTitle()});
+    if (!StartSystemInformation())
+        app::Messages().Show({0, kUnavailable, app::kMessagePlain, app::ProgramTitle()});
 }
 
-} // namespace app
+} // namespace ui

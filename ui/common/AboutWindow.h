@@ -5,7 +5,7 @@
 class QLabel;
 class QPushButton;
 
-namespace app {
+namespace ui {
 
 /// The About box: name, version and legal notice of the program, and the way to the system's own information.
 class frmAbout : public QDialog {
@@ -31,4 +31,4 @@ class frmAbout : public QDialog {
     QPushButton* cmdSysInfo_;
 };
 
-} // namespace app
+} // namespace ui

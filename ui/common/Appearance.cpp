@@ -11,7 +11,7 @@
 #include <array>
 #include <charconv>
 
-namespace app {
+namespace ui {
 
 namespace {
 
@@ -92,7 +92,7 @@ void SetUpAppearance() {
     QApplication::setPalette(palette);
     QApplication::setPalette(ListPalette(palette), "QAbstractItemView");
     QApplication::setPalette(BarPalette(palette), "QProgressBar");
-    platform::SetIconSource(&Icon);
+    SetIconSource(&Icon);
 }
 
 bool IsDark(const QPalette& palette) {
@@ -108,4 +108,4 @@ Qt::LayoutDirection DirectionOf(std::string_view languageId) {
     return rightToLeft ? Qt::RightToLeft : Qt::LeftToRight;
 }
 
-} // namespace app
+} // namespace ui

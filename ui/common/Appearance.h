@@ -7,7 +7,7 @@
 
 class QPalette;
 
-namespace app {
+namespace ui {
 
 /// Gives the program its look: the widget style, and a dark palette when PELLARION_PALETTE is "dark" (a
 /// desktop that hands Qt a palette of its own needs nothing of this).
@@ -20,4 +20,4 @@ bool IsDark(const QPalette& palette);
 /// Persian and Urdu.
 Qt::LayoutDirection DirectionOf(std::string_view languageId);
 
-} // namespace app
+} // namespace ui

@@ -3,7 +3,7 @@
 #include <QCursor>
 #include <QGuiApplication>
 
-namespace app {
+namespace ui {
 
 BusyCursor::BusyCursor() {
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
@@ -13,4 +13,4 @@ BusyCursor::~BusyCursor() {
     QGuiApplication::restoreOverrideCursor();
 }
 
-} // namespace app
+} // namespace ui

@@ -1,6 +1,6 @@
 #pragma once
 
-namespace app {
+namespace ui {
 
 /// Shows the hourglass pointer for as long as it lives; guards may nest.
 class BusyCursor {
@@ -11,4 +11,4 @@ class BusyCursor {
     BusyCursor& operator=(const BusyCursor&) = delete;
 };
 
-} // namespace app
+} // namespace ui

@@ -7,7 +7,7 @@
 #include <QLineEdit>
 #include <QToolTip>
 
-namespace app {
+namespace ui {
 
 bool ColouredRows::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                              const QModelIndex& index) {
@@ -38,4 +38,4 @@ void ColouredRows::initStyleOption(QStyleOptionViewItem* option, const QModelInd
         option->palette.setBrush(QPalette::HighlightedText, option->palette.brush(QPalette::Text));
 }
 
-} // namespace app
+} // namespace ui

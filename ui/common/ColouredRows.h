@@ -2,7 +2,7 @@
 
 #include <QStyledItemDelegate>
 
-namespace app {
+namespace ui {
 
 /// Draws rows of lists and trees whose own text colour stays while they are selected. A text that is too long
 /// loses its end or, where that tells more, its middle, and is told whole in a tooltip.
@@ -27,4 +27,4 @@ class ColouredRows : public QStyledItemDelegate {
     Qt::TextElideMode elide_;
 };
 
-} // namespace app
+} // namespace ui

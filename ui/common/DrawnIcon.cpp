@@ -9,7 +9,7 @@
 
 #include <utility>
 
-namespace app {
+namespace ui {
 
 namespace {
 
@@ -94,4 +94,4 @@ QList<QSize> DrawnIcon::availableSizes(QIcon::Mode, QIcon::State) {
     return {{16, 16}, {24, 24}, {32, 32}, {48, 48}, {64, 64}};
 }
 
-} // namespace app
+} // namespace ui

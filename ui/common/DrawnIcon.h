@@ -3,7 +3,7 @@
 #include <QIconEngine>
 #include <QString>
 
-namespace app {
+namespace ui {
 
 /// An icon from pictures in several sizes. A picture is read when it is first shown: most sizes of most icons
 /// never are, and reading them all would take a good part of the program's start.
@@ -32,4 +32,4 @@ class DrawnIcon final : public QIconEngine {
     QList<int> sizes_; ///< edges in pixels, from the smallest
 };
 
-} // namespace app
+} // namespace ui

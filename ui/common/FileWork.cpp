@@ -12,7 +12,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace platform {
+namespace ui {
 namespace {
 
 constexpr std::uint32_t kErrorTitle = 301;
@@ -54,7 +54,7 @@ FileWork* FileWork::Current() {
 bool FileWork::Count() {
     isCounting_ = true;
     for (const std::string& source : std::exchange(sources_, {})) {
-        TreeSize size(source);
+        platform::TreeSize size(source);
         while (size.CountSome(kCountedAtOnce)) {
             if (!Tick(source))
                 return false;
@@ -82,7 +82,7 @@ bool FileWork::HasTaken(ShellAnswer answer) {
     return answer == ShellAnswer::kDone;
 }
 
-bool FileWork::Proceed(const FileStep& step) {
+bool FileWork::Proceed(const platform::FileStep& step) {
     if (!sources_.empty() && !Count())
         return false;
     entries_ += step.entries;
@@ -90,7 +90,7 @@ bool FileWork::Proceed(const FileStep& step) {
     return Tick(step.path);
 }
 
-void FileWork::Failed(const std::string& path, SystemError error) {
+void FileWork::Failed(const std::string& path, base::SystemError error) {
     FailedBecause(path, error.Description());
 }
 
@@ -141,9 +141,9 @@ std::string FileWork::FiguresText() const {
         return text.toStdString();
     };
     const std::string text =
-        ReplaceNoCase(app::LoadText(kFiguresText), "%x",
-                      figure(std::min(entries_, entriesInAll_), std::min(bytes_, bytesInAll_)));
-    return ReplaceNoCase(text, "%y", figure(entriesInAll_, bytesInAll_));
+        base::ReplaceNoCase(app::LoadText(kFiguresText), "%x",
+                            figure(std::min(entries_, entriesInAll_), std::min(bytes_, bytesInAll_)));
+    return base::ReplaceNoCase(text, "%y", figure(entriesInAll_, bytesInAll_));
 }
 
 std::string FileWork::Report() const {
@@ -151,9 +151,9 @@ std::string FileWork::Report() const {
     for (const std::string& failure : failures_)
         report += "\n\n" + failure;
     if (failureCount_ > failures_.size())
-        report += "\n\n" + ReplaceNoCase(app::LoadText(kMoreText), "%n",
-                                         std::to_string(failureCount_ - failures_.size()));
+        report += "\n\n" + base::ReplaceNoCase(app::LoadText(kMoreText), "%n",
+                                               std::to_string(failureCount_ - failures_.size()));
     return report;
 }
 
-} // namespace platform
+} // namespace ui

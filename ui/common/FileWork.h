@@ -12,7 +12,7 @@
 
 class QWidget;
 
-namespace platform {
+namespace ui {
 
 class ProgressWindow;
 
@@ -22,7 +22,7 @@ inline constexpr std::chrono::milliseconds kBlink{300};
 /// One command's work on files. Shows a progress window with a way to stop once the work lasts longer than a
 /// blink, and tells at the end what could not be done, and why. While one lives, ShellCopy and ShellDelete
 /// are parts of it. What the system's shell does is shown and told by the shell.
-class FileWork final : public FileOperationObserver {
+class FileWork final : public platform::FileOperationObserver {
   public:
     enum class Kind { kCopy, kDelete };
 
@@ -47,8 +47,8 @@ class FileWork final : public FileOperationObserver {
     /// Closes the progress window and shows the report.
     void Finish();
 
-    bool Proceed(const FileStep& step) override;
-    void Failed(const std::string& path, SystemError error) override;
+    bool Proceed(const platform::FileStep& step) override;
+    void Failed(const std::string& path, base::SystemError error) override;
     /// A failure that the program itself found; `reason` is a sentence.
     void FailedBecause(const std::string& path, const std::string& reason);
 
@@ -78,4 +78,4 @@ class FileWork final : public FileOperationObserver {
     bool isFinished_ = false;
 };
 
-} // namespace platform
+} // namespace ui

@@ -6,7 +6,7 @@
 
 #include <utility>
 
-namespace platform {
+namespace ui {
 namespace {
 
 class DesktopPicker : public FolderPicker {
@@ -30,10 +30,11 @@ FolderPicker* SetFolderPicker(FolderPicker* picker) {
 }
 
 std::string BrowseForFolder(const std::string& prompt, const std::string& start, QWidget* parent) {
-    std::string folder = pickerInUse->Pick(prompt, FolderExists(lastPick) ? lastPick : start, parent);
+    std::string folder =
+        pickerInUse->Pick(prompt, platform::FolderExists(lastPick) ? lastPick : start, parent);
     if (!folder.empty())
         lastPick = folder;
     return folder;
 }
 
-} // namespace platform
+} // namespace ui

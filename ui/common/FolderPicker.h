@@ -4,7 +4,7 @@
 
 class QWidget;
 
-namespace platform {
+namespace ui {
 
 /// Asks the user for a folder. One stands behind BrowseForFolder at a time: the desktop's dialog, or one that
 /// answers by itself (tests).
@@ -25,4 +25,4 @@ FolderPicker* SetFolderPicker(FolderPicker* picker);
 std::string BrowseForFolder(const std::string& prompt, const std::string& start = {},
                             QWidget* parent = nullptr);
 
-} // namespace platform
+} // namespace ui

@@ -13,7 +13,7 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
-namespace platform {
+namespace ui {
 namespace {
 
 constexpr std::uint32_t kNewFolder = 100;
@@ -34,7 +34,7 @@ QString Caption(std::uint32_t id) {
 std::string Typed(const QString& text) {
     std::string path = text.trimmed().toStdString();
     if (path.starts_with('/'))
-        path = PathFromHost(path);
+        path = platform::PathFromHost(path);
     for (char& c : path)
         c = c == '/' ? '\\' : c;
     if (path.size() == 2 && path[1] == ':')
@@ -115,11 +115,11 @@ void FolderPickerDialog::MakeFolder() {
     if (!name || name->empty())
         return;
     if (!IsOneName(*name)) {
-        app::ShowError(SystemError{kErrorInvalidName}.Description());
+        app::ShowError(base::SystemError{base::kErrorInvalidName}.Description());
         return;
     }
     const std::string made = (parent.ends_with('\\') ? parent : parent + '\\') + *name;
-    if (const SystemError error = CreateFolder(made)) {
+    if (const base::SystemError error = platform::CreateFolder(made)) {
         app::ShowError(error.Description());
         return;
     }
@@ -129,7 +129,7 @@ void FolderPickerDialog::MakeFolder() {
 
 void FolderPickerDialog::accept() {
     const std::string path = Typed(path_->text());
-    if (!FolderExists(path)) {
+    if (!platform::FolderExists(path)) {
         app::ShowText(kNoSuchFolder, kWarningTitle, app::kMessageWarning);
         path_->setFocus();
         path_->selectAll();
@@ -139,4 +139,4 @@ void FolderPickerDialog::accept() {
     QDialog::accept();
 }
 
-} // namespace platform
+} // namespace ui

@@ -7,7 +7,7 @@
 class QLineEdit;
 class QTreeView;
 
-namespace platform {
+namespace ui {
 
 class FolderTree;
 
@@ -36,4 +36,4 @@ class FolderPickerDialog : public QDialog {
     std::string folder_;
 };
 
-} // namespace platform
+} // namespace ui

@@ -10,7 +10,7 @@
 #include <algorithm>
 #include <vector>
 
-namespace platform {
+namespace ui {
 namespace {
 
 constexpr int kPathRole = Qt::UserRole;
@@ -19,17 +19,17 @@ constexpr int kIsDriveRole = Qt::UserRole + 2;
 
 std::vector<std::string> FoldersIn(const std::string& folder) {
     std::vector<std::string> names;
-    SystemError error;
-    const auto search = FindFiles::Start(folder, error);
-    for (FindData data; search && search->Next(data);) {
-        const bool isShown =
-            (data.attributes & kAttributeDirectory) != 0 && (data.attributes & kAttributeHidden) == 0;
+    base::SystemError error;
+    const auto search = platform::FindFiles::Start(folder, error);
+    for (platform::FindData data; search && search->Next(data);) {
+        const bool isShown = (data.attributes & platform::kAttributeDirectory) != 0 &&
+                             (data.attributes & platform::kAttributeHidden) == 0;
         // A name with "?" in it cannot be reached by its path.
         if (isShown && data.name != "." && data.name != ".." && data.name.find('?') == std::string::npos)
             names.push_back(data.name);
     }
     std::sort(names.begin(), names.end(),
-              [](const std::string& a, const std::string& b) { return CompareNoCase(a, b) < 0; });
+              [](const std::string& a, const std::string& b) { return base::CompareNoCase(a, b) < 0; });
     return names;
 }
 
@@ -37,21 +37,21 @@ std::string Joined(const std::string& folder, const std::string& name) {
     return folder.back() == '\\' ? folder + name : folder + '\\' + name;
 }
 
-bool IsUsable(DriveType type) {
-    return type != DriveType::kUnknown && type != DriveType::kNoRoot;
+bool IsUsable(platform::DriveType type) {
+    return type != platform::DriveType::kUnknown && type != platform::DriveType::kNoRoot;
 }
 
 } // namespace
 
 FolderTree::FolderTree(QObject* parent) : QStandardItemModel(parent) {
-    for (const int place : {kCsidlDesktopDirectory, kCsidlPersonal}) {
-        const std::string path = GetSpecialFolderPath(place);
-        if (FolderExists(path))
+    for (const int place : {platform::kCsidlDesktopDirectory, platform::kCsidlPersonal}) {
+        const std::string path = platform::GetSpecialFolderPath(place);
+        if (platform::FolderExists(path))
             Add(invisibleRootItem(), QString::fromStdString(path.substr(path.rfind('\\') + 1)), path);
     }
     for (char letter = 'A'; letter <= 'Z'; ++letter) {
         const std::string root = std::string(1, letter) + ":\\";
-        if (IsUsable(GetDriveType(root)))
+        if (IsUsable(platform::GetDriveType(root)))
             Add(invisibleRootItem(), QString::fromStdString(root.substr(0, 2)), root)
                 ->setData(true, kIsDriveRole);
     }
@@ -90,7 +90,7 @@ void FolderTree::ReadAgain(const QModelIndex& index) {
 QModelIndex FolderTree::Find(const std::string& path) {
     QStandardItem* found = nullptr;
     for (int row = 0; row < rowCount(); ++row)
-        if (item(row)->data(kIsDriveRole).toBool() && StartsWithNoCase(path, PathOf(index(row, 0))))
+        if (item(row)->data(kIsDriveRole).toBool() && base::StartsWithNoCase(path, PathOf(index(row, 0))))
             found = item(row);
     for (std::size_t from = 3; found != nullptr && from < path.size();) {
         const std::size_t to = std::min(path.find('\\', from), path.size());
@@ -98,7 +98,7 @@ QModelIndex FolderTree::Find(const std::string& path) {
         Read(found->index());
         QStandardItem* next = nullptr;
         for (int row = 0; row < found->rowCount() && next == nullptr; ++row)
-            if (EqualsNoCase(found->child(row)->text().toStdString(), name))
+            if (base::EqualsNoCase(found->child(row)->text().toStdString(), name))
                 next = found->child(row);
         if (next == nullptr)
             break;
@@ -108,4 +108,4 @@ QModelIndex FolderTree::Find(const std::string& path) {
     return found == nullptr ? QModelIndex() : found->index();
 }
 
-} // namespace platform
+} // namespace ui

@@ -4,7 +4,7 @@
 
 #include <string>
 
-namespace platform {
+namespace ui {
 
 /// The folders that can be picked: the user's desktop and documents, then every drive with its folders. A
 /// folder is read when it is first unfolded. Hidden folders are left out.
@@ -31,4 +31,4 @@ class FolderTree : public QStandardItemModel {
     QStandardItem* Add(QStandardItem* parent, const QString& name, const std::string& path);
 };
 
-} // namespace platform
+} // namespace ui

@@ -12,7 +12,7 @@
 #include <array>
 #include <utility>
 
-namespace app {
+namespace ui {
 
 namespace {
 
@@ -36,7 +36,7 @@ constexpr std::array<std::pair<int, Script>, 14> kScripts = {{
 }};
 
 void ApplyCharset(QWidget* control) {
-    const QFont wanted = WithCharset(control->font(), Application().CharsetCode);
+    const QFont wanted = WithCharset(control->font(), app::Application().CharsetCode);
     if (wanted != control->font())
         control->setFont(wanted);
 }
@@ -54,7 +54,7 @@ int LabelPointSize(std::string_view languageId) {
 }
 
 std::optional<Script> ScriptOfCharset(std::string_view charsetCode) {
-    const auto number = WholeNumber(charsetCode);
+    const auto number = base::WholeNumber(charsetCode);
     for (const auto& [charset, script] : kScripts) {
         if (number == charset)
             return script;
@@ -75,7 +75,7 @@ QFont WithCharset(const QFont& font, std::string_view charsetCode) {
 }
 
 void ApplyFonts(QWidget* window) {
-    const int points = LabelPointSize(Application().LanguageId);
+    const int points = LabelPointSize(app::Application().LanguageId);
     for (QLabel* label : window->findChildren<QLabel*>()) {
         if (!label->property("keepsFontSize").toBool()) {
             QFont font = label->font();
@@ -90,4 +90,4 @@ void ApplyFonts(QWidget* window) {
     ApplyCharsetToAll<QPlainTextEdit>(window);
 }
 
-} // namespace app
+} // namespace ui

@@ -8,7 +8,7 @@
 
 class QWidget;
 
-namespace app {
+namespace ui {
 
 /// Font size of labels in points: 9 for the language ids "0804" and "0404", else 8.
 int LabelPointSize(std::string_view languageId);
@@ -24,4 +24,4 @@ QFont WithCharset(const QFont& font, std::string_view charsetCode);
 /// size.
 void ApplyFonts(QWidget* window);
 
-} // namespace app
+} // namespace ui

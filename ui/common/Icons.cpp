@@ -11,7 +11,7 @@ static void InitIconResources() {
     Q_INIT_RESOURCE(icons);
 }
 
-namespace app {
+namespace ui {
 
 namespace {
 
@@ -38,4 +38,4 @@ QIcon Icon(const char* name, const char* selected) {
     return *found;
 }
 
-} // namespace app
+} // namespace ui

@@ -2,7 +2,7 @@
 
 #include <QIcon>
 
-namespace app {
+namespace ui {
 
 /// The program's icon `name` ("folder", "archive-zip", ...; resources/icons holds the drawings) in every size
 /// that it is drawn in; in a selected row the drawing `selected`, where it is another. Made once and kept. An
@@ -13,4 +13,4 @@ inline QIcon Icon(const char* name) {
     return Icon(name, name);
 }
 
-} // namespace app
+} // namespace ui

@@ -9,7 +9,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-namespace app {
+namespace ui {
 
 namespace {
 
@@ -64,4 +64,4 @@ QString InputBox::Text() const {
     return edit_->text();
 }
 
-} // namespace app
+} // namespace ui

@@ -5,7 +5,7 @@
 class QLabel;
 class QLineEdit;
 
-namespace app {
+namespace ui {
 
 /// Asks for one line of text, which may be masked while it is typed.
 class InputBox : public QDialog {
@@ -23,4 +23,4 @@ class InputBox : public QDialog {
     QLineEdit* edit_;
 };
 
-} // namespace app
+} // namespace ui

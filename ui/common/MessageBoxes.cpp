@@ -8,7 +8,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 
-namespace app {
+namespace ui {
 
 namespace {
 
@@ -17,13 +17,13 @@ constexpr std::uint32_t kTakeRestText = 600;
 
 QMessageBox::Icon IconFor(unsigned flags) {
     switch (flags) {
-    case kMessageError:
+    case app::kMessageError:
         return QMessageBox::Critical;
-    case kMessageQuestion:
+    case app::kMessageQuestion:
         return QMessageBox::Question;
-    case kMessageWarning:
+    case app::kMessageWarning:
         return QMessageBox::Warning;
-    case kMessageInformation:
+    case app::kMessageInformation:
         return QMessageBox::Information;
     default:
         return QMessageBox::NoIcon;
@@ -31,9 +31,9 @@ QMessageBox::Icon IconFor(unsigned flags) {
 }
 
 /// Fills a box. Texts are plain: a file name that looks like markup stays what it is.
-void Prepare(QMessageBox& box, const Message& message) {
+void Prepare(QMessageBox& box, const app::Message& message) {
     box.setObjectName(QStringLiteral("messageBox"));
-    box.setWindowTitle(ToWindow(message.title.empty() ? ProgramTitle() : message.title));
+    box.setWindowTitle(ToWindow(message.title.empty() ? app::ProgramTitle() : message.title));
     box.setTextFormat(Qt::PlainText);
     box.setText(ToWindow(message.text));
     box.setIcon(IconFor(message.flags));
@@ -69,25 +69,25 @@ class PlainPointer {
 
 } // namespace
 
-int MessageBoxes::Show(const Message& message) {
+int MessageBoxes::Show(const app::Message& message) {
     const PlainPointer pointer;
     QMessageBox box(QApplication::activeWindow());
     Prepare(box, message);
-    if (message.flags != kMessageQuestion) {
+    if (message.flags != app::kMessageQuestion) {
         box.setStandardButtons(QMessageBox::Ok);
         SetCaption(box.button(QMessageBox::Ok), kOkCaption);
         box.exec();
-        return kAnswerOk;
+        return app::kAnswerOk;
     }
     box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
     SetCaption(box.button(QMessageBox::Yes), kYesCaption);
     SetCaption(box.button(QMessageBox::No), kNoCaption);
     box.setDefaultButton(QMessageBox::Yes);
     box.setEscapeButton(QMessageBox::No);
-    return box.exec() == QMessageBox::Yes ? kAnswerYes : kAnswerNo;
+    return box.exec() == QMessageBox::Yes ? app::kAnswerYes : app::kAnswerNo;
 }
 
-bool MessageBoxes::ShowOfferingRest(const Message& message) {
+bool MessageBoxes::ShowOfferingRest(const app::Message& message) {
     const PlainPointer pointer;
     QMessageBox box(QApplication::activeWindow());
     Prepare(box, message);
@@ -105,7 +105,7 @@ std::optional<std::string> MessageBoxes::Ask(const std::string& prompt, const st
                                              bool hidden) {
     const PlainPointer pointer;
     InputBox box(QApplication::activeWindow());
-    box.setWindowTitle(ToWindow(caption.empty() ? ProgramTitle() : caption));
+    box.setWindowTitle(ToWindow(caption.empty() ? app::ProgramTitle() : caption));
     box.SetPrompt(ToWindow(prompt));
     box.SetHidden(hidden);
     if (box.exec() != QDialog::Accepted)
@@ -113,4 +113,4 @@ std::optional<std::string> MessageBoxes::Ask(const std::string& prompt, const st
     return FromWindow(box.Text());
 }
 
-} // namespace app
+} // namespace ui

@@ -2,16 +2,16 @@
 
 #include "app/Messages.h"
 
-namespace app {
+namespace ui {
 
 /// The message door of the windows: message boxes and prompts of the platform's look, modal over the active
 /// window.
-class MessageBoxes : public MessageDoor {
+class MessageBoxes : public app::MessageDoor {
   public:
-    int Show(const Message& message) override;
-    bool ShowOfferingRest(const Message& message) override;
+    int Show(const app::Message& message) override;
+    bool ShowOfferingRest(const app::Message& message) override;
     std::optional<std::string> Ask(const std::string& prompt, const std::string& caption,
                                    bool hidden) override;
 };
 
-} // namespace app
+} // namespace ui

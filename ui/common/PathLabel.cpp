@@ -5,7 +5,7 @@
 #include <QPainter>
 #include <QStyle>
 
-namespace app {
+namespace ui {
 
 PathLabel::PathLabel(QWidget* parent) : QLabel(parent) {
     setTextFormat(Qt::PlainText);
@@ -26,4 +26,4 @@ void PathLabel::paintEvent(QPaintEvent*) {
                           palette(), isEnabled(), drawn, foregroundRole());
 }
 
-} // namespace app
+} // namespace ui

@@ -2,7 +2,7 @@
 
 #include <QLabel>
 
-namespace app {
+namespace ui {
 
 /// A label that cuts a long path in the middle instead of asking for more room; the whole text is its tool
 /// tip.
@@ -18,4 +18,4 @@ class PathLabel : public QLabel {
     void paintEvent(QPaintEvent* event) override;
 };
 
-} // namespace app
+} // namespace ui

@@ -8,7 +8,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-namespace platform {
+namespace ui {
 namespace {
 
 constexpr std::uint32_t kStopCaption = 642;
@@ -75,4 +75,4 @@ void ProgressWindow::reject() {
     figures_->setText(Text(kStoppingText));
 }
 
-} // namespace platform
+} // namespace ui

@@ -6,7 +6,7 @@ class QLabel;
 class QProgressBar;
 class QPushButton;
 
-namespace platform {
+namespace ui {
 
 /// Tells how far work on files has come, and takes the wish to stop it. Modal to the whole program.
 class ProgressWindow : public QDialog {
@@ -34,4 +34,4 @@ class ProgressWindow : public QDialog {
     bool isStopped_ = false;
 };
 
-} // namespace platform
+} // namespace ui

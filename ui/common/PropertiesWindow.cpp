@@ -15,7 +15,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-namespace platform {
+namespace ui {
 namespace {
 
 constexpr std::uint32_t kPropertiesText = 103;
@@ -53,8 +53,9 @@ QString SizeText(std::uint64_t bytes) {
                : locale.formattedDataSize(static_cast<qint64>(bytes)) + QLatin1String(" (") + exact + u')';
 }
 
-QString ModifiedText(FileTime lastWrite) {
-    const SystemTime time = FileTimeToSystemTime(FileTimeToLocalFileTime(lastWrite));
+QString ModifiedText(platform::FileTime lastWrite) {
+    const platform::SystemTime time =
+        platform::FileTimeToSystemTime(platform::FileTimeToLocalFileTime(lastWrite));
     return QLocale().toString(
         QDateTime(QDate(time.year, time.month, time.day), QTime(time.hour, time.minute, time.second)),
         QLocale::LongFormat);
@@ -62,9 +63,9 @@ QString ModifiedText(FileTime lastWrite) {
 
 QString AttributesText(std::uint32_t attributes) {
     QStringList words;
-    if ((attributes & kAttributeReadOnly) != 0)
+    if ((attributes & platform::kAttributeReadOnly) != 0)
         words << Text(kReadOnlyText);
-    if ((attributes & kAttributeHidden) != 0)
+    if ((attributes & platform::kAttributeHidden) != 0)
         words << Text(kHiddenText);
     return words.isEmpty() ? QStringLiteral("–") : words.join(QLatin1String(", "));
 }
@@ -81,9 +82,9 @@ PropertiesWindow::PropertiesWindow(const std::string& path, QWidget* parent)
       path_(path.size() > kDriveRootLength && path.ends_with('\\') ? path.substr(0, path.size() - 1) : path),
       rows_(new QFormLayout), count_(path_) {
     const bool isRoot = path_.size() <= kDriveRootLength;
-    const std::string name(isRoot ? path_ : LastComponent(path_));
-    const std::uint32_t attributes = GetFileAttributes(path_).value_or(0);
-    const bool isFolder = (attributes & kAttributeDirectory) != 0;
+    const std::string name(isRoot ? path_ : base::LastComponent(path_));
+    const std::uint32_t attributes = platform::GetFileAttributes(path_).value_or(0);
+    const bool isFolder = (attributes & platform::kAttributeDirectory) != 0;
     setObjectName(QStringLiteral("properties"));
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(Text(kPropertiesText) + QLatin1String(": ") + QString::fromStdString(name));
@@ -96,13 +97,13 @@ PropertiesWindow::PropertiesWindow(const std::string& path, QWidget* parent)
     AddHeading(QString::fromStdString(name), FileIcon(path_, isFolder), type);
     AddRow(kTypeText, type, "type");
     if (!isRoot)
-        AddRow(kLocationText, QString::fromStdString(std::string(FolderOf(path_))), "location");
+        AddRow(kLocationText, QString::fromStdString(std::string(base::FolderOf(path_))), "location");
     size_ = AddRow(kSizeText, {}, "size");
     if (isFolder)
         content_ = AddRow(kContentText, {}, "content");
     if (isRoot)
         AddDriveSpace();
-    if (const auto entry = FindEntry(path_))
+    if (const auto entry = platform::FindEntry(path_))
         AddRow(kModifiedText, ModifiedText(entry->lastWrite), "modified");
     AddRow(kAttributesText, AttributesText(attributes), "attributes");
     rows_->setHorizontalSpacing(kMargin);
@@ -151,7 +152,7 @@ QLabel* PropertiesWindow::AddRow(std::uint32_t captionId, const QString& value, 
 }
 
 void PropertiesWindow::AddDriveSpace() {
-    const auto space = GetDriveSpace(path_.substr(0, 1) + ":\\");
+    const auto space = platform::GetDriveSpace(path_.substr(0, 1) + ":\\");
     if (!space)
         return;
     const std::uint64_t cluster = std::uint64_t{space->sectorsPerCluster} * space->bytesPerSector;
@@ -187,4 +188,4 @@ void PropertiesWindow::ShowCounts(bool isComplete) {
         more);
 }
 
-} // namespace platform
+} // namespace ui

@@ -8,7 +8,7 @@
 class QFormLayout;
 class QLabel;
 
-namespace platform {
+namespace ui {
 
 /// What the system knows of a file, folder or drive. A folder's content is counted while the window stands.
 class PropertiesWindow : public QDialog {
@@ -29,8 +29,8 @@ class PropertiesWindow : public QDialog {
     QFormLayout* rows_;
     QLabel* size_ = nullptr;
     QLabel* content_ = nullptr;
-    TreeSize count_;
+    platform::TreeSize count_;
     QTimer counting_;
 };
 
-} // namespace platform
+} // namespace ui

@@ -13,7 +13,7 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
-namespace app {
+namespace ui {
 
 namespace {
 
@@ -104,4 +104,4 @@ bool frmMessage::event(QEvent* event) {
     return handled;
 }
 
-} // namespace app
+} // namespace ui

@@ -8,7 +8,7 @@ class QLabel;
 class QPushButton;
 class QTreeWidget;
 
-namespace app {
+namespace ui {
 
 /// The report window: a status, a message, and a numbered list of file paths. While it is open it stays above
 /// all other windows.
@@ -38,4 +38,4 @@ class frmMessage : public QDialog {
     QPushButton* cmdOk_;
 };
 
-} // namespace app
+} // namespace ui

@@ -8,7 +8,7 @@
 #include <QPainter>
 #include <QStyleOption>
 
-namespace app {
+namespace ui {
 
 namespace {
 
@@ -110,4 +110,4 @@ QPixmap RoomyStyle::generatedIconPixmap(QIcon::Mode mode, const QPixmap& pixmap,
     return mode == QIcon::Selected ? pixmap : QProxyStyle::generatedIconPixmap(mode, pixmap, option);
 }
 
-} // namespace app
+} // namespace ui

@@ -2,7 +2,7 @@
 
 #include <QProxyStyle>
 
-namespace app {
+namespace ui {
 
 /// The Fusion style with more room in lists and headers, and with icons that keep their colours when
 /// selected.
@@ -24,4 +24,4 @@ class RoomyStyle : public QProxyStyle {
                                 const QStyleOption* option) const override;
 };
 
-} // namespace app
+} // namespace ui

@@ -8,7 +8,7 @@
 
 #include <optional>
 
-namespace platform {
+namespace ui {
 namespace {
 
 constexpr std::uint32_t kErrorTitle = 301;
@@ -31,14 +31,14 @@ bool ShellCopy(const std::string& from, const std::string& toFolder) {
     FileWork& work = *FileWork::Current();
     if (work.WasStopped())
         return false;
-    if (IsWithin(source, toFolder)) {
+    if (platform::IsWithin(source, toFolder)) {
         work.FailedBecause(source, app::LoadText(kIntoItselfText));
         return false;
     }
     const ShellAnswer answer = AskShell(ShellWork::kCopy, source, toFolder);
     if (answer != ShellAnswer::kNotTaken)
         return work.HasTaken(answer);
-    return CopyTree(source, toFolder, work) == FileOutcome::kDone;
+    return platform::CopyTree(source, toFolder, work) == platform::FileOutcome::kDone;
 }
 
 bool ShellRename(const std::string& from, const std::string& to) {
@@ -46,7 +46,7 @@ bool ShellRename(const std::string& from, const std::string& to) {
     const ShellAnswer answer = AskShell(ShellWork::kRename, source, to);
     if (answer != ShellAnswer::kNotTaken)
         return answer == ShellAnswer::kDone;
-    const SystemError error = RenameEntry(source, to);
+    const base::SystemError error = platform::RenameEntry(source, to);
     if (!error)
         return true;
     app::Messages().Show({kNotRenamedText,
@@ -55,4 +55,4 @@ bool ShellRename(const std::string& from, const std::string& to) {
     return false;
 }
 
-} // namespace platform
+} // namespace ui

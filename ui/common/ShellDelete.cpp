@@ -9,7 +9,7 @@
 #include <optional>
 #include <string_view>
 
-namespace platform {
+namespace ui {
 namespace {
 
 // A path to something inside a drive, walked downwards only. What deletes must be sure of its place.
@@ -29,8 +29,8 @@ bool IsInsideDrive(std::string_view path) {
 } // namespace
 
 bool IsFolder(const std::string& path) {
-    const auto attributes = GetFileAttributes(path);
-    return attributes && (*attributes & kAttributeDirectory) != 0;
+    const auto attributes = platform::GetFileAttributes(path);
+    return attributes && (*attributes & platform::kAttributeDirectory) != 0;
 }
 
 bool ShellDelete(const std::string& path) {
@@ -43,17 +43,17 @@ bool ShellDelete(const std::string& path) {
     if (work.WasStopped())
         return false;
     if (!IsInsideDrive(bare)) {
-        work.Failed(path, {kErrorAccessDenied});
+        work.Failed(path, {base::kErrorAccessDenied});
         return false;
     }
     const ShellAnswer answer = AskShell(ShellWork::kDelete, bare);
     if (answer != ShellAnswer::kNotTaken)
         return work.HasTaken(answer);
-    return DeleteTree(bare, work) == FileOutcome::kDone;
+    return platform::DeleteTree(bare, work) == platform::FileOutcome::kDone;
 }
 
 bool ShellDeleteFolder(const std::string& path) {
     return ShellDelete(path.ends_with('\\') ? path.substr(0, path.size() - 1) : path);
 }
 
-} // namespace platform
+} // namespace ui

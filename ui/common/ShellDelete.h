@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace platform {
+namespace ui {
 
 /// Whether an existing folder stands at `path`.
 bool IsFolder(const std::string& path);
@@ -15,4 +15,4 @@ bool ShellDelete(const std::string& path);
 /// The same for a folder that may have a last backslash.
 bool ShellDeleteFolder(const std::string& path);
 
-} // namespace platform
+} // namespace ui

@@ -6,7 +6,7 @@
 
 #include <utility>
 
-namespace platform {
+namespace ui {
 namespace {
 
 constexpr int kShown = 42;
@@ -15,7 +15,7 @@ constexpr int kNotFound = 2;
 class DesktopViewer : public PropertiesViewer {
   public:
     int Show(const std::string& path, QWidget* ownerWindow) override {
-        if (!GetFileAttributes(path))
+        if (!platform::GetFileAttributes(path))
             return kNotFound;
         if (!ShellShowsProperties(path, ownerWindow))
             (new PropertiesWindow(path, ownerWindow))->show();
@@ -36,4 +36,4 @@ int ShowProperties(const std::string& path, QWidget* ownerWindow) {
     return viewerInUse->Show(path, ownerWindow);
 }
 
-} // namespace platform
+} // namespace ui

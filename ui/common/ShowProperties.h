@@ -4,7 +4,7 @@
 
 class QWidget;
 
-namespace platform {
+namespace ui {
 
 /// Shows what the system knows of a file or folder. One stands behind ShowProperties at a time: the desktop,
 /// or one that records (tests).
@@ -24,4 +24,4 @@ PropertiesViewer* SetPropertiesViewer(PropertiesViewer* viewer);
 /// else in our own.
 int ShowProperties(const std::string& path, QWidget* ownerWindow);
 
-} // namespace platform
+} // namespace ui

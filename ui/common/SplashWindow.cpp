@@ -17,7 +17,7 @@
 
 #include <chrono>
 
-namespace app {
+namespace ui {
 
 namespace {
 
@@ -73,8 +73,8 @@ frmprogress::frmprogress()
 
 void frmprogress::ApplyTexts() {
     setWindowTitle(WindowText(kTitleText));
-    title_->setText(ToWindow(ProgramTitle()));
-    caption_->setText(ToWindow(WithUserName(LoadText(kCaptionText))));
+    title_->setText(ToWindow(app::ProgramTitle()));
+    caption_->setText(ToWindow(app::WithUserName(app::LoadText(kCaptionText))));
     setAccessibleName(windowTitle());
     ApplyFonts(this);
 }
@@ -94,4 +94,4 @@ void frmprogress::ShowNow() {
     YieldNow();
 }
 
-} // namespace app
+} // namespace ui

@@ -4,7 +4,7 @@
 
 class QLabel;
 
-namespace app {
+namespace ui {
 
 /// The splash window that stands while start-up finishes.
 class frmprogress : public QFrame {
@@ -23,4 +23,4 @@ class frmprogress : public QFrame {
     QLabel* caption_;
 };
 
-} // namespace app
+} // namespace ui

@@ -4,7 +4,7 @@
 
 #include <QAbstractButton>
 
-namespace app {
+namespace ui {
 
 QString ToWindow(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
@@ -15,11 +15,11 @@ std::string FromWindow(const QString& text) {
 }
 
 QString WindowText(std::uint32_t id) {
-    return ToWindow(LoadText(id));
+    return ToWindow(app::LoadText(id));
 }
 
 QString ExtraWindowText(std::uint32_t id) {
-    return ToWindow(LoadExtraText(id));
+    return ToWindow(app::LoadExtraText(id));
 }
 
 QString KeptInOrder(const QString& text) {
@@ -40,4 +40,4 @@ void SetCaption(QAbstractButton* button, std::uint32_t id) {
         button->setText(caption);
 }
 
-} // namespace app
+} // namespace ui

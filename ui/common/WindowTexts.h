@@ -8,7 +8,7 @@
 
 class QAbstractButton;
 
-namespace app {
+namespace ui {
 
 /// Text of the layers below the windows as a window shows it, and back.
 QString ToWindow(std::string_view text);
@@ -36,4 +36,4 @@ void SetCaption(QAbstractButton* button, std::uint32_t id);
 /// letter.
 QString PlainCaption(QString caption);
 
-} // namespace app
+} // namespace ui

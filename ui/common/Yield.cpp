@@ -4,7 +4,7 @@
 #include <QElapsedTimer>
 #include <QScopedValueRollback>
 
-namespace app {
+namespace ui {
 
 namespace {
 
@@ -32,4 +32,4 @@ void Yield() {
         YieldNow();
 }
 
-} // namespace app
+} // namespace ui

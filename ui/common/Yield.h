@@ -1,6 +1,6 @@
 #pragma once
 
-namespace app {
+namespace ui {
 
 /// Lets pending window messages run, as long work does after each of its items. It may be called for every
 /// item: it does something only when 8 milliseconds have passed since the last time. Handlers that run
@@ -12,4 +12,4 @@ void Yield();
 /// been shown).
 void YieldNow();
 
-} // namespace app
+} // namespace ui

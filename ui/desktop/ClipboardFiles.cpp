@@ -9,7 +9,7 @@
 
 #include <utility>
 
-namespace platform {
+namespace ui {
 namespace {
 
 // What the file managers of the desktops exchange.
@@ -26,7 +26,7 @@ ClipboardStore& Store() {
 QByteArray Joined(const std::vector<std::string>& paths, const QByteArray& before, const QByteArray& after) {
     QByteArray text;
     for (const std::string& path : paths)
-        text += before + UriOfHostPath(HostPathOf(path)) + after;
+        text += before + UriOfHostPath(platform::HostPathOf(path)) + after;
     return text;
 }
 
@@ -36,7 +36,7 @@ std::vector<std::string> PathsOf(const QByteArray& uris) {
         const QUrl url = QUrl::fromEncoded(line.trimmed());
         if (!url.isLocalFile())
             continue;
-        std::string path = PathFromHost(HostPathOfUri(url));
+        std::string path = platform::PathFromHost(HostPathOfUri(url));
         if (!path.empty())
             paths.push_back(std::move(path));
     }
@@ -55,7 +55,8 @@ ClipboardStore* SetClipboardStore(ClipboardStore* store) {
 
 bool ClipboardCopyFiles(const std::vector<std::string>& paths) {
     auto* data = new QMimeData;
-    data->setData(QLatin1String(kDropFilesMimeType), QByteArray::fromStdString(BuildDropFiles(paths)));
+    data->setData(QLatin1String(kDropFilesMimeType),
+                  QByteArray::fromStdString(platform::BuildDropFiles(paths)));
     data->setData(QLatin1String(kUriList), Joined(paths, "", "\r\n"));
     data->setData(QLatin1String(kGnomeList), "copy" + Joined(paths, "\n", ""));
     data->setData(QLatin1String(kKdeCut), "0");
@@ -68,8 +69,8 @@ std::vector<std::string> ClipboardGetFiles() {
         return {};
     if (Has(*data, kDropFilesMimeType)) {
         const QByteArray block = data->data(QLatin1String(kDropFilesMimeType));
-        return ParseDropFiles({reinterpret_cast<const std::uint8_t*>(block.constData()),
-                               static_cast<std::size_t>(block.size())});
+        return platform::ParseDropFiles({reinterpret_cast<const std::uint8_t*>(block.constData()),
+                                         static_cast<std::size_t>(block.size())});
     }
     if (Has(*data, kUriList))
         return PathsOf(data->data(QLatin1String(kUriList)));
@@ -83,4 +84,4 @@ bool ClipboardHoldsFiles() {
            (Has(*data, kDropFilesMimeType) || Has(*data, kUriList) || Has(*data, kGnomeList));
 }
 
-} // namespace platform
+} // namespace ui

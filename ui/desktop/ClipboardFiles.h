@@ -5,7 +5,7 @@
 
 class QMimeData;
 
-namespace platform {
+namespace ui {
 
 /// Where what is on the clipboard lies. One stands behind the functions below at a time: the desktop's
 /// clipboard, or one of a test.
@@ -34,4 +34,4 @@ bool ClipboardHoldsFiles();
 /// The form in which the list travels between copies of this program (DropFiles.h).
 inline constexpr char kDropFilesMimeType[] = "application/x-pellarion-drop-files";
 
-} // namespace platform
+} // namespace ui

@@ -4,7 +4,7 @@
 
 #include <utility>
 
-namespace platform {
+namespace ui {
 namespace {
 
 class DesktopOpener : public DocumentOpener {
@@ -31,4 +31,4 @@ int OpenDocumentLower(const std::string& file, const std::string& parameters) {
     return openerInUse->Open(file, parameters, "open");
 }
 
-} // namespace platform
+} // namespace ui

@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace platform {
+namespace ui {
 
 /// Starts the program that the desktop keeps for a document. One stands behind OpenDocument at a time: the
 /// desktop, or one that records (tests).
@@ -24,4 +24,4 @@ int OpenDocument(const std::string& file, const std::string& parameters = {});
 /// The same with the verb "open".
 int OpenDocumentLower(const std::string& file, const std::string& parameters = {});
 
-} // namespace platform
+} // namespace ui

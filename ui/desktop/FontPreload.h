@@ -2,7 +2,7 @@
 
 #include <thread>
 
-namespace platform {
+namespace ui {
 
 /// Reads the system's font configuration while the program connects to its display. To be made before the
 /// application object and to live until that is complete; its end waits for the reading to be done.
@@ -17,4 +17,4 @@ class FontPreload {
     std::thread reader_;
 };
 
-} // namespace platform
+} // namespace ui

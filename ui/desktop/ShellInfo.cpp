@@ -13,7 +13,7 @@
 #include <unordered_map>
 #include <utility>
 
-namespace platform {
+namespace ui {
 namespace {
 
 IconSource iconSource = nullptr;
@@ -29,7 +29,7 @@ std::string ExtensionOf(std::string_view path) {
     const std::size_t dot = path.find_last_of(".\\/");
     if (dot == std::string_view::npos || path[dot] != '.')
         return {};
-    return ToLower(path.substr(dot + 1));
+    return base::ToLower(path.substr(dot + 1));
 }
 
 // Keys of the icons that do not go by extension; no extension holds such a character.
@@ -120,7 +120,7 @@ std::string FileTypeName(const std::string& extension) {
     if (!key.empty()) {
         name = ShellTypeName(key);
         if (name.empty())
-            name = ToUpper(key) + " File";
+            name = base::ToUpper(key) + " File";
     }
     return names.emplace(std::move(key), std::move(name)).first->second;
 }
@@ -130,4 +130,4 @@ void SetIconSource(IconSource source) {
     FileIcons().clear();
 }
 
-} // namespace platform
+} // namespace ui

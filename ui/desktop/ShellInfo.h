@@ -4,7 +4,7 @@
 
 #include <string>
 
-namespace platform {
+namespace ui {
 
 /// Icon of a file or folder in the file list. Folders, drives and archives look as they do in the rest of
 /// the program; other files take the desktop theme's icon, else one of ours. Goes by the extension alone and
@@ -22,4 +22,4 @@ using IconSource = QIcon (*)(const char* name);
 /// remembered.
 void SetIconSource(IconSource source);
 
-} // namespace platform
+} // namespace ui

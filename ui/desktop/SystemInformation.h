@@ -1,8 +1,8 @@
 #pragma once
 
-namespace platform {
+namespace ui {
 
 /// Starts the program with which the system tells about itself; false when there is none.
 bool StartSystemInformation();
 
-} // namespace platform
+} // namespace ui

@@ -9,7 +9,7 @@
 
 class QWidget;
 
-namespace platform {
+namespace ui {
 
 // What the system's own shell does behind the services of this folder: one implementation for the free
 // desktops, one for Windows.
@@ -50,4 +50,4 @@ QIcon ShellIcon(const std::string& extension);
 /// The system's description of such files; empty when it has none.
 std::string ShellTypeName(const std::string& extension);
 
-} // namespace platform
+} // namespace ui

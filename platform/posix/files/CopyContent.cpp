@@ -22,9 +22,9 @@ CopyResult ReadAndWrite(const HostFile& from, const HostFile& to,
     std::vector<std::uint8_t> block(kStep);
     std::size_t count = block.size();
     while (count == block.size()) {
-        if (const SystemError error = ReadFully(from, block, count))
+        if (const base::SystemError error = ReadFully(from, block, count))
             return {error};
-        if (const SystemError error = WriteFully(to, {block.data(), count}))
+        if (const base::SystemError error = WriteFully(to, {block.data(), count}))
             return {error};
         if (!goOn(count))
             return {{}, true};

@@ -9,7 +9,7 @@ namespace platform {
 
 /// How copying a file's bytes ended.
 struct CopyResult {
-    SystemError error;
+    base::SystemError error;
     bool wasStopped = false;
 };
 

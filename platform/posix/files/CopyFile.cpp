@@ -19,20 +19,20 @@ bool IsSameFile(const struct stat& status, const std::string& hostPath) {
 
 } // namespace
 
-SystemError CopyFile(const std::string& from, const std::string& to) {
+base::SystemError CopyFile(const std::string& from, const std::string& to) {
     const std::string source = HostPathOf(from);
     const std::string target = HostPathOf(to);
     if (source.empty() || target.empty())
-        return {kErrorPathNotFound};
+        return {base::kErrorPathNotFound};
 
     struct stat status {};
 
-    SystemError error;
+    base::SystemError error;
     const HostFile file = OpenForReading(source, status, error);
     if (error)
         return error;
     if (IsSameFile(status, target))
-        return {kErrorSharingViolation};
+        return {base::kErrorSharingViolation};
     Replacement replacement(target);
     if (replacement.Error())
         return replacement.Error();

@@ -74,7 +74,7 @@ class CopyEnd {
 class TreeCopy {
   public:
     TreeCopy(FileOperationObserver& observer, const Place& from, const Place& toFolder)
-        : work_(observer), ends_{CopyEnd({ParentOf(from.host), std::string(FolderOf(from.path))}),
+        : work_(observer), ends_{CopyEnd({ParentOf(from.host), std::string(base::FolderOf(from.path))}),
                                  CopyEnd(toFolder)} {}
 
     FileOutcome Run(const Place& from, const Place& to) {
@@ -89,12 +89,12 @@ class TreeCopy {
         return work_.Proceed(place.path, entries, bytes);
     }
 
-    void Fail(const Place& place, SystemError error) {
+    void Fail(const Place& place, base::SystemError error) {
         const auto* gone = std::ranges::find_if(ends_, &CopyEnd::IsGone);
         const bool isGone = gone != std::end(ends_);
         isHopeless_ = isHopeless_ || isGone || TreeWork::IsHopeless(error);
         if (isGone)
-            work_.Fail(gone->Path(), {kErrorNotReady});
+            work_.Fail(gone->Path(), {base::kErrorNotReady});
         else
             work_.Fail(place.path, error);
     }
@@ -118,10 +118,10 @@ class TreeCopy {
         if (before && Identity(*before) == Identity(status))
             return;
         if (before && S_ISDIR(before->st_mode)) {
-            Fail(to, {kErrorAlreadyExists});
+            Fail(to, {base::kErrorAlreadyExists});
             return;
         }
-        SystemError error;
+        base::SystemError error;
 
         struct stat opened {};
 
@@ -144,7 +144,7 @@ class TreeCopy {
         if (!error) {
             KeepAttributes(target.File(), opened);
             // Before they take the place of others, the bytes are on the medium.
-            error = before ? target.Sync() : SystemError{};
+            error = before ? target.Sync() : base::SystemError{};
         }
         if (!error)
             error = target.File().Close();
@@ -165,14 +165,14 @@ class TreeCopy {
 
     void CopyFolder(const Place& from, const Place& to, const struct stat& status) {
         if (std::ranges::find(open_, Identity(status)) != open_.end()) {
-            Fail(from, {kErrorBadPathName});
+            Fail(from, {base::kErrorBadPathName});
             return;
         }
         const auto before = StatusOf(to.host);
         if (before && Identity(*before) == Identity(status))
             return;
         if (before && !S_ISDIR(before->st_mode)) {
-            Fail(to, {kErrorAlreadyExists});
+            Fail(to, {base::kErrorAlreadyExists});
             return;
         }
         if (!before && ::mkdir(to.host.c_str(), S_IRWXU) != 0) {
@@ -193,7 +193,7 @@ class TreeCopy {
 
     void CopyEntries(const Place& from, const Place& to) {
         std::vector<std::string> names;
-        if (const SystemError error = NamesAt(from.host, names)) {
+        if (const base::SystemError error = NamesAt(from.host, names)) {
             Fail(from, error);
             return;
         }
@@ -204,7 +204,7 @@ class TreeCopy {
         }
     }
 
-    static SystemError NamesAt(const std::string& hostFolder, std::vector<std::string>& names) {
+    static base::SystemError NamesAt(const std::string& hostFolder, std::vector<std::string>& names) {
         const HostFile folder(::open(hostFolder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
         return folder.IsOpen() ? NamesIn(folder.Descriptor(), names) : ErrorForPath(errno, hostFolder);
     }
@@ -221,7 +221,7 @@ FileOutcome CopyTree(const std::string& from, const std::string& toFolder, FileO
     const Place source{HostPathOf(from), from};
     const Place folder{HostPathOf(toFolder), toFolder};
     if (source.host.empty() || source.host == "/" || folder.host.empty()) {
-        observer.Failed(source.host.empty() ? from : toFolder, {kErrorPathNotFound});
+        observer.Failed(source.host.empty() ? from : toFolder, {base::kErrorPathNotFound});
         return FileOutcome::kFailed;
     }
     const std::string name = source.host.substr(source.host.find_last_of('/') + 1);

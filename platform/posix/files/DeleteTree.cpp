@@ -74,7 +74,7 @@ class TreeDeletion {
     void DeleteEntries(int folder, const std::string& path) {
         // Listed to the end first: deleting while listing may pass entries over.
         std::vector<std::string> names;
-        if (const SystemError error = NamesIn(folder, names)) {
+        if (const base::SystemError error = NamesIn(folder, names)) {
             work_.Fail(path, error);
             return;
         }
@@ -94,7 +94,7 @@ FileOutcome DeleteTree(const std::string& path, FileOperationObserver& observer)
     const std::string host = HostPathOf(path);
     const std::string name = host.substr(host.find_last_of('/') + 1);
     if (name.empty()) {
-        observer.Failed(path, {kErrorPathNotFound});
+        observer.Failed(path, {base::kErrorPathNotFound});
         return FileOutcome::kFailed;
     }
     const HostFile folder(::open(ParentOf(host).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));

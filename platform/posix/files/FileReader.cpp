@@ -48,10 +48,10 @@ class HostFileReader final : public FileReader {
 
 } // namespace
 
-std::unique_ptr<FileReader> FileReader::Open(const std::string& path, SystemError& error) {
+std::unique_ptr<FileReader> FileReader::Open(const std::string& path, base::SystemError& error) {
     std::string host = HostPathOf(path);
     if (host.empty()) {
-        error = {kErrorPathNotFound};
+        error = {base::kErrorPathNotFound};
         return nullptr;
     }
 

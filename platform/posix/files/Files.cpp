@@ -18,7 +18,7 @@
 namespace platform {
 namespace {
 
-constexpr SystemError kNoSuchPath{kErrorPathNotFound};
+constexpr base::SystemError kNoSuchPath{base::kErrorPathNotFound};
 
 std::span<const std::uint8_t> BytesOf(std::span<const char> content) {
     return {reinterpret_cast<const std::uint8_t*>(content.data()), content.size()};
@@ -49,7 +49,7 @@ std::optional<std::uint32_t> GetFileAttributes(const std::string& path) {
     return AttributesOf(status, IsDriveRoot(host) ? "" : LastName(host));
 }
 
-SystemError CreateFolder(const std::string& path) {
+base::SystemError CreateFolder(const std::string& path) {
     const std::string host = HostPathOf(path);
     if (host.empty())
         return kNoSuchPath;
@@ -58,10 +58,10 @@ SystemError CreateFolder(const std::string& path) {
         std::error_code ignored;
         std::filesystem::create_directories(ParentOf(host), ignored);
     }
-    return ::mkdir(host.c_str(), 0777) == 0 ? SystemError{} : ErrorForPath(errno, host, Access::kWrite);
+    return ::mkdir(host.c_str(), 0777) == 0 ? base::SystemError{} : ErrorForPath(errno, host, Access::kWrite);
 }
 
-SystemError DeleteFile(const std::string& path) {
+base::SystemError DeleteFile(const std::string& path) {
     const std::string host = HostPathOf(path);
     if (host.empty())
         return kNoSuchPath;
@@ -71,12 +71,12 @@ SystemError DeleteFile(const std::string& path) {
     if (::lstat(host.c_str(), &status) != 0)
         return ErrorForPath(errno, host, Access::kWrite);
     if (IsProtected(status))
-        return {kErrorAccessDenied};
-    return ::unlink(host.c_str()) == 0 ? SystemError{} : ErrorForPath(errno, host, Access::kWrite);
+        return {base::kErrorAccessDenied};
+    return ::unlink(host.c_str()) == 0 ? base::SystemError{} : ErrorForPath(errno, host, Access::kWrite);
 }
 
 std::optional<std::string> ReadWholeFile(const std::string& path, std::uint64_t maxBytes,
-                                         SystemError& error) {
+                                         base::SystemError& error) {
     const std::string host = HostPathOf(path);
     error = kNoSuchPath;
     if (host.empty())
@@ -88,7 +88,7 @@ std::optional<std::string> ReadWholeFile(const std::string& path, std::uint64_t 
     if (error)
         return std::nullopt;
     if (static_cast<std::uint64_t>(status.st_size) > maxBytes) {
-        error = {kErrorInvalidData};
+        error = {base::kErrorInvalidData};
         return std::nullopt;
     }
     std::string content(static_cast<std::size_t>(status.st_size), '\0');
@@ -100,29 +100,30 @@ std::optional<std::string> ReadWholeFile(const std::string& path, std::uint64_t 
     return content;
 }
 
-SystemError WriteWholeFile(const std::string& path, std::span<const char> content) {
+base::SystemError WriteWholeFile(const std::string& path, std::span<const char> content) {
     const std::string host = HostPathOf(path);
     if (host.empty())
         return kNoSuchPath;
     Replacement replacement(host);
     if (replacement.Error())
         return replacement.Error();
-    if (const SystemError error = WriteFully(replacement.File(), BytesOf(content)))
+    if (const base::SystemError error = WriteFully(replacement.File(), BytesOf(content)))
         return error;
     return replacement.Commit();
 }
 
-SystemError CreateNewFile(const std::string& path, std::span<const char> content) {
+base::SystemError CreateNewFile(const std::string& path, std::span<const char> content) {
     const std::string host = HostPathOf(path);
     if (host.empty())
         return kNoSuchPath;
     HostFile file(::open(host.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666));
     if (!file.IsOpen())
-        return errno == EEXIST ? SystemError{kErrorFileExists} : ErrorForPath(errno, host, Access::kWrite);
-    SystemError error = WriteFully(file, BytesOf(content));
+        return errno == EEXIST ? base::SystemError{base::kErrorFileExists}
+                               : ErrorForPath(errno, host, Access::kWrite);
+    base::SystemError error = WriteFully(file, BytesOf(content));
     if (!error && ::fsync(file.Descriptor()) != 0)
         error = ErrorFromErrno(errno, Access::kWrite);
-    const SystemError closing = file.Close();
+    const base::SystemError closing = file.Close();
     if (!error)
         error = closing;
     if (error)

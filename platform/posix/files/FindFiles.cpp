@@ -90,17 +90,17 @@ std::optional<FindData> FindEntry(const std::string& path) {
     return data;
 }
 
-std::unique_ptr<FindFiles> FindFiles::Start(const std::string& folder, SystemError& error) {
+std::unique_ptr<FindFiles> FindFiles::Start(const std::string& folder, base::SystemError& error) {
     const std::string host = HostPathOf(folder);
     if (host.empty()) {
-        error = {kErrorPathNotFound};
+        error = {base::kErrorPathNotFound};
         return nullptr;
     }
     DIR* listing = ::opendir(host.c_str());
     if (listing == nullptr) {
-        error = errno == ENOTDIR ? SystemError{kErrorFolderInvalid} : ErrorForPath(errno, host);
-        if (error.code == kErrorFileNotFound)
-            error = {kErrorPathNotFound};
+        error = errno == ENOTDIR ? base::SystemError{base::kErrorFolderInvalid} : ErrorForPath(errno, host);
+        if (error.code == base::kErrorFileNotFound)
+            error = {base::kErrorPathNotFound};
         return nullptr;
     }
     error = {};

@@ -7,64 +7,64 @@
 
 namespace platform {
 
-SystemError ErrorFromErrno(int number, Access access) {
+base::SystemError ErrorFromErrno(int number, Access access) {
     switch (number) {
     case 0:
         return {};
     case ENOENT:
-        return {kErrorFileNotFound};
+        return {base::kErrorFileNotFound};
     case ENOTDIR:
-        return {kErrorPathNotFound};
+        return {base::kErrorPathNotFound};
     case EACCES:
     case EPERM:
     case EISDIR:
-        return {kErrorAccessDenied};
+        return {base::kErrorAccessDenied};
     case EROFS:
-        return {kErrorWriteProtect};
+        return {base::kErrorWriteProtect};
     case ENOSPC:
     case EDQUOT:
-        return {kErrorDiskFull};
+        return {base::kErrorDiskFull};
     case EFBIG:
-        return {kErrorFileTooLarge};
+        return {base::kErrorFileTooLarge};
     case EEXIST:
-        return {kErrorAlreadyExists};
+        return {base::kErrorAlreadyExists};
     case ENOTEMPTY:
-        return {kErrorFolderNotEmpty};
+        return {base::kErrorFolderNotEmpty};
     case EMFILE:
     case ENFILE:
-        return {kErrorTooManyOpenFiles};
+        return {base::kErrorTooManyOpenFiles};
     case ENOMEM:
-        return {kErrorNotEnoughMemory};
+        return {base::kErrorNotEnoughMemory};
     case EXDEV:
-        return {kErrorNotSameDevice};
+        return {base::kErrorNotSameDevice};
     case ENAMETOOLONG:
-        return {kErrorNameTooLong};
+        return {base::kErrorNameTooLong};
     case EINVAL:
     case EILSEQ:
-        return {kErrorInvalidName};
+        return {base::kErrorInvalidName};
     case ELOOP:
-        return {kErrorBadPathName};
+        return {base::kErrorBadPathName};
     case EBUSY:
     case ETXTBSY:
     case EAGAIN:
-        return {kErrorSharingViolation};
+        return {base::kErrorSharingViolation};
     case ENODEV:
     case ENXIO:
     case ENOMEDIUM:
-        return {kErrorNotReady};
+        return {base::kErrorNotReady};
     case EIO:
-        return {access == Access::kWrite ? kErrorWriteFault : kErrorReadFault};
+        return {access == Access::kWrite ? base::kErrorWriteFault : base::kErrorReadFault};
     default:
-        return {kErrorGeneralFailure};
+        return {base::kErrorGeneralFailure};
     }
 }
 
-SystemError ErrorForPath(int number, const std::string& hostPath, Access access) {
+base::SystemError ErrorForPath(int number, const std::string& hostPath, Access access) {
     if (number == ENOENT) {
         struct stat status {};
 
         if (::stat(ParentOf(hostPath).c_str(), &status) != 0)
-            return {kErrorPathNotFound};
+            return {base::kErrorPathNotFound};
     }
     return ErrorFromErrno(number, access);
 }

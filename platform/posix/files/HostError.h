@@ -10,9 +10,9 @@ namespace platform {
 enum class Access { kRead, kWrite };
 
 /// The system error that stands for an `errno` value.
-SystemError ErrorFromErrno(int number, Access access = Access::kRead);
+base::SystemError ErrorFromErrno(int number, Access access = Access::kRead);
 
 /// The same for a failed operation on `hostPath`: a missing name is told apart from a missing folder.
-SystemError ErrorForPath(int number, const std::string& hostPath, Access access = Access::kRead);
+base::SystemError ErrorForPath(int number, const std::string& hostPath, Access access = Access::kRead);
 
 } // namespace platform

@@ -16,7 +16,7 @@ constexpr std::size_t kLargestTransfer = 0x4000'0000; // under the kernel's limi
 
 /// Calls `transfer(position, size)` until `size` bytes are done, it answers 0, or it fails.
 template <typename Transfer>
-SystemError TransferAll(std::size_t size, Access access, std::size_t& count, Transfer transfer) {
+base::SystemError TransferAll(std::size_t size, Access access, std::size_t& count, Transfer transfer) {
     count = 0;
     while (count < size) {
         const ssize_t done = transfer(count, std::min(size - count, kLargestTransfer));
@@ -32,45 +32,45 @@ SystemError TransferAll(std::size_t size, Access access, std::size_t& count, Tra
 }
 
 template <typename Transfer>
-SystemError WriteAll(std::size_t size, Transfer transfer) {
+base::SystemError WriteAll(std::size_t size, Transfer transfer) {
     std::size_t count = 0;
-    const SystemError error = TransferAll(size, Access::kWrite, count, transfer);
-    return !error && count < size ? SystemError{kErrorWriteFault} : error;
+    const base::SystemError error = TransferAll(size, Access::kWrite, count, transfer);
+    return !error && count < size ? base::SystemError{base::kErrorWriteFault} : error;
 }
 
 } // namespace
 
-SystemError HostFile::Close() {
+base::SystemError HostFile::Close() {
     if (descriptor_ < 0)
         return {};
     const int result = ::close(std::exchange(descriptor_, -1));
-    return result == 0 || errno == EINTR ? SystemError{} : ErrorFromErrno(errno, Access::kWrite);
+    return result == 0 || errno == EINTR ? base::SystemError{} : ErrorFromErrno(errno, Access::kWrite);
 }
 
-HostFile OpenForReading(const std::string& hostPath, struct stat& status, SystemError& error) {
+HostFile OpenForReading(const std::string& hostPath, struct stat& status, base::SystemError& error) {
     // Not blocking, so that a pipe without a writer is refused instead of waited for.
     HostFile file(::open(hostPath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (!file.IsOpen()) {
         // What has no device behind it is a socket: the medium itself is well.
-        error = errno == ENXIO ? SystemError{kErrorAccessDenied} : ErrorForPath(errno, hostPath);
+        error = errno == ENXIO ? base::SystemError{base::kErrorAccessDenied} : ErrorForPath(errno, hostPath);
         return {};
     }
     if (::fstat(file.Descriptor(), &status) != 0 || !S_ISREG(status.st_mode)) {
-        error = {kErrorAccessDenied};
+        error = {base::kErrorAccessDenied};
         return {};
     }
     error = {};
     return file;
 }
 
-SystemError ReadFully(const HostFile& file, std::span<std::uint8_t> buffer, std::size_t& count) {
+base::SystemError ReadFully(const HostFile& file, std::span<std::uint8_t> buffer, std::size_t& count) {
     return TransferAll(buffer.size(), Access::kRead, count, [&](std::size_t position, std::size_t size) {
         return ::read(file.Descriptor(), buffer.data() + position, size);
     });
 }
 
-SystemError ReadFullyAt(const HostFile& file, std::uint64_t offset, std::span<std::uint8_t> buffer,
-                        std::size_t& count) {
+base::SystemError ReadFullyAt(const HostFile& file, std::uint64_t offset, std::span<std::uint8_t> buffer,
+                              std::size_t& count) {
     count = 0;
     if (offset > static_cast<std::uint64_t>(std::numeric_limits<off_t>::max()) - buffer.size())
         return {};
@@ -80,13 +80,14 @@ SystemError ReadFullyAt(const HostFile& file, std::uint64_t offset, std::span<st
     });
 }
 
-SystemError WriteFully(const HostFile& file, std::span<const std::uint8_t> data) {
+base::SystemError WriteFully(const HostFile& file, std::span<const std::uint8_t> data) {
     return WriteAll(data.size(), [&](std::size_t position, std::size_t size) {
         return ::write(file.Descriptor(), data.data() + position, size);
     });
 }
 
-SystemError WriteFullyAt(const HostFile& file, std::uint64_t offset, std::span<const std::uint8_t> data) {
+base::SystemError WriteFullyAt(const HostFile& file, std::uint64_t offset,
+                               std::span<const std::uint8_t> data) {
     return WriteAll(data.size(), [&](std::size_t position, std::size_t size) {
         return ::pwrite(file.Descriptor(), data.data() + position, size,
                         static_cast<off_t>(offset + position));

@@ -32,7 +32,7 @@ class HostFile {
     int Descriptor() const { return descriptor_; }
 
     /// Closes now; answers what the host still had to report about writes.
-    SystemError Close();
+    base::SystemError Close();
 
   private:
     int descriptor_ = -1;
@@ -40,17 +40,18 @@ class HostFile {
 
 /// Opens a regular file for reading and answers its status. `error` is set, and the result not open, for
 /// anything else.
-HostFile OpenForReading(const std::string& hostPath, struct stat& status, SystemError& error);
+HostFile OpenForReading(const std::string& hostPath, struct stat& status, base::SystemError& error);
 
 /// Reads from the current position, or from `offset` where one is given, until `buffer` is full or the file
 /// ends. `count` answers how many bytes came, also after a failure.
-SystemError ReadFully(const HostFile& file, std::span<std::uint8_t> buffer, std::size_t& count);
-SystemError ReadFullyAt(const HostFile& file, std::uint64_t offset, std::span<std::uint8_t> buffer,
-                        std::size_t& count);
+base::SystemError ReadFully(const HostFile& file, std::span<std::uint8_t> buffer, std::size_t& count);
+base::SystemError ReadFullyAt(const HostFile& file, std::uint64_t offset, std::span<std::uint8_t> buffer,
+                              std::size_t& count);
 
 /// Writes all of `data` at the current position, or at `offset` where one is given.
-SystemError WriteFully(const HostFile& file, std::span<const std::uint8_t> data);
-SystemError WriteFullyAt(const HostFile& file, std::uint64_t offset, std::span<const std::uint8_t> data);
+base::SystemError WriteFully(const HostFile& file, std::span<const std::uint8_t> data);
+base::SystemError WriteFullyAt(const HostFile& file, std::uint64_t offset,
+                               std::span<const std::uint8_t> data);
 
 /// Content of a small file of the system's own; empty when it cannot be read.
 std::string ReadHostText(const std::string& hostPath);

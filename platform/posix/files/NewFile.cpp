@@ -18,13 +18,13 @@ static_assert(S_IRUSR >> kReadToRun == S_IXUSR && S_IROTH >> kReadToRun == S_IXO
 
 } // namespace
 
-std::unique_ptr<NewFile> NewFile::Start(int folder, std::string hostName, SystemError& error) {
+std::unique_ptr<NewFile> NewFile::Start(int folder, std::string hostName, base::SystemError& error) {
     std::unique_ptr<NewFile> file(new NewFile(folder, std::move(hostName)));
-    error = file->staged_.File().IsOpen() ? SystemError{} : ErrorFromErrno(errno, Access::kWrite);
+    error = file->staged_.File().IsOpen() ? base::SystemError{} : ErrorFromErrno(errno, Access::kWrite);
     return error ? nullptr : std::move(file);
 }
 
-SystemError NewFile::Write(std::span<const std::uint8_t> data) {
+base::SystemError NewFile::Write(std::span<const std::uint8_t> data) {
     return WriteFully(staged_.File(), data);
 }
 
@@ -43,20 +43,20 @@ void NewFile::ApplyTraits(const FileTraits& traits) const {
     }
 }
 
-SystemError NewFile::Replace() {
+base::SystemError NewFile::Replace() {
     struct stat status {};
 
     if (::fstatat(folder_, hostName_.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 && IsProtected(status))
-        return {kErrorAccessDenied};
+        return {base::kErrorAccessDenied};
     return staged_.TakeName(hostName_);
 }
 
-SystemError NewFile::Commit(const FileTraits& traits) {
+base::SystemError NewFile::Commit(const FileTraits& traits) {
     ApplyTraits(traits);
-    if (const SystemError error = staged_.File().Close())
+    if (const base::SystemError error = staged_.File().Close())
         return error;
     // Nearly always the name is free, and one call is enough.
-    return staged_.TakeName(hostName_, RENAME_NOREPLACE) ? Replace() : SystemError{};
+    return staged_.TakeName(hostName_, RENAME_NOREPLACE) ? Replace() : base::SystemError{};
 }
 
 } // namespace platform

@@ -13,10 +13,10 @@ namespace platform {
 class NewFile final : public OutputFile {
   public:
     /// `folder` must stay open for the file's life.
-    static std::unique_ptr<NewFile> Start(int folder, std::string hostName, SystemError& error);
+    static std::unique_ptr<NewFile> Start(int folder, std::string hostName, base::SystemError& error);
 
-    SystemError Write(std::span<const std::uint8_t> data) override;
-    SystemError Commit(const FileTraits& traits) override;
+    base::SystemError Write(std::span<const std::uint8_t> data) override;
+    base::SystemError Commit(const FileTraits& traits) override;
 
   private:
     NewFile(int folder, std::string hostName)
@@ -25,7 +25,7 @@ class NewFile final : public OutputFile {
     void ApplyTraits(const FileTraits& traits) const;
 
     /// Takes the name also from another file that has it.
-    SystemError Replace();
+    base::SystemError Replace();
 
     int folder_;
     std::string hostName_;

@@ -37,19 +37,19 @@ class HostFolder final : public OutputFolder {
     HostFolder(HostFile folder, bool holdsWorkingFolder)
         : folder_(std::move(folder)), holdsWorkingFolder_(holdsWorkingFolder) {}
 
-    SystemError WriteFile(std::string_view name, std::span<const std::uint8_t> data,
-                          const std::optional<FileTimes>& times) override;
-    std::unique_ptr<OutputFile> CreateFile(std::string_view name, SystemError& error) override;
+    base::SystemError WriteFile(std::string_view name, std::span<const std::uint8_t> data,
+                                const std::optional<FileTimes>& times) override;
+    std::unique_ptr<OutputFile> CreateFile(std::string_view name, base::SystemError& error) override;
     std::unique_ptr<OutputFolder> OpenOrCreate(std::string_view name, std::string_view nameWhenMade,
-                                               SystemError& error) override;
+                                               base::SystemError& error) override;
     std::unique_ptr<OutputFolder> OpenExact(std::string_view path) override;
 
   private:
     /// Writes a file that is not there yet; one that cannot be written whole is taken away again.
-    SystemError WriteNew(const std::string& hostName, std::span<const std::uint8_t> data,
-                         const std::optional<FileTimes>& times) const;
-    SystemError Replace(const std::string& hostName, std::span<const std::uint8_t> data,
-                        const std::optional<FileTimes>& times) const;
+    base::SystemError WriteNew(const std::string& hostName, std::span<const std::uint8_t> data,
+                               const std::optional<FileTimes>& times) const;
+    base::SystemError Replace(const std::string& hostName, std::span<const std::uint8_t> data,
+                              const std::optional<FileTimes>& times) const;
     HostFile OpenBelow(const std::string& hostName) const;
 
     HostFile folder_;
@@ -57,31 +57,31 @@ class HostFolder final : public OutputFolder {
     FolderListing listing_;
 };
 
-SystemError HostFolder::WriteFile(std::string_view name, std::span<const std::uint8_t> data,
-                                  const std::optional<FileTimes>& times) {
+base::SystemError HostFolder::WriteFile(std::string_view name, std::span<const std::uint8_t> data,
+                                        const std::optional<FileTimes>& times) {
     if (!IsPlainName(name))
-        return {kErrorInvalidName};
+        return {base::kErrorInvalidName};
     const std::string hostName = HostNameOf(name);
-    SystemError error = WriteNew(hostName, data, times);
-    if (error.code == kErrorAlreadyExists)
+    base::SystemError error = WriteNew(hostName, data, times);
+    if (error.code == base::kErrorAlreadyExists)
         error = Replace(hostName, data, times);
     if (!error)
         listing_.Add(hostName);
     return error;
 }
 
-SystemError HostFolder::WriteNew(const std::string& hostName, std::span<const std::uint8_t> data,
-                                 const std::optional<FileTimes>& times) const {
+base::SystemError HostFolder::WriteNew(const std::string& hostName, std::span<const std::uint8_t> data,
+                                       const std::optional<FileTimes>& times) const {
     HostFile file(::openat(folder_.Descriptor(), hostName.c_str(), kNewFileFlags, 0666));
     if (!file.IsOpen())
         return ErrorFromErrno(errno, Access::kWrite);
-    SystemError error = WriteFully(file, data);
+    base::SystemError error = WriteFully(file, data);
     if (!error && times) {
         const timespec hostTimes[] = {HostTimeOf(times->lastAccess), HostTimeOf(times->lastWrite)};
         // A time that the medium cannot hold leaves the time of writing.
         static_cast<void>(::futimens(file.Descriptor(), hostTimes));
     }
-    const SystemError closing = file.Close();
+    const base::SystemError closing = file.Close();
     if (!error)
         error = closing;
     if (error)
@@ -89,9 +89,9 @@ SystemError HostFolder::WriteNew(const std::string& hostName, std::span<const st
     return error;
 }
 
-SystemError HostFolder::Replace(const std::string& hostName, std::span<const std::uint8_t> data,
-                                const std::optional<FileTimes>& times) const {
-    SystemError error;
+base::SystemError HostFolder::Replace(const std::string& hostName, std::span<const std::uint8_t> data,
+                                      const std::optional<FileTimes>& times) const {
+    base::SystemError error;
     const std::unique_ptr<NewFile> file = NewFile::Start(folder_.Descriptor(), hostName, error);
     if (file == nullptr)
         return error;
@@ -99,9 +99,9 @@ SystemError HostFolder::Replace(const std::string& hostName, std::span<const std
     return error ? error : file->Commit({.times = times});
 }
 
-std::unique_ptr<OutputFile> HostFolder::CreateFile(std::string_view name, SystemError& error) {
+std::unique_ptr<OutputFile> HostFolder::CreateFile(std::string_view name, base::SystemError& error) {
     if (!IsPlainName(name)) {
-        error = {kErrorInvalidName};
+        error = {base::kErrorInvalidName};
         return nullptr;
     }
     std::string hostName = HostNameOf(name);
@@ -114,8 +114,8 @@ HostFile HostFolder::OpenBelow(const std::string& hostName) const {
 }
 
 std::unique_ptr<OutputFolder> HostFolder::OpenOrCreate(std::string_view name, std::string_view nameWhenMade,
-                                                       SystemError& error) {
-    error = {kErrorInvalidName};
+                                                       base::SystemError& error) {
+    error = {base::kErrorInvalidName};
     if (!IsPlainName(name) || !IsPlainName(nameWhenMade))
         return nullptr;
     if (holdsWorkingFolder_ && IsWorkingFolderName(name)) {
@@ -182,10 +182,10 @@ std::size_t OutputFolder::MostOpen() {
     return static_cast<std::size_t>(std::min(kMost, left));
 }
 
-std::unique_ptr<OutputFolder> OutputFolder::Open(const std::string& path, SystemError& error) {
+std::unique_ptr<OutputFolder> OutputFolder::Open(const std::string& path, base::SystemError& error) {
     const std::string host = HostPathOf(path);
     if (host.empty()) {
-        error = {kErrorPathNotFound};
+        error = {base::kErrorPathNotFound};
         return nullptr;
     }
     HostFile folder(::open(host.c_str(), kFolderFlags));

@@ -27,12 +27,12 @@ bool IsSame(const struct stat& left, const struct stat& right) {
 }
 
 /// Where the file system cannot refuse to replace by itself, the question has been asked just before.
-SystemError RenameOnto(const std::string& from, const std::string& to, bool isFree) {
+base::SystemError RenameOnto(const std::string& from, const std::string& to, bool isFree) {
     const unsigned flags = isFree ? RENAME_NOREPLACE : 0;
     int result = ::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), flags);
     if (result != 0 && flags != 0 && (errno == EINVAL || errno == ENOSYS))
         result = ::rename(from.c_str(), to.c_str());
-    return result == 0 ? SystemError{} : ErrorForPath(errno, to, Access::kWrite);
+    return result == 0 ? base::SystemError{} : ErrorForPath(errno, to, Access::kWrite);
 }
 
 std::string Resolved(const std::string& hostPath) {
@@ -44,25 +44,26 @@ std::string Resolved(const std::string& hostPath) {
 
 } // namespace
 
-SystemError RenameEntry(const std::string& from, const std::string& to) {
+base::SystemError RenameEntry(const std::string& from, const std::string& to) {
     const std::string source = HostPathOf(from);
-    const std::string folder = HostPathOf(FolderOf(to));
-    const std::string_view name = LastComponent(to);
+    const std::string folder = HostPathOf(base::FolderOf(to));
+    const std::string_view name = base::LastComponent(to);
     if (source.empty() || folder.empty())
-        return {kErrorPathNotFound};
-    if (!IsFileName(name))
-        return {kErrorInvalidName};
+        return {base::kErrorPathNotFound};
+    if (!base::IsFileName(name))
+        return {base::kErrorInvalidName};
     const auto status = StatusOfLink(source);
     if (!status)
         return ErrorForPath(errno, source);
     // In any letter case a name is taken, unless it is the entry's own.
     const auto taken = StatusOfLink(HostPathOf(to));
     if (taken && !IsSame(*taken, *status))
-        return {kErrorAlreadyExists};
+        return {base::kErrorAlreadyExists};
     const std::string target = JoinHostPath(folder, {HostNameOf(name)});
     if (const auto exact = StatusOfLink(target);
         exact && target != source && exact->st_nlink > 1 && !S_ISDIR(exact->st_mode))
-        return {kErrorAlreadyExists}; // another name of the same file, which renaming would leave as it is
+        return {
+            base::kErrorAlreadyExists}; // another name of the same file, which renaming would leave as it is
     return RenameOnto(source, target, !taken);
 }
 

@@ -28,7 +28,7 @@ Replacement::Replacement(const std::string& hostPath) : target_(LinkTarget(hostP
 
     replaces_ = ::lstat(target_.c_str(), &status) == 0;
     if (replaces_ && IsProtected(status)) {
-        error_ = {kErrorAccessDenied};
+        error_ = {base::kErrorAccessDenied};
         return;
     }
     staged_.emplace(AT_FDCWD, ParentOf(target_) + "/", O_WRONLY, 0666);
@@ -45,12 +45,12 @@ Replacement::Replacement(const std::string& hostPath) : target_(LinkTarget(hostP
     }
 }
 
-SystemError Replacement::Commit(bool isLasting) {
-    if (const SystemError error = isLasting ? staged_->Sync() : SystemError{})
+base::SystemError Replacement::Commit(bool isLasting) {
+    if (const base::SystemError error = isLasting ? staged_->Sync() : base::SystemError{})
         return error;
-    if (const SystemError error = staged_->File().Close())
+    if (const base::SystemError error = staged_->File().Close())
         return error;
-    if (const SystemError error = staged_->TakeName(target_))
+    if (const base::SystemError error = staged_->TakeName(target_))
         return error;
     if (isLasting)
         SyncFolder(ParentOf(target_));

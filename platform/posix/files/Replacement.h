@@ -17,7 +17,7 @@ class Replacement {
     explicit Replacement(const std::string& hostPath);
 
     /// Why the replacement could not be started.
-    SystemError Error() const { return error_; }
+    base::SystemError Error() const { return error_; }
 
     /// The new file, open for writing.
     const HostFile& File() const { return staged_->File(); }
@@ -27,12 +27,12 @@ class Replacement {
 
     /// Gives the new file the old one's place and, where there was one, its mode; with `isLasting` once it is
     /// on the medium.
-    SystemError Commit(bool isLasting = true);
+    base::SystemError Commit(bool isLasting = true);
 
   private:
     std::string target_;
     std::optional<TemporaryFile> staged_;
-    SystemError error_;
+    base::SystemError error_;
     bool replaces_ = false;
 };
 

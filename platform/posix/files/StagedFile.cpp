@@ -58,24 +58,24 @@ class HostStagedFile final : public StagedFile {
         return count;
     }
 
-    SystemError WriteAt(std::uint64_t offset, std::span<const std::uint8_t> data) override {
+    base::SystemError WriteAt(std::uint64_t offset, std::span<const std::uint8_t> data) override {
         return WriteFullyAt(staged_.File(), offset, data);
     }
 
-    SystemError Flush() override {
-        if (const SystemError error = staged_.Sync())
+    base::SystemError Flush() override {
+        if (const base::SystemError error = staged_.Sync())
             return error;
         // What the medium has made of it is wanted, not what memory still holds.
         static_cast<void>(::posix_fadvise(staged_.File().Descriptor(), 0, 0, POSIX_FADV_DONTNEED));
         return {};
     }
 
-    SystemError Commit() override {
+    base::SystemError Commit() override {
         struct stat status {};
 
         if (::lstat(target_.c_str(), &status) == 0 && IsProtected(status))
-            return {kErrorAccessDenied};
-        if (const SystemError error = staged_.TakeName(target_))
+            return {base::kErrorAccessDenied};
+        if (const base::SystemError error = staged_.TakeName(target_))
             return error;
         SyncFolder(ParentOf(target_));
         return {};
@@ -89,21 +89,21 @@ class HostStagedFile final : public StagedFile {
 } // namespace
 
 std::unique_ptr<StagedFile> StagedFile::Create(const std::string& folder, const std::string& name,
-                                               SystemError& error) {
+                                               base::SystemError& error) {
     const std::string hostFolder = HostPathOf(folder);
     const std::string hostName = HostNameOf(name);
     if (hostFolder.empty()) {
-        error = {kErrorPathNotFound};
+        error = {base::kErrorPathNotFound};
         return nullptr;
     }
     if (hostName.empty() || hostName.find('/') != std::string::npos) {
-        error = {kErrorInvalidName};
+        error = {base::kErrorInvalidName};
         return nullptr;
     }
     const std::string prefix = JoinHostPath(hostFolder, {""});
     RemoveAbandoned(prefix);
     auto file = std::make_unique<HostStagedFile>(prefix, hostName);
-    error = file->IsOpen() ? SystemError{} : ErrorForPath(errno, prefix + hostName, Access::kWrite);
+    error = file->IsOpen() ? base::SystemError{} : ErrorForPath(errno, prefix + hostName, Access::kWrite);
     return error ? nullptr : std::move(file);
 }
 

@@ -39,11 +39,11 @@ TemporaryFile::~TemporaryFile() {
         ::unlinkat(folder_, name_.c_str(), 0);
 }
 
-SystemError TemporaryFile::Sync() const {
-    return ::fsync(file_.Descriptor()) == 0 ? SystemError{} : ErrorFromErrno(errno, Access::kWrite);
+base::SystemError TemporaryFile::Sync() const {
+    return ::fsync(file_.Descriptor()) == 0 ? base::SystemError{} : ErrorFromErrno(errno, Access::kWrite);
 }
 
-SystemError TemporaryFile::TakeName(const std::string& hostName, unsigned flags) {
+base::SystemError TemporaryFile::TakeName(const std::string& hostName, unsigned flags) {
     if (::renameat2(folder_, name_.c_str(), folder_, hostName.c_str(), flags) != 0)
         return ErrorFromErrno(errno, Access::kWrite);
     name_.clear();

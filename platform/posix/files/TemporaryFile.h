@@ -26,11 +26,11 @@ class TemporaryFile {
     const HostFile& File() const { return file_; }
 
     /// Brings its bytes onto the medium.
-    SystemError Sync() const;
+    base::SystemError Sync() const;
 
     /// Takes the name `hostName` in the same folder, or as a path, in place of a file that has it; with
     /// `flags` as renameat2 knows them.
-    SystemError TakeName(const std::string& hostName, unsigned flags = 0);
+    base::SystemError TakeName(const std::string& hostName, unsigned flags = 0);
 
   private:
     int folder_;

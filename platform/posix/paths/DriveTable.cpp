@@ -26,10 +26,10 @@ const std::vector<DriveEntry>& DriveTable() {
 }
 
 const DriveEntry* FindDrive(char letter) {
-    if (!IsDriveLetter(letter))
+    if (!base::IsDriveLetter(letter))
         return nullptr;
     for (const DriveEntry& drive : DriveTable()) {
-        if (drive.letter == UpperDriveLetter(letter))
+        if (drive.letter == base::UpperDriveLetter(letter))
             return &drive;
     }
     return nullptr;

@@ -9,16 +9,16 @@
 namespace platform {
 
 bool FolderListing::LessNoCase::operator()(const Entry& left, const Entry& right) const {
-    const int order = CompareNoCase(left.text, right.text);
+    const int order = base::CompareNoCase(left.text, right.text);
     return order != 0 ? order < 0 : left.hostName < right.hostName;
 }
 
 bool FolderListing::LessNoCase::operator()(const Entry& left, std::string_view right) const {
-    return CompareNoCase(left.text, right) < 0;
+    return base::CompareNoCase(left.text, right) < 0;
 }
 
 bool FolderListing::LessNoCase::operator()(std::string_view left, const Entry& right) const {
-    return CompareNoCase(left, right.text) < 0;
+    return base::CompareNoCase(left, right.text) < 0;
 }
 
 std::string FolderListing::Find(const HostFile& folder, std::string_view name) {
@@ -29,7 +29,7 @@ std::string FolderListing::Find(const HostFile& folder, std::string_view name) {
     }
     Sort();
     const auto found = entries_.lower_bound(name);
-    return found == entries_.end() || !EqualsNoCase(found->text, name) ? "" : found->hostName;
+    return found == entries_.end() || !base::EqualsNoCase(found->text, name) ? "" : found->hostName;
 }
 
 void FolderListing::Add(const std::string& hostName) {

@@ -11,13 +11,13 @@
 
 namespace platform {
 
-SystemError NamesIn(int folder, std::vector<std::string>& names) {
+base::SystemError NamesIn(int folder, std::vector<std::string>& names) {
     // A descriptor of its own for the listing to close; a folder that may only be listed cannot be opened by
     // way of its ".".
     const int own = ::fcntl(folder, F_DUPFD_CLOEXEC, 0);
     DIR* listing = own < 0 ? nullptr : ::fdopendir(own);
     if (!listing) {
-        const SystemError error = ErrorFromErrno(errno);
+        const base::SystemError error = ErrorFromErrno(errno);
         const HostFile closing(own);
         return error;
     }
@@ -29,7 +29,7 @@ SystemError NamesIn(int folder, std::vector<std::string>& names) {
             names.emplace_back(name);
         errno = 0;
     }
-    const SystemError error = ErrorFromErrno(errno);
+    const base::SystemError error = ErrorFromErrno(errno);
     ::closedir(listing);
     std::ranges::sort(names);
     return error;

@@ -9,6 +9,6 @@ namespace platform {
 
 /// Reads the names in an open folder, without "." and "..", ordered by their bytes. What came before a
 /// failure is answered too.
-SystemError NamesIn(int folder, std::vector<std::string>& names);
+base::SystemError NamesIn(int folder, std::vector<std::string>& names);
 
 } // namespace platform

@@ -25,14 +25,15 @@ std::string ParentOf(const std::string& hostPath) {
 
 std::string TextOfHostName(std::string_view name) {
     std::string text(name);
-    if (AsciiPrefix(name) != name.size())
-        text = LocaleCodePage() == kUtf8CodePage ? CleanedUtf8(name) : LegacyToUtf8(LocaleCodePage(), name);
+    if (base::AsciiPrefix(name) != name.size())
+        text = LocaleCodePage() == kUtf8CodePage ? base::CleanedUtf8(name)
+                                                 : LegacyToUtf8(LocaleCodePage(), name);
     std::replace(text.begin(), text.end(), '\\', '?');
     return text;
 }
 
 std::string HostNameOf(std::string_view text) {
-    if (AsciiPrefix(text) == text.size() || LocaleCodePage() == kUtf8CodePage)
+    if (base::AsciiPrefix(text) == text.size() || LocaleCodePage() == kUtf8CodePage)
         return std::string(text);
     return Utf8ToLegacy(LocaleCodePage(), text);
 }

@@ -59,7 +59,7 @@ std::optional<std::string_view> Below(std::string_view hostPath, std::string_vie
 }
 
 std::string WithHostNames(std::string path, std::string_view below) {
-    for (const std::string& name : SplitComponents(below, "/")) {
+    for (const std::string& name : base::SplitComponents(below, "/")) {
         if (path.back() != '\\')
             path.push_back('\\');
         path += TextOfHostName(name);
@@ -112,7 +112,7 @@ std::string PathFromHost(std::string_view hostPath) {
     std::string absolute(hostPath);
     if (absolute[0] != '/')
         absolute = HostCurrentFolder() + "/" + absolute;
-    absolute = JoinHostPath("/", SplitComponents(absolute, "/"));
+    absolute = JoinHostPath("/", base::SplitComponents(absolute, "/"));
     std::vector<Root> roots = Roots();
     std::string path = FindRoot(absolute, roots);
     if (!path.empty())
@@ -129,7 +129,7 @@ std::string HostPathOf(std::string_view path) {
     const DriveEntry* drive = FindDrive(path[0]);
     if (drive == nullptr)
         return "";
-    std::vector<std::string> components = SplitComponents(path.substr(2), "\\/");
+    std::vector<std::string> components = base::SplitComponents(path.substr(2), "\\/");
     std::string root = drive->root;
     if (drive->letter == 'C' && !components.empty() && IsWorkingFolderName(components[0])) {
         if (std::string working = WorkingFolderRoot(); !working.empty()) {

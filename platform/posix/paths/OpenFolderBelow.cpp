@@ -17,7 +17,7 @@ namespace platform {
 HostFile OpenFolderBelow([[maybe_unused]] const HostFile& folder, [[maybe_unused]] std::string_view path) {
 #ifdef SYS_openat2
     std::string host;
-    for (const std::string& name : SplitComponents(path, "\\/"))
+    for (const std::string& name : base::SplitComponents(path, "\\/"))
         host += (host.empty() ? "" : "/") + HostNameOf(name);
     if (host.empty())
         return {};

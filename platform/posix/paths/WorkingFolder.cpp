@@ -23,7 +23,7 @@ std::string WorkingFolderPath() {
 }
 
 bool IsWorkingFolderName(std::string_view name) {
-    return EqualsNoCase(name, kName);
+    return base::EqualsNoCase(name, kName);
 }
 
 bool HoldsWorkingFolder(const std::string& hostFolder) {

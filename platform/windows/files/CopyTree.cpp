@@ -37,7 +37,7 @@ class TreeCopy {
         return work_.Proceed(place.path, entries, bytes);
     }
 
-    void Fail(const Place& place, SystemError error) {
+    void Fail(const Place& place, base::SystemError error) {
         isHopeless_ = isHopeless_ || TreeWork::IsHopeless(error);
         work_.Fail(place.path, error);
     }
@@ -61,10 +61,10 @@ class TreeCopy {
         if (before && before->IsSameFile(entry))
             return;
         if (before && before->IsFolder()) {
-            Fail(to, {kErrorAlreadyExists});
+            Fail(to, {base::kErrorAlreadyExists});
             return;
         }
-        SystemError error;
+        base::SystemError error;
         const Handle source = OpenForReading(from.host, error);
         if (error) {
             Fail(from, error);
@@ -96,14 +96,14 @@ class TreeCopy {
     void CopyFolder(const Place& from, const Place& to, const HostEntry& entry) {
         const auto isSame = [&](const HostEntry& other) { return other.IsSameFile(entry); };
         if (std::ranges::any_of(open_, isSame)) {
-            Fail(from, {kErrorBadPathName});
+            Fail(from, {base::kErrorBadPathName});
             return;
         }
         const std::optional<HostEntry> before = DescribeTarget(to.host);
         if (before && before->IsSameFile(entry))
             return;
         if (before && !before->IsFolder()) {
-            Fail(to, {kErrorAlreadyExists});
+            Fail(to, {base::kErrorAlreadyExists});
             return;
         }
         if (!before && ::CreateDirectoryW(to.host.c_str(), nullptr) == 0) {
@@ -122,7 +122,7 @@ class TreeCopy {
 
     void CopyEntries(const Place& from, const Place& to) {
         std::vector<std::wstring> names;
-        if (const SystemError error = NamesIn(from.host, names)) {
+        if (const base::SystemError error = NamesIn(from.host, names)) {
             Fail(from, error);
             return;
         }
@@ -157,7 +157,7 @@ FileOutcome CopyTree(const std::string& from, const std::string& toFolder, FileO
     const Place source{WidePathOf(from), from};
     const Place folder{WidePathOf(toFolder), toFolder};
     if (source.host.empty() || source.host.ends_with(L'\\') || folder.host.empty()) {
-        observer.Failed(source.host.empty() ? from : toFolder, {kErrorPathNotFound});
+        observer.Failed(source.host.empty() ? from : toFolder, {base::kErrorPathNotFound});
         return FileOutcome::kFailed;
     }
     const std::wstring name = source.host.substr(source.host.find_last_of(L'\\') + 1);

@@ -44,7 +44,7 @@ class TreeDeletion {
 
     void DeleteEntries(const std::wstring& host, const std::string& path) {
         std::vector<std::wstring> names;
-        if (const SystemError error = NamesIn(host, names)) {
+        if (const base::SystemError error = NamesIn(host, names)) {
             work_.Fail(path, error);
             return;
         }
@@ -63,7 +63,7 @@ class TreeDeletion {
 FileOutcome DeleteTree(const std::string& path, FileOperationObserver& observer) {
     const std::wstring host = WidePathOf(path);
     if (host.empty() || host.ends_with(L'\\')) {
-        observer.Failed(path, {kErrorPathNotFound});
+        observer.Failed(path, {base::kErrorPathNotFound});
         return FileOutcome::kFailed;
     }
     return TreeDeletion(observer).Run(host, path);

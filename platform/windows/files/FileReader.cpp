@@ -34,9 +34,9 @@ class HostFileReader final : public FileReader {
 
 } // namespace
 
-std::unique_ptr<FileReader> FileReader::Open(const std::string& path, SystemError& error) {
+std::unique_ptr<FileReader> FileReader::Open(const std::string& path, base::SystemError& error) {
     std::wstring host = WidePathOf(path);
-    error = {kErrorPathNotFound};
+    error = {base::kErrorPathNotFound};
     if (host.empty())
         return nullptr;
     Handle file = OpenForReading(host, error);

@@ -7,7 +7,7 @@
 namespace platform {
 namespace {
 
-constexpr SystemError kNoSuchPath{kErrorPathNotFound};
+constexpr base::SystemError kNoSuchPath{base::kErrorPathNotFound};
 
 std::span<const std::uint8_t> BytesOf(std::span<const char> content) {
     return {reinterpret_cast<const std::uint8_t*>(content.data()), content.size()};
@@ -26,14 +26,14 @@ std::optional<std::uint32_t> GetFileAttributes(const std::string& path) {
     return target ? std::optional(target->attributes) : std::nullopt;
 }
 
-SystemError CreateFolder(const std::string& path) {
+base::SystemError CreateFolder(const std::string& path) {
     const std::wstring host = WidePathOf(path);
     if (host.empty())
         return kNoSuchPath;
-    return ::CreateDirectoryW(host.c_str(), nullptr) != 0 ? SystemError{} : LastError();
+    return ::CreateDirectoryW(host.c_str(), nullptr) != 0 ? base::SystemError{} : LastError();
 }
 
-SystemError DeleteFile(const std::string& path) {
+base::SystemError DeleteFile(const std::string& path) {
     const std::wstring host = WidePathOf(path);
     if (host.empty())
         return kNoSuchPath;
@@ -41,14 +41,14 @@ SystemError DeleteFile(const std::string& path) {
     if (!entry)
         return LastError();
     if (entry->IsLink() && entry->IsFolder())
-        return ::RemoveDirectoryW(host.c_str()) != 0 ? SystemError{} : LastError();
+        return ::RemoveDirectoryW(host.c_str()) != 0 ? base::SystemError{} : LastError();
     if (IsProtected(entry->attributes))
-        return {kErrorAccessDenied};
-    return ::DeleteFileW(host.c_str()) != 0 ? SystemError{} : LastError();
+        return {base::kErrorAccessDenied};
+    return ::DeleteFileW(host.c_str()) != 0 ? base::SystemError{} : LastError();
 }
 
 std::optional<std::string> ReadWholeFile(const std::string& path, std::uint64_t maxBytes,
-                                         SystemError& error) {
+                                         base::SystemError& error) {
     const std::wstring host = WidePathOf(path);
     error = kNoSuchPath;
     if (host.empty())
@@ -58,7 +58,7 @@ std::optional<std::string> ReadWholeFile(const std::string& path, std::uint64_t 
         return std::nullopt;
     const std::uint64_t size = SizeOf(file);
     if (size > maxBytes) {
-        error = {kErrorInvalidData};
+        error = {base::kErrorInvalidData};
         return std::nullopt;
     }
     std::string content(static_cast<std::size_t>(size), '\0');
@@ -70,19 +70,19 @@ std::optional<std::string> ReadWholeFile(const std::string& path, std::uint64_t 
     return content;
 }
 
-SystemError WriteWholeFile(const std::string& path, std::span<const char> content) {
+base::SystemError WriteWholeFile(const std::string& path, std::span<const char> content) {
     const std::wstring host = WidePathOf(path);
     if (host.empty())
         return kNoSuchPath;
     TemporaryFile file = TemporaryFile::StartFor(host);
     if (file.Error())
         return file.Error();
-    if (const SystemError error = WriteFully(file.File(), BytesOf(content)))
+    if (const base::SystemError error = WriteFully(file.File(), BytesOf(content)))
         return error;
     return file.Commit(host, Durability::kOnMedium);
 }
 
-SystemError CreateNewFile(const std::string& path, std::span<const char> content) {
+base::SystemError CreateNewFile(const std::string& path, std::span<const char> content) {
     const std::wstring host = WidePathOf(path);
     if (host.empty())
         return kNoSuchPath;
@@ -90,7 +90,7 @@ SystemError CreateNewFile(const std::string& path, std::span<const char> content
                               FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file.IsOpen())
         return LastError();
-    SystemError error = WriteFully(file, BytesOf(content));
+    base::SystemError error = WriteFully(file, BytesOf(content));
     if (!error && ::FlushFileBuffers(file.Get()) == 0)
         error = LastError();
     if (error)
@@ -98,19 +98,19 @@ SystemError CreateNewFile(const std::string& path, std::span<const char> content
     return error;
 }
 
-SystemError CopyFile(const std::string& from, const std::string& to) {
+base::SystemError CopyFile(const std::string& from, const std::string& to) {
     const std::wstring source = WidePathOf(from);
     const std::wstring target = WidePathOf(to);
     if (source.empty() || target.empty())
         return kNoSuchPath;
-    SystemError error;
+    base::SystemError error;
     const Handle file = OpenForReading(source, error);
     if (error)
         return error;
     const std::optional<HostEntry> there = DescribeTarget(target);
     const std::optional<HostEntry> here = DescribeHandle(file);
     if (there && here && there->IsSameFile(*here))
-        return {kErrorSharingViolation};
+        return {base::kErrorSharingViolation};
     TemporaryFile copy = TemporaryFile::StartFor(target);
     if (copy.Error())
         return copy.Error();

@@ -93,9 +93,9 @@ std::optional<FindData> FindEntry(const std::string& path) {
     return DataOf(found, host.substr(0, host.find_last_of(L'\\')));
 }
 
-std::unique_ptr<FindFiles> FindFiles::Start(const std::string& folder, SystemError& error) {
+std::unique_ptr<FindFiles> FindFiles::Start(const std::string& folder, base::SystemError& error) {
     std::wstring host = WidePathOf(folder);
-    error = {kErrorPathNotFound};
+    error = {base::kErrorPathNotFound};
     if (host.empty())
         return nullptr;
     WIN32_FIND_DATAW found{};
@@ -107,9 +107,9 @@ std::unique_ptr<FindFiles> FindFiles::Start(const std::string& folder, SystemErr
     error = LastError();
     const DWORD attributes = ::GetFileAttributesW(host.c_str());
     if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0)
-        error = {kErrorFolderInvalid};
-    else if (error.code == kErrorFileNotFound)
-        error = {kErrorPathNotFound};
+        error = {base::kErrorFolderInvalid};
+    else if (error.code == base::kErrorFileNotFound)
+        error = {base::kErrorPathNotFound};
     return nullptr;
 }
 

@@ -20,19 +20,19 @@ DWORD Portion(std::size_t size) {
 
 } // namespace
 
-SystemError LastError() {
+base::SystemError LastError() {
     switch (const DWORD code = ::GetLastError()) {
     case ERROR_HANDLE_DISK_FULL:
-        return {kErrorDiskFull};
+        return {base::kErrorDiskFull};
     case ERROR_LOCK_VIOLATION:
-        return {kErrorSharingViolation};
+        return {base::kErrorSharingViolation};
     case ERROR_BAD_NETPATH:
     case ERROR_BAD_NET_NAME:
-        return {kErrorPathNotFound};
+        return {base::kErrorPathNotFound};
     case ERROR_FILENAME_EXCED_RANGE:
-        return {kErrorNameTooLong};
+        return {base::kErrorNameTooLong};
     default:
-        return {code == ERROR_SUCCESS ? kErrorGeneralFailure : code};
+        return {code == ERROR_SUCCESS ? base::kErrorGeneralFailure : code};
     }
 }
 
@@ -41,10 +41,10 @@ void Handle::Close() {
         ::CloseHandle(std::exchange(handle_, INVALID_HANDLE_VALUE));
 }
 
-Handle OpenForReading(const std::wstring& path, SystemError& error) {
+Handle OpenForReading(const std::wstring& path, base::SystemError& error) {
     Handle file(::CreateFileW(path.c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING,
                               FILE_ATTRIBUTE_NORMAL, nullptr));
-    error = file.IsOpen() ? SystemError{} : LastError();
+    error = file.IsOpen() ? base::SystemError{} : LastError();
     return file;
 }
 
@@ -58,15 +58,15 @@ std::uint64_t SizeOf(const Handle& file) {
     return ::GetFileSizeEx(file.Get(), &size) != 0 ? static_cast<std::uint64_t>(size.QuadPart) : 0;
 }
 
-SystemError ReadFullyAt(const Handle& file, std::uint64_t offset, std::span<std::uint8_t> buffer,
-                        std::size_t& count) {
+base::SystemError ReadFullyAt(const Handle& file, std::uint64_t offset, std::span<std::uint8_t> buffer,
+                              std::size_t& count) {
     count = 0;
     while (count < buffer.size()) {
         OVERLAPPED position = PositionOf(offset + count);
         DWORD read = 0;
         if (::ReadFile(file.Get(), buffer.data() + count, Portion(buffer.size() - count), &read, &position) ==
             0)
-            return ::GetLastError() == ERROR_HANDLE_EOF ? SystemError{} : LastError();
+            return ::GetLastError() == ERROR_HANDLE_EOF ? base::SystemError{} : LastError();
         if (read == 0)
             break;
         count += read;
@@ -74,26 +74,26 @@ SystemError ReadFullyAt(const Handle& file, std::uint64_t offset, std::span<std:
     return {};
 }
 
-SystemError WriteFully(const Handle& file, std::span<const std::uint8_t> data) {
+base::SystemError WriteFully(const Handle& file, std::span<const std::uint8_t> data) {
     while (!data.empty()) {
         DWORD written = 0;
         if (::WriteFile(file.Get(), data.data(), Portion(data.size()), &written, nullptr) == 0)
             return LastError();
         if (written == 0)
-            return {kErrorDiskFull};
+            return {base::kErrorDiskFull};
         data = data.subspan(written);
     }
     return {};
 }
 
-SystemError WriteFullyAt(const Handle& file, std::uint64_t offset, std::span<const std::uint8_t> data) {
+base::SystemError WriteFullyAt(const Handle& file, std::uint64_t offset, std::span<const std::uint8_t> data) {
     while (!data.empty()) {
         OVERLAPPED position = PositionOf(offset);
         DWORD written = 0;
         if (::WriteFile(file.Get(), data.data(), Portion(data.size()), &written, &position) == 0)
             return LastError();
         if (written == 0)
-            return {kErrorDiskFull};
+            return {base::kErrorDiskFull};
         data = data.subspan(written);
         offset += written;
     }

@@ -13,7 +13,7 @@
 namespace platform {
 
 /// Why the last call to the system on this thread failed, in the numbers of SystemError.h.
-SystemError LastError();
+base::SystemError LastError();
 
 /// Owns a file handle.
 class Handle {
@@ -44,7 +44,7 @@ class Handle {
 inline constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 /// Opens an existing file for reading, others not hindered.
-Handle OpenForReading(const std::wstring& path, SystemError& error);
+Handle OpenForReading(const std::wstring& path, base::SystemError& error);
 
 /// Opens a file, a folder or (with FILE_FLAG_OPEN_REPARSE_POINT) a link itself, only to ask about it.
 Handle OpenToAsk(const std::wstring& path, DWORD flags = 0);
@@ -54,12 +54,12 @@ std::uint64_t SizeOf(const Handle& file);
 
 /// Reads from `offset` until `buffer` is full or the file ends; `count` answers how much came, also after a
 /// failure.
-SystemError ReadFullyAt(const Handle& file, std::uint64_t offset, std::span<std::uint8_t> buffer,
-                        std::size_t& count);
+base::SystemError ReadFullyAt(const Handle& file, std::uint64_t offset, std::span<std::uint8_t> buffer,
+                              std::size_t& count);
 
 /// Writes all of `data` at the current position, or at `offset` where one is given.
-SystemError WriteFully(const Handle& file, std::span<const std::uint8_t> data);
-SystemError WriteFullyAt(const Handle& file, std::uint64_t offset, std::span<const std::uint8_t> data);
+base::SystemError WriteFully(const Handle& file, std::span<const std::uint8_t> data);
+base::SystemError WriteFullyAt(const Handle& file, std::uint64_t offset, std::span<const std::uint8_t> data);
 
 inline FileTime FileTimeFromHost(const FILETIME& time) {
     return {static_cast<std::uint64_t>(time.dwHighDateTime) << 32 | time.dwLowDateTime};

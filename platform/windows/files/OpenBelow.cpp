@@ -9,15 +9,16 @@ namespace {
 
 constexpr std::size_t kLongestName = 255;
 
-SystemError ErrorOf(NTSTATUS status) {
+base::SystemError ErrorOf(NTSTATUS status) {
     ::SetLastError(::RtlNtStatusToDosError(status));
     return LastError();
 }
 
 } // namespace
 
-Handle OpenBelow(const Handle& folder, std::wstring_view name, const OpenMode& mode, SystemError& error) {
-    error = {kErrorNameTooLong};
+Handle OpenBelow(const Handle& folder, std::wstring_view name, const OpenMode& mode,
+                 base::SystemError& error) {
+    error = {base::kErrorNameTooLong};
     if (name.size() > kLongestName)
         return Handle();
     const auto bytes = static_cast<USHORT>(name.size() * sizeof(wchar_t));
@@ -29,13 +30,13 @@ Handle OpenBelow(const Handle& folder, std::wstring_view name, const OpenMode& m
     const NTSTATUS status = ::NtCreateFile(&opened, mode.access | SYNCHRONIZE, &attributes, &block, nullptr,
                                            FILE_ATTRIBUTE_NORMAL, kShareAll, mode.disposition,
                                            mode.options | FILE_SYNCHRONOUS_IO_NONALERT, nullptr, 0);
-    error = status >= 0 ? SystemError{} : ErrorOf(status);
-    if (error.code == kErrorAlreadyExists)
-        error = {kErrorFileExists};
+    error = status >= 0 ? base::SystemError{} : ErrorOf(status);
+    if (error.code == base::kErrorAlreadyExists)
+        error = {base::kErrorFileExists};
     return error ? Handle() : Handle(opened);
 }
 
-SystemError MoveBelow(const Handle& file, const Handle& folder, std::wstring_view name) {
+base::SystemError MoveBelow(const Handle& file, const Handle& folder, std::wstring_view name) {
     const std::size_t bytes = name.size() * sizeof(wchar_t);
     // As large as its record and the name, whose first letter stands in the record.
     std::vector<std::uint64_t> space((sizeof(FILE_RENAME_INFORMATION) + bytes) / sizeof(std::uint64_t) + 1);
@@ -48,7 +49,7 @@ SystemError MoveBelow(const Handle& file, const Handle& folder, std::wstring_vie
     const NTSTATUS status = ::NtSetInformationFile(file.Get(), &block, record,
                                                    static_cast<ULONG>(space.size() * sizeof(std::uint64_t)),
                                                    FileRenameInformation);
-    return status >= 0 ? SystemError{} : ErrorOf(status);
+    return status >= 0 ? base::SystemError{} : ErrorOf(status);
 }
 
 } // namespace platform

@@ -16,10 +16,11 @@ struct OpenMode {
 
 /// Opens or makes what is called `name` in an open folder, wherever that lies by now; others are not
 /// hindered. A name that is taken fails with kErrorFileExists.
-Handle OpenBelow(const Handle& folder, std::wstring_view name, const OpenMode& mode, SystemError& error);
+Handle OpenBelow(const Handle& folder, std::wstring_view name, const OpenMode& mode,
+                 base::SystemError& error);
 
 /// Gives an open file the name `name` in an open folder, in place of a file or link of that name. The file
 /// must have been opened with the right to delete it.
-SystemError MoveBelow(const Handle& file, const Handle& folder, std::wstring_view name);
+base::SystemError MoveBelow(const Handle& file, const Handle& folder, std::wstring_view name);
 
 } // namespace platform

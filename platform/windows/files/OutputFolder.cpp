@@ -34,13 +34,13 @@ void SetTimes(const Handle& file, const std::optional<FileTimes>& times) {
 
 /// What stands in the folder under that name: a link itself.
 std::optional<HostEntry> DescribeBelow(const Handle& folder, std::wstring_view name) {
-    SystemError error;
+    base::SystemError error;
     return DescribeHandle(
         OpenBelow(folder, name, {FILE_READ_ATTRIBUTES, FILE_OPEN, FILE_OPEN_REPARSE_POINT}, error));
 }
 
 /// Makes a file in the folder; it can be deleted and renamed while it is open.
-Handle CreateBelow(const Handle& folder, std::wstring_view name, SystemError& error) {
+Handle CreateBelow(const Handle& folder, std::wstring_view name, base::SystemError& error) {
     return OpenBelow(folder, name, {GENERIC_WRITE | DELETE, FILE_CREATE, FILE_NON_DIRECTORY_FILE}, error);
 }
 
@@ -57,16 +57,16 @@ class HostOutputFile final : public OutputFile {
     HostOutputFile(const HostOutputFile&) = delete;
     HostOutputFile& operator=(const HostOutputFile&) = delete;
 
-    SystemError Write(std::span<const std::uint8_t> data) override { return WriteFully(file_, data); }
+    base::SystemError Write(std::span<const std::uint8_t> data) override { return WriteFully(file_, data); }
 
-    SystemError Commit(const FileTraits& traits) override {
+    base::SystemError Commit(const FileTraits& traits) override {
         const std::optional<HostEntry> before = DescribeBelow(folder_, name_);
         if (before && IsProtected(before->attributes))
-            return {kErrorAccessDenied};
+            return {base::kErrorAccessDenied};
         SetTimes(file_, traits.times);
         if (before)
             KeepAttributes(file_, before->attributes);
-        const SystemError error = MoveBelow(file_, folder_, name_);
+        const base::SystemError error = MoveBelow(file_, folder_, name_);
         if (!error)
             file_.Close();
         return error;
@@ -83,21 +83,21 @@ class HostFolder final : public OutputFolder {
   public:
     explicit HostFolder(Handle folder) : folder_(std::move(folder)) {}
 
-    SystemError WriteFile(std::string_view name, std::span<const std::uint8_t> data,
-                          const std::optional<FileTimes>& times) override;
-    std::unique_ptr<OutputFile> CreateFile(std::string_view name, SystemError& error) override;
+    base::SystemError WriteFile(std::string_view name, std::span<const std::uint8_t> data,
+                                const std::optional<FileTimes>& times) override;
+    std::unique_ptr<OutputFile> CreateFile(std::string_view name, base::SystemError& error) override;
     std::unique_ptr<OutputFolder> OpenOrCreate(std::string_view name, std::string_view nameWhenMade,
-                                               SystemError& error) override;
+                                               base::SystemError& error) override;
 
   private:
     Handle folder_;
 };
 
-SystemError HostFolder::WriteFile(std::string_view name, std::span<const std::uint8_t> data,
-                                  const std::optional<FileTimes>& times) {
+base::SystemError HostFolder::WriteFile(std::string_view name, std::span<const std::uint8_t> data,
+                                        const std::optional<FileTimes>& times) {
     if (!IsPlainName(name))
-        return {kErrorInvalidName};
-    SystemError error;
+        return {base::kErrorInvalidName};
+    base::SystemError error;
     if (Handle file = CreateBelow(folder_, WideOf(name), error); file.IsOpen()) {
         error = WriteFully(file, data);
         if (error)
@@ -106,7 +106,7 @@ SystemError HostFolder::WriteFile(std::string_view name, std::span<const std::ui
             SetTimes(file, times);
         return error;
     }
-    if (error.code != kErrorFileExists)
+    if (error.code != base::kErrorFileExists)
         return error;
     const std::unique_ptr<OutputFile> replacement = CreateFile(name, error);
     if (replacement == nullptr)
@@ -115,8 +115,8 @@ SystemError HostFolder::WriteFile(std::string_view name, std::span<const std::ui
     return error ? error : replacement->Commit({.times = times});
 }
 
-std::unique_ptr<OutputFile> HostFolder::CreateFile(std::string_view name, SystemError& error) {
-    error = {kErrorInvalidName};
+std::unique_ptr<OutputFile> HostFolder::CreateFile(std::string_view name, base::SystemError& error) {
+    error = {base::kErrorInvalidName};
     if (!IsPlainName(name))
         return nullptr;
     Handle file = CreateBelow(folder_, TemporaryName(), error);
@@ -126,24 +126,25 @@ std::unique_ptr<OutputFile> HostFolder::CreateFile(std::string_view name, System
 constexpr DWORD kFolderAccess = FILE_LIST_DIRECTORY | FILE_TRAVERSE | FILE_READ_ATTRIBUTES;
 
 /// The opened folder; a link is not one.
-std::unique_ptr<OutputFolder> FolderOf(Handle folder, SystemError& error) {
+std::unique_ptr<OutputFolder> base::FolderOf(Handle folder, base::SystemError& error) {
     const std::optional<HostEntry> entry = DescribeHandle(folder);
-    error = entry && entry->IsFolder() && !entry->IsLink() ? SystemError{} : SystemError{kErrorPathNotFound};
+    error = entry && entry->IsFolder() && !entry->IsLink() ? base::SystemError{}
+                                                           : base::SystemError{base::kErrorPathNotFound};
     return error ? nullptr : std::make_unique<HostFolder>(std::move(folder));
 }
 
 std::unique_ptr<OutputFolder> HostFolder::OpenOrCreate(std::string_view name, std::string_view nameWhenMade,
-                                                       SystemError& error) {
-    error = {kErrorInvalidName};
+                                                       base::SystemError& error) {
+    error = {base::kErrorInvalidName};
     if (!IsPlainName(name) || !IsPlainName(nameWhenMade))
         return nullptr;
     Handle below =
         OpenBelow(folder_, WideOf(name), {kFolderAccess, FILE_OPEN, FILE_OPEN_REPARSE_POINT}, error);
-    if (error.code == kErrorFileNotFound)
+    if (error.code == base::kErrorFileNotFound)
         below =
             OpenBelow(folder_, WideOf(nameWhenMade),
                       {kFolderAccess, FILE_OPEN_IF, FILE_DIRECTORY_FILE | FILE_OPEN_REPARSE_POINT}, error);
-    return error ? nullptr : FolderOf(std::move(below), error);
+    return error ? nullptr : base::FolderOf(std::move(below), error);
 }
 
 } // namespace
@@ -152,15 +153,15 @@ std::size_t OutputFolder::MostOpen() {
     return 4096; // far below what the system grants
 }
 
-std::unique_ptr<OutputFolder> OutputFolder::Open(const std::string& path, SystemError& error) {
+std::unique_ptr<OutputFolder> OutputFolder::Open(const std::string& path, base::SystemError& error) {
     const std::wstring host = WidePathOf(path);
-    error = {kErrorPathNotFound};
+    error = {base::kErrorPathNotFound};
     if (host.empty())
         return nullptr;
     Handle folder(::CreateFileW(host.c_str(), kFolderAccess, kShareAll, nullptr, OPEN_EXISTING,
                                 FILE_FLAG_BACKUP_SEMANTICS, nullptr));
-    error = folder.IsOpen() ? SystemError{} : LastError();
-    return error ? nullptr : FolderOf(std::move(folder), error);
+    error = folder.IsOpen() ? base::SystemError{} : LastError();
+    return error ? nullptr : base::FolderOf(std::move(folder), error);
 }
 
 } // namespace platform

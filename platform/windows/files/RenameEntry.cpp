@@ -20,23 +20,23 @@ std::string Resolved(const std::string& path) {
 
 } // namespace
 
-SystemError RenameEntry(const std::string& from, const std::string& to) {
+base::SystemError RenameEntry(const std::string& from, const std::string& to) {
     const std::wstring source = WidePathOf(from);
-    const std::wstring folder = WidePathOf(std::string(FolderOf(to)));
-    const std::string_view name = LastComponent(to);
+    const std::wstring folder = WidePathOf(std::string(base::FolderOf(to)));
+    const std::string_view name = base::LastComponent(to);
     if (source.empty() || folder.empty())
-        return {kErrorPathNotFound};
-    if (!IsFileName(name))
-        return {kErrorInvalidName};
+        return {base::kErrorPathNotFound};
+    if (!base::IsFileName(name))
+        return {base::kErrorInvalidName};
     const std::optional<HostEntry> entry = DescribeLink(source);
     if (!entry)
         return LastError();
     const std::wstring target = JoinWide(folder, WideOf(name));
     // In any letter case a name is taken, unless it is the entry's own.
     const std::optional<HostEntry> taken = DescribeLink(target);
-    if (taken && !(taken->IsSameFile(*entry) && EqualsNoCase(name, LastComponent(from))))
-        return {kErrorAlreadyExists};
-    return ::MoveFileExW(source.c_str(), target.c_str(), 0) != 0 ? SystemError{} : LastError();
+    if (taken && !(taken->IsSameFile(*entry) && base::EqualsNoCase(name, base::LastComponent(from))))
+        return {base::kErrorAlreadyExists};
+    return ::MoveFileExW(source.c_str(), target.c_str(), 0) != 0 ? base::SystemError{} : LastError();
 }
 
 bool IsWithin(const std::string& folder, const std::string& inner) {
@@ -44,8 +44,8 @@ bool IsWithin(const std::string& folder, const std::string& inner) {
     const std::string inside = Resolved(inner);
     if (outside.empty() || inside.empty())
         return false;
-    return EqualsNoCase(inside, outside) ||
-           StartsWithNoCase(inside, outside.ends_with('\\') ? outside : outside + '\\');
+    return base::EqualsNoCase(inside, outside) ||
+           base::StartsWithNoCase(inside, outside.ends_with('\\') ? outside : outside + '\\');
 }
 
 } // namespace platform

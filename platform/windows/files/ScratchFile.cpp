@@ -13,14 +13,14 @@ class HostScratchFile final : public ScratchFile {
   public:
     explicit HostScratchFile(Handle file) : file_(std::move(file)) {}
 
-    SystemError WriteAt(std::uint64_t offset, std::span<const std::uint8_t> data) override {
+    base::SystemError WriteAt(std::uint64_t offset, std::span<const std::uint8_t> data) override {
         return WriteFullyAt(file_, offset, data);
     }
 
-    SystemError ReadAt(std::uint64_t offset, std::span<std::uint8_t> buffer) override {
+    base::SystemError ReadAt(std::uint64_t offset, std::span<std::uint8_t> buffer) override {
         std::size_t count = 0;
-        const SystemError error = ReadFullyAt(file_, offset, buffer, count);
-        return !error && count < buffer.size() ? SystemError{kErrorReadFault} : error;
+        const base::SystemError error = ReadFullyAt(file_, offset, buffer, count);
+        return !error && count < buffer.size() ? base::SystemError{base::kErrorReadFault} : error;
     }
 
   private:

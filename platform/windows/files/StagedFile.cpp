@@ -35,15 +35,15 @@ class HostStagedFile final : public StagedFile {
         return count;
     }
 
-    SystemError WriteAt(std::uint64_t offset, std::span<const std::uint8_t> data) override {
+    base::SystemError WriteAt(std::uint64_t offset, std::span<const std::uint8_t> data) override {
         return WriteFullyAt(file_.File(), offset, data);
     }
 
-    SystemError Flush() override {
-        return ::FlushFileBuffers(file_.File().Get()) != 0 ? SystemError{} : LastError();
+    base::SystemError Flush() override {
+        return ::FlushFileBuffers(file_.File().Get()) != 0 ? base::SystemError{} : LastError();
     }
 
-    SystemError Commit() override { return file_.Commit(target_, Durability::kOnMedium); }
+    base::SystemError Commit() override { return file_.Commit(target_, Durability::kOnMedium); }
 
   private:
     TemporaryFile file_;
@@ -53,12 +53,12 @@ class HostStagedFile final : public StagedFile {
 } // namespace
 
 std::unique_ptr<StagedFile> StagedFile::Create(const std::string& folder, const std::string& name,
-                                               SystemError& error) {
+                                               base::SystemError& error) {
     const std::wstring host = WidePathOf(folder);
-    error = {kErrorPathNotFound};
+    error = {base::kErrorPathNotFound};
     if (host.empty())
         return nullptr;
-    error = {kErrorInvalidName};
+    error = {base::kErrorInvalidName};
     if (name.empty() || name.find_first_of("\\/") != std::string::npos)
         return nullptr;
     RemoveAbandoned(host);

@@ -49,7 +49,7 @@ TemporaryFile TemporaryFile::StartFor(const std::wstring& target) {
     if (const std::optional<HostEntry> entry = DescribeTarget(target);
         entry && IsProtected(entry->attributes)) {
         TemporaryFile refused;
-        refused.error_ = {kErrorAccessDenied};
+        refused.error_ = {base::kErrorAccessDenied};
         return refused;
     }
     return StartIn(FolderOfWide(target));
@@ -60,12 +60,12 @@ TemporaryFile::~TemporaryFile() {
         DeleteOpenFile(file_);
 }
 
-SystemError TemporaryFile::Commit(const std::wstring& target, Durability durability) {
+base::SystemError TemporaryFile::Commit(const std::wstring& target, Durability durability) {
     if (durability == Durability::kOnMedium && ::FlushFileBuffers(file_.Get()) == 0)
         return LastError();
     const DWORD before = ::GetFileAttributesW(target.c_str());
     if (before != INVALID_FILE_ATTRIBUTES && IsProtected(before))
-        return {kErrorAccessDenied};
+        return {base::kErrorAccessDenied};
     if (before != INVALID_FILE_ATTRIBUTES)
         KeepAttributes(file_, before);
     file_.Close();
@@ -74,7 +74,7 @@ SystemError TemporaryFile::Commit(const std::wstring& target, Durability durabil
         flags |= MOVEFILE_WRITE_THROUGH;
     if (::MoveFileExW(name_.c_str(), target.c_str(), flags) != 0)
         return {};
-    const SystemError error = LastError();
+    const base::SystemError error = LastError();
     ::DeleteFileW(name_.c_str());
     return error;
 }
@@ -98,9 +98,9 @@ CopyResult CopyContent(const Handle& from, const Handle& to,
     std::uint64_t offset = 0;
     std::size_t count = 0;
     do {
-        if (const SystemError error = ReadFullyAt(from, offset, buffer, count))
+        if (const base::SystemError error = ReadFullyAt(from, offset, buffer, count))
             return {error, false};
-        if (const SystemError error = WriteFully(to, std::span(buffer).first(count)))
+        if (const base::SystemError error = WriteFully(to, std::span(buffer).first(count)))
             return {error, false};
         offset += count;
         if (count != 0 && !goOn(count))

@@ -33,21 +33,21 @@ class TemporaryFile {
     TemporaryFile(TemporaryFile&& other) noexcept = default;
 
     /// Why it could not be started.
-    SystemError Error() const { return error_; }
+    base::SystemError Error() const { return error_; }
 
     /// The new file, open for reading and writing.
     const Handle& File() const { return file_; }
 
     /// Gives the file its name, in place of a file that has it, whose attributes it keeps. A folder and a
     /// read-only file are not replaced and make this fail.
-    SystemError Commit(const std::wstring& target, Durability durability);
+    base::SystemError Commit(const std::wstring& target, Durability durability);
 
   private:
     TemporaryFile() = default;
 
     std::wstring name_;
     Handle file_;
-    SystemError error_;
+    base::SystemError error_;
 };
 
 /// Marks an open file as hidden or as the system's own when the file that it replaces is.
@@ -58,7 +58,7 @@ void DeleteOpenFile(Handle& file);
 
 /// How copying a file's bytes ended.
 struct CopyResult {
-    SystemError error;
+    base::SystemError error;
     bool wasStopped = false;
 };
 

@@ -11,11 +11,11 @@ namespace {
 
 /// The root that the system's drive calls take: they know no prefix.
 std::wstring RootOf(char letter) {
-    return {static_cast<wchar_t>(UpperDriveLetter(letter)), L':', L'\\'};
+    return {static_cast<wchar_t>(base::UpperDriveLetter(letter)), L':', L'\\'};
 }
 
 bool IsRoot(const std::string& root) {
-    return root.size() >= 2 && root[1] == ':' && IsDriveLetter(root[0]);
+    return root.size() >= 2 && root[1] == ':' && base::IsDriveLetter(root[0]);
 }
 
 } // namespace

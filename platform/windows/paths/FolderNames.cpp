@@ -8,7 +8,7 @@
 
 namespace platform {
 
-SystemError NamesIn(const std::wstring& path, std::vector<std::wstring>& names) {
+base::SystemError NamesIn(const std::wstring& path, std::vector<std::wstring>& names) {
     WIN32_FIND_DATAW found{};
     const HANDLE search = ::FindFirstFileExW(JoinWide(path, L"*").c_str(), FindExInfoBasic, &found,
                                              FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH);
@@ -19,7 +19,8 @@ SystemError NamesIn(const std::wstring& path, std::vector<std::wstring>& names) 
         if (name != L"." && name != L"..")
             names.emplace_back(name);
     } while (::FindNextFileW(search, &found) != 0);
-    const SystemError error = ::GetLastError() == ERROR_NO_MORE_FILES ? SystemError{} : LastError();
+    const base::SystemError error =
+        ::GetLastError() == ERROR_NO_MORE_FILES ? base::SystemError{} : LastError();
     ::FindClose(search);
     std::ranges::sort(names);
     return error;

@@ -8,6 +8,6 @@
 namespace platform {
 
 /// Reads the names in the host folder `path`, without "." and "..", ordered by their units.
-SystemError NamesIn(const std::wstring& path, std::vector<std::wstring>& names);
+base::SystemError NamesIn(const std::wstring& path, std::vector<std::wstring>& names);
 
 } // namespace platform

@@ -14,12 +14,12 @@ namespace {
 constexpr std::string_view kSeparators = "\\/";
 
 bool DriveExists(char letter) {
-    return (::GetLogicalDrives() >> (UpperDriveLetter(letter) - 'A') & 1U) != 0;
+    return (::GetLogicalDrives() >> (base::UpperDriveLetter(letter) - 'A') & 1U) != 0;
 }
 
 /// A share's "\\server\share", or a drive's "E:"; empty when `path` has neither in front.
 std::string_view VolumeOf(std::string_view path) {
-    if (path.size() >= 2 && path[1] == ':' && IsDriveLetter(path[0]))
+    if (path.size() >= 2 && path[1] == ':' && base::IsDriveLetter(path[0]))
         return path.substr(0, 2);
     if (!path.starts_with("\\\\"))
         return "";
@@ -53,10 +53,11 @@ std::string HostPathOf(std::string_view path) {
     const std::string_view volume = VolumeOf(path);
     if (volume.empty() || path.find('\0') != std::string_view::npos)
         return "";
-    const std::vector<std::string> components = SplitComponents(path.substr(volume.size()), kSeparators);
+    const std::vector<std::string> components =
+        base::SplitComponents(path.substr(volume.size()), kSeparators);
     std::string root(volume);
     if (root.size() == 2) {
-        root[0] = UpperDriveLetter(root[0]);
+        root[0] = base::UpperDriveLetter(root[0]);
         const DriveEntry* set = FindSetDrive(root[0]);
         if (set != nullptr)
             root = set->root;
@@ -76,13 +77,14 @@ std::string PathFromHost(std::string_view hostPath) {
         absolute = (isFromRoot ? std::string(VolumeOf(current)) : current) + "\\" + absolute;
     }
     const std::string_view volume = VolumeOf(absolute);
-    std::string path = Join(std::string(volume),
-                            SplitComponents(std::string_view(absolute).substr(volume.size()), kSeparators));
+    std::string path =
+        Join(std::string(volume),
+             base::SplitComponents(std::string_view(absolute).substr(volume.size()), kSeparators));
     if (!IsDriveTableSet())
         return path;
     const DriveEntry* best = nullptr;
     for (const DriveEntry& drive : SetDrives()) {
-        const bool holds = StartsWithNoCase(path, drive.root) &&
+        const bool holds = base::StartsWithNoCase(path, drive.root) &&
                            (path.size() == drive.root.size() || path[drive.root.size()] == '\\');
         if (holds && (best == nullptr || drive.root.size() > best->root.size()))
             best = &drive;
@@ -90,7 +92,7 @@ std::string PathFromHost(std::string_view hostPath) {
     if (best == nullptr)
         return "";
     return Join(std::string(1, best->letter) + ":",
-                SplitComponents(std::string_view(path).substr(best->root.size()), kSeparators));
+                base::SplitComponents(std::string_view(path).substr(best->root.size()), kSeparators));
 }
 
 std::string CurrentFolder() {

@@ -32,7 +32,7 @@ namespace tests {
 namespace {
 
 namespace fs = std::filesystem;
-using platform::CabFailure;
+using cabinet::CabFailure;
 
 using Tree = std::map<std::string, std::string>;
 
@@ -51,19 +51,19 @@ Tree TreeAt(const fs::path& folder) {
 
 class CabCompressTest : public testing::Test {
   protected:
-    platform::CabReport Pack(std::int32_t mode, const std::string& folder, const std::string& name,
-                             const std::string& source, const platform::CabProgressFunction& progress = {}) {
-        return platform::CabCompress(mode, TestDir::Path(folder), name, TestDir::Path(source), status,
-                                     progress);
+    cabinet::CabReport Pack(std::int32_t mode, const std::string& folder, const std::string& name,
+                            const std::string& source, const cabinet::CabProgressFunction& progress = {}) {
+        return cabinet::CabCompress(mode, TestDir::Path(folder), name, TestDir::Path(source), status,
+                                    progress);
     }
 
-    platform::CabReport PackFolder(const platform::CabProgressFunction& progress = {}) {
-        return Pack(platform::kCabModeFolder, "", "src.cab", "src/", progress);
+    cabinet::CabReport PackFolder(const cabinet::CabProgressFunction& progress = {}) {
+        return Pack(cabinet::kCabModeFolder, "", "src.cab", "src/", progress);
     }
 
     void ExpectRefused(CabFailure failure, const std::string& path) {
         const auto before = dir.Count();
-        const platform::CabReport report = PackFolder();
+        const cabinet::CabReport report = PackFolder();
         EXPECT_EQ(report.failure, failure) << report.Description();
         EXPECT_EQ(report.path, path);
         EXPECT_NE(report.Description().find(path), std::string::npos);
@@ -78,7 +78,7 @@ class CabCompressTest : public testing::Test {
         fs::remove_all(out);
         fs::create_directory(out);
         if (command.empty()) {
-            archive::CabFile cab;
+            cabinet::CabFile cab;
             cab.CabName = TestDir::Path("src.cab");
             EXPECT_TRUE(cab.Extract("", "C:\\", "read.cab"));
             return TreeAt(out);
@@ -114,7 +114,7 @@ TEST_F(CabCompressTest, EveryReaderGetsTheTreeBack) {
     dir.MakeFile("src/z/large", SampleText(17'500'000, 4));
     for (int i = 0; i < 300; ++i)
         dir.MakeFile("src/small/" + std::to_string(i), SampleText(static_cast<std::size_t>(i), 5));
-    const platform::CabReport report = PackFolder();
+    const cabinet::CabReport report = PackFolder();
     ASSERT_EQ(status, 0) << report.Description();
     const Tree source = TreeAt(dir.Host("src"));
     for (const std::string& reader : kReaders)
@@ -124,7 +124,7 @@ TEST_F(CabCompressTest, EveryReaderGetsTheTreeBack) {
 TEST_F(CabCompressTest, OneFileKeepsItsNameAndCabinetTakesTheOldOnesPlace) {
     dir.MakeFile("docs/a.txt", "first");
     dir.MakeFile("src.cab", "an older cabinet");
-    Pack(platform::kCabModeFile, "", "src.cab", "docs/a.txt");
+    Pack(cabinet::kCabModeFile, "", "src.cab", "docs/a.txt");
     EXPECT_EQ(status, 0);
     EXPECT_EQ(ReadBy(kReaders.back()), (Tree{{"a.txt", "first"}}));
     EXPECT_EQ(dir.Count(), 2u);
@@ -147,14 +147,14 @@ TEST_F(CabCompressTest, KeepsDatesAndAttributes) {
     ASSERT_EQ(status, 0);
     using Facts = std::array<int, 3>; // date, time, attributes
     std::map<std::string, Facts> found;
-    platform::CabinetIterator iterator;
+    cabinet::CabinetIterator iterator;
     const auto note = [](std::uintptr_t context, std::uint32_t notification, void* param1, std::uintptr_t) {
-        if (notification == platform::kNotifyFileInCabinet) {
-            const auto& info = *static_cast<platform::FILE_IN_CABINET_INFO*>(param1);
+        if (notification == cabinet::kNotifyFileInCabinet) {
+            const auto& info = *static_cast<cabinet::FILE_IN_CABINET_INFO*>(param1);
             (*reinterpret_cast<decltype(found)*>(context))[info.NameInCabinet] = {info.DosDate, info.DosTime,
                                                                                   info.DosAttribs};
         }
-        return platform::kFileOpSkip;
+        return cabinet::kFileOpSkip;
     };
     ASSERT_FALSE(iterator.Iterate(TestDir::Path("src.cab"), note, reinterpret_cast<std::uintptr_t>(&found)));
     EXPECT_EQ(found["tool"],
@@ -218,14 +218,14 @@ TEST_F(CabCompressTest, ReportsWhatIsMissingOrCannotBeWritten) {
     dir.MakeFile("src/file", "x");
     dir.MakeFolder("src.cab");
     ExpectRefused(CabFailure::kCannotWrite, "E:\\src.cab");
-    EXPECT_EQ(Pack(platform::kCabModeFolder, "no/", "src.cab", "src/").failure, CabFailure::kCannotWrite);
-    EXPECT_EQ(Pack(platform::kCabModeFile, "", "s.cab", "src").failure, CabFailure::kCannotRead);
+    EXPECT_EQ(Pack(cabinet::kCabModeFolder, "no/", "src.cab", "src/").failure, CabFailure::kCannotWrite);
+    EXPECT_EQ(Pack(cabinet::kCabModeFile, "", "s.cab", "src").failure, CabFailure::kCannotRead);
     EXPECT_EQ(Pack(3, "", "s.cab", "src/").failure, CabFailure::kWrongCall);
 }
 
 /// Runs `change` once, when the files have been listed and about `share` of the work is done.
-platform::CabProgressFunction When(double share, std::function<void()> change, bool& done) {
-    return [=, &done](const platform::CabProgress& progress) {
+cabinet::CabProgressFunction When(double share, std::function<void()> change, bool& done) {
+    return [=, &done](const cabinet::CabProgress& progress) {
         const bool isListed = progress.total > 1;
         if (isListed && !done &&
             static_cast<double>(progress.done) >= share * static_cast<double>(progress.total)) {
@@ -258,7 +258,7 @@ TEST_F(CabCompressTest, SourceThatChangesIsNoticedAtAnyMoment) {
             dir.MakeFile("src/m", large.substr(1000, 900'000));
             dir.MakeFile("src/z", large);
             bool done = false;
-            const platform::CabReport report = PackFolder(When(share, change, done));
+            const cabinet::CabReport report = PackFolder(When(share, change, done));
             if (!done) { // this machine was done before it was asked again
                 fs::remove(dir.Host("src.cab"));
                 continue;
@@ -275,7 +275,7 @@ TEST_F(CabCompressTest, FullDiskLeavesNothing) {
     if (!disk.IsMounted())
         GTEST_SKIP() << "no right to mount a small disk";
     dir.MakeFile("src/a", SampleText(6'000'000));
-    const platform::CabReport report = Pack(platform::kCabModeFolder, "disk/", "src.cab", "src/");
+    const cabinet::CabReport report = Pack(cabinet::kCabModeFolder, "disk/", "src.cab", "src/");
     EXPECT_EQ(report.failure, CabFailure::kCannotWrite);
     EXPECT_EQ(report.error.code, 112u);
     EXPECT_EQ(dir.Count("disk"), 0u);
@@ -287,7 +287,7 @@ TEST_F(CabCompressTest, AnotherPackingIntoTheSameFolderIsLeftAlone) {
     PackFolder(When(
         0.3,
         [&] {
-            Pack(platform::kCabModeFile, "", "other.cab", "src/a");
+            Pack(cabinet::kCabModeFile, "", "other.cab", "src/a");
             EXPECT_EQ(status, 0);
         },
         done));

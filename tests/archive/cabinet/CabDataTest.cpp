@@ -172,7 +172,7 @@ TEST_F(CabDataTest, FullDiskLeavesNothingHalfWritten) {
     CabBuilder builder;
     builder.items = {{"small", SampleText(50000)}, {"large", SampleText(400000, 2)}};
     Use(builder);
-    const archive::CabResult result = ExtractAll();
+    const cabinet::CabResult result = ExtractAll();
     EXPECT_EQ(result.number, 112u);
     EXPECT_EQ(result.description, "There is not enough space on the disk.");
     EXPECT_EQ(dir.Count("out/data"), 1u);

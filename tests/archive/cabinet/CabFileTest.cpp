@@ -55,7 +55,7 @@ TEST_F(CabTest, ComparesWhatItWroteAndCanBeCancelledInsideALargeFile) {
         steps.push_back(done);
         cancel = size != 3 << 20 || steps.size() == 2;
     };
-    EXPECT_EQ(cab.Extract("", "E:\\out", cab.CabName).number, archive::kCabErrorCancelled);
+    EXPECT_EQ(cab.Extract("", "E:\\out", cab.CabName).number, cabinet::kCabErrorCancelled);
     EXPECT_EQ(dir.Count("out/data"), 0u);
     ASSERT_EQ(steps.size(), 2u);
     EXPECT_LT(steps[0], steps[1]);
@@ -71,7 +71,7 @@ TEST_F(CabTest, ComparesWhatItWroteAndCanBeCancelledInsideALargeFile) {
 }
 
 TEST_F(CabTest, RaisesErrorsWithTheirTexts) {
-    const archive::CabResult unset = cab.GetInfo("");
+    const cabinet::CabResult unset = cab.GetInfo("");
     EXPECT_EQ(unset.number, 0x800407A4u);
     EXPECT_EQ(unset.description,
               "You must set the CabName property before taking any action on the CabFile object.");
@@ -185,13 +185,13 @@ TEST_F(CabTest, FileThatContinuesInAnotherCabinetIsMissing) {
 TEST_F(CabTest, AnObjectThatIsGoneIsNotCalled) {
     UseItems({{"a", "1"}});
     {
-        archive::CabFile other;
+        cabinet::CabFile other;
         other.CabName = cab.CabName;
         EXPECT_TRUE(other.GetInfo(""));
-        EXPECT_EQ(archive::CurrentCabFile(), &other);
+        EXPECT_EQ(cabinet::CurrentCabFile(), &other);
     }
-    EXPECT_EQ(archive::CurrentCabFile(), nullptr);
-    EXPECT_EQ(archive::CabIterateCallback(1, 0x11, nullptr, 0), 0u) << "the iteration goes on";
+    EXPECT_EQ(cabinet::CurrentCabFile(), nullptr);
+    EXPECT_EQ(cabinet::CabIterateCallback(1, 0x11, nullptr, 0), 0u) << "the iteration goes on";
 }
 
 } // namespace

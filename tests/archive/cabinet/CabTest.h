@@ -36,16 +36,16 @@ class CabTest : public testing::Test {
 
     void UseBytes(const std::string& bytes) { cab.CabName = dir.MakeFile("data.cab", bytes); }
 
-    archive::CabResult ExtractAll() { return cab.Extract("", TestDir::Path("out"), cab.CabName); }
+    cabinet::CabResult ExtractAll() { return cab.Extract("", TestDir::Path("out"), cab.CabName); }
 
-    archive::CabResult ExtractOne(const std::string& name) {
+    cabinet::CabResult ExtractOne(const std::string& name) {
         return cab.Extract(name, TestDir::Path("out"), cab.CabName);
     }
 
     using Texts = std::vector<std::string>;
 
     TestDir dir;
-    archive::CabFile cab;
+    cabinet::CabFile cab;
     Texts found;
     std::vector<platform::SystemTime> times;
     Texts before;

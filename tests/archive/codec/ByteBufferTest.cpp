@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 #include <utility>
 
-using archive::ByteBuffer;
+using codec::ByteBuffer;
 
 TEST(ByteBuffer, KeepsItsBytesWhileItGrowsShrinksAndLosesItsFront) {
     ByteBuffer buffer(3);

@@ -10,7 +10,7 @@
 #include <vector>
 #include <zlib.h>
 
-using archive::Cls_CRC32;
+using codec::Cls_CRC32;
 
 TEST(Crc32, RegisterAndResult) {
     Cls_CRC32 crc;
@@ -47,7 +47,7 @@ TEST(Crc32, EveryKernelOnEverySizeAndAlignment) {
     for (std::size_t size = 0; size < 1200; size++)
         sizes.push_back(size);
     sizes.insert(sizes.end(), {4095, 4096, 4097, 65535, 65536, 100001});
-    for (const archive::Crc32Kernel* kernel : archive::Crc32Kernels())
+    for (const codec::Crc32Kernel* kernel : codec::Crc32Kernels())
         for (const std::size_t size : sizes) {
             const support::GuardedMemory memory(
                 support::RandomContent(random, support::Content::kNoise, size + support::Below(random, 16)));

@@ -19,7 +19,7 @@ struct Inflated {
 };
 
 /// The whole of a guarded array from the start, so that a decoder can neither grow it nor pass it.
-class FixedOutput : public archive::InflateOutput {
+class FixedOutput : public codec::InflateOutput {
   public:
     explicit FixedOutput(std::span<std::uint8_t> space) : space_(space) {}
 
@@ -29,13 +29,13 @@ class FixedOutput : public archive::InflateOutput {
     std::span<std::uint8_t> space_;
 };
 
-inline archive::ByteBuffer BufferOf(std::span<const std::uint8_t> bytes) {
-    archive::ByteBuffer buffer(bytes.size());
+inline codec::ByteBuffer BufferOf(std::span<const std::uint8_t> bytes) {
+    codec::ByteBuffer buffer(bytes.size());
     std::copy(bytes.begin(), bytes.end(), buffer.Data());
     return buffer;
 }
 
-inline std::vector<std::uint8_t> BytesOf(const archive::ByteBuffer& buffer) {
+inline std::vector<std::uint8_t> BytesOf(const codec::ByteBuffer& buffer) {
     return {buffer.Data(), buffer.Data() + buffer.Size()};
 }
 
@@ -43,28 +43,28 @@ inline std::vector<std::uint8_t> BytesOf(const archive::ByteBuffer& buffer) {
 /// guard pages, and expects all of them to agree.
 inline Inflated RunInflate(std::span<const std::uint8_t> stream, std::size_t size, bool deflate64) {
     fakes::RecordingMessages messages;
-    archive::ByteBuffer data = BufferOf(stream);
+    codec::ByteBuffer data = BufferOf(stream);
     Inflated inflated;
-    inflated.status = archive::Inflate(data, static_cast<std::int32_t>(size) - 1, deflate64);
+    inflated.status = codec::Inflate(data, static_cast<std::int32_t>(size) - 1, deflate64);
     inflated.data = BytesOf(data);
     inflated.messages = messages.Ids();
     for (const app::Message& message : messages.shown)
         EXPECT_EQ(message.flags, app::kMessageWarning);
 
     std::vector<std::uint8_t> pieces;
-    const bool isGood = archive::InflateInPieces(stream, static_cast<std::int32_t>(size) - 1, deflate64,
-                                                 [&](std::span<const std::uint8_t> piece) {
-                                                     pieces.insert(pieces.end(), piece.begin(), piece.end());
-                                                 });
+    const bool isGood = codec::InflateInPieces(stream, static_cast<std::int32_t>(size) - 1, deflate64,
+                                               [&](std::span<const std::uint8_t> piece) {
+                                                   pieces.insert(pieces.end(), piece.begin(), piece.end());
+                                               });
     EXPECT_EQ(isGood, inflated.messages.empty());
     EXPECT_TRUE(!isGood || pieces == inflated.data);
 
     const support::GuardedMemory input(stream);
-    for (const archive::InflateKernel* kernel : archive::InflateKernels()) {
+    for (const codec::InflateKernel* kernel : codec::InflateKernels()) {
         const support::GuardedMemory space(size);
         FixedOutput output(space.Bytes());
-        const archive::InflateResult result =
-            archive::InflateDecoder(input.Bytes(), output, size, deflate64, *kernel).Decode();
+        const codec::InflateResult result =
+            codec::InflateDecoder(input.Bytes(), output, size, deflate64, *kernel).Decode();
         EXPECT_EQ(result.status, inflated.status) << kernel->name;
         EXPECT_EQ(result.badTable, !inflated.messages.empty()) << kernel->name;
         if (result.badTable) {

@@ -44,8 +44,8 @@ TEST(Inflate, EmptyStreamGivesNothing) {
     ExpectData(RunInflate(Bytes{0x03, 0x00}, 0, false), 0, {});
     // No input at all reads as a stored block that is not there; a negative size as none.
     ExpectData(RunInflate({}, 10, false), -1, {});
-    archive::ByteBuffer data = BufferOf(Bytes{0x03, 0x00});
-    EXPECT_EQ(archive::Inflate(data, -2, false), 0);
+    codec::ByteBuffer data = BufferOf(Bytes{0x03, 0x00});
+    EXPECT_EQ(codec::Inflate(data, -2, false), 0);
     EXPECT_TRUE(data.Empty());
 }
 
@@ -323,8 +323,8 @@ TEST(Inflate, MemoryFollowsTheInputAndNotTheRecord) {
     endless.Dynamic(true, Lengths(257, {{'z', 1}, {256, 1}}), {1, 1});
     fakes::RecordingMessages messages;
     for (const bool deflate64 : kModes) {
-        archive::ByteBuffer data = BufferOf(endless.Stream());
-        EXPECT_EQ(archive::Inflate(data, 0x7FFFFFFE, deflate64), -1);
+        codec::ByteBuffer data = BufferOf(endless.Stream());
+        EXPECT_EQ(codec::Inflate(data, 0x7FFFFFFE, deflate64), -1);
         EXPECT_LE(data.Size(), std::size_t{8} << 20);
     }
     // The densest stream there is still decodes whole: two bits for 258 bytes.

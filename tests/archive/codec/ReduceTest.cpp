@@ -19,13 +19,13 @@ using Bytes = std::vector<std::uint8_t>;
 /// Decodes through Unreduce, then between guard pages with lanes of several lengths; all must agree with the
 /// control.
 Bytes RunUnreduce(const Bytes& stream, int factor, std::size_t size) {
-    archive::ByteBuffer data = BufferOf(stream);
-    EXPECT_EQ(archive::Unreduce(data, factor + 1, static_cast<std::int32_t>(size) - 1), 0);
+    codec::ByteBuffer data = BufferOf(stream);
+    EXPECT_EQ(codec::Unreduce(data, factor + 1, static_cast<std::int32_t>(size) - 1), 0);
     EXPECT_TRUE(BytesOf(data) == support::PlainUnreduce(stream, static_cast<unsigned>(factor), data.Size()));
     const support::GuardedMemory input(stream);
     for (const std::size_t laneBytes : {16u, 100u, 512u}) {
         const support::GuardedMemory output(data.Size());
-        archive::ReduceDecoder(input.Bytes(), factor, laneBytes).Decode(output.Bytes());
+        codec::ReduceDecoder(input.Bytes(), factor, laneBytes).Decode(output.Bytes());
         EXPECT_TRUE(std::ranges::equal(data.Span(), output.Bytes())) << "lanes of " << laneBytes;
     }
     return BytesOf(data);
@@ -104,8 +104,8 @@ TEST(Reduce, StaysWithinItsBuffers) {
     EXPECT_EQ(RunUnreduce({}, 4, 3), Bytes(3, 0));
     EXPECT_EQ(RunUnreduce(Plain({'a'}), 1, 0), Bytes());
     // A record of two gigabytes for a few bytes of input takes no such memory.
-    archive::ByteBuffer data = BufferOf(Plain({'a'}));
-    EXPECT_EQ(archive::Unreduce(data, 2, 0x7FFFFFFE), 0);
+    codec::ByteBuffer data = BufferOf(Plain({'a'}));
+    EXPECT_EQ(codec::Unreduce(data, 2, 0x7FFFFFFE), 0);
     EXPECT_LE(data.Size(), std::size_t{1} << 20);
 }
 

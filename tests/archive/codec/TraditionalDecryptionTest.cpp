@@ -16,7 +16,7 @@ using Bytes = std::vector<std::uint8_t>;
 
 TEST(Encrypt, HeaderAndDataComeBack) {
     support::Random random(12);
-    archive::Cls_Encrypt encrypt; // one object for every entry, as the reader uses it
+    codec::Cls_Encrypt encrypt; // one object for every entry, as the reader uses it
     for (const std::string_view password :
          {"", "a", "correct horse", "\x7F~ 0123456789012345678901234567890123456789"})
         for (const std::size_t size : {0u, 1u, 2u, 3u, 31u, 5000u}) {

@@ -26,15 +26,15 @@ class RarAdaptorTest : public testing::TestWithParam<int> {
     }
 
     /// Extracts all entries to E:\out as far as it goes; answers the results, that of the last header last.
-    std::vector<int> Extract(const std::string& path, int operation = kRarExtract) {
-        RAROpenArchiveData data;
+    std::vector<int> Extract(const std::string& path, int operation = rar::kRarExtract) {
+        rar::RAROpenArchiveData data;
         data.ArcName = path;
-        data.OpenMode = kRarOpenExtract;
+        data.OpenMode = rar::kRarOpenExtract;
         rar::RarAdaptor adaptor;
         const auto archive = adaptor.RAROpenArchive(data);
         if (!archive)
             return {data.OpenResult};
-        SystemError error;
+        base::SystemError error;
         const auto folder = OutputFolder::Open(TestDir::Path("out"), error);
         archive->RARSetCallback([&](std::span<const std::uint8_t> piece) {
             unpacked += piece.size();
@@ -42,7 +42,7 @@ class RarAdaptorTest : public testing::TestWithParam<int> {
         });
         std::vector<int> results;
         int result = 0;
-        while ((result = archive->RARReadHeader(header)) == kRarSuccess) {
+        while ((result = archive->RARReadHeader(header)) == rar::kRarSuccess) {
             names.push_back(header.FileName);
             results.push_back(
                 archive->RARProcessFile(operation, "E:\\out\\", "E:\\out\\" + header.FileName, folder.get()));
@@ -59,14 +59,14 @@ class RarAdaptorTest : public testing::TestWithParam<int> {
 
     TestDir dir;
     RarBuilder builder;
-    RARHeaderData header;
+    rar::RARHeaderData header;
     std::vector<std::string> names;
     std::size_t unpacked = 0;
 };
 
 TEST_P(RarAdaptorTest, TellsAndExtractsEntriesInOrder) {
     builder.items = {{"sub/b.txt", "content"}, {"sub", "", true}, {"empty", ""}};
-    EXPECT_EQ(ExtractBytes(builder.Bytes()), (Results{0, kRarCannotCreate, 0, kRarEndOfArchive}));
+    EXPECT_EQ(ExtractBytes(builder.Bytes()), (Results{0, rar::kRarCannotCreate, 0, rar::kRarEndOfArchive}));
     EXPECT_EQ(names, (std::vector<std::string>{"sub\\b.txt", "sub", "empty"}));
     EXPECT_EQ(header.UnpSize, 0u);
     EXPECT_EQ(header.ArcName, "E:\\a.rar");
@@ -82,12 +82,12 @@ TEST_P(RarAdaptorTest, NeverLooksCompleteWhenCut) {
     const std::string whole = builder.Bytes();
     for (std::size_t length = 0; length < whole.size(); ++length) {
         const Results results = ExtractBytes(whole.substr(0, length));
-        EXPECT_NE(results.back(), kRarEndOfArchive) << length;
+        EXPECT_NE(results.back(), rar::kRarEndOfArchive) << length;
         for (const auto& [name, content] :
              std::map<std::string, std::string>{{"one", "the first"}, {"two", "the second"}})
             EXPECT_EQ(dir.Read("out/" + name).value_or(content), content) << length;
     }
-    EXPECT_EQ(ExtractBytes(whole), (Results{0, 0, kRarEndOfArchive}));
+    EXPECT_EQ(ExtractBytes(whole), (Results{0, 0, rar::kRarEndOfArchive}));
 }
 
 TEST_P(RarAdaptorTest, NeverTakesDamageForContent) {
@@ -96,7 +96,7 @@ TEST_P(RarAdaptorTest, NeverTakesDamageForContent) {
     for (std::size_t at = 0; at < whole.size(); ++at) {
         std::string damaged = whole;
         damaged[at] = static_cast<char>(damaged[at] ^ (1 << at % 8));
-        EXPECT_NE(ExtractBytes(damaged), (Results{0, 0, kRarEndOfArchive})) << at;
+        EXPECT_NE(ExtractBytes(damaged), (Results{0, 0, rar::kRarEndOfArchive})) << at;
     }
     EXPECT_EQ(dir.Count("out"), 2u) << "only whole files under their own names";
 }
@@ -106,21 +106,21 @@ TEST_P(RarAdaptorTest, RefusesWhatItCannotUnpack) {
         builder.items = {std::move(item)};
         return ExtractBytes(builder.Bytes())[0];
     };
-    EXPECT_EQ(only({.name = "secret", .content = "0123", .encrypted = true}), kRarBadData);
-    EXPECT_EQ(only({.name = "solid", .content = "0123", .solid = true, .packed = true}), kRarBadData);
+    EXPECT_EQ(only({.name = "secret", .content = "0123", .encrypted = true}), rar::kRarBadData);
+    EXPECT_EQ(only({.name = "solid", .content = "0123", .solid = true, .packed = true}), rar::kRarBadData);
     EXPECT_EQ(only({.name = "noise", .content = "0123456789abcdefghij", .packed = true, .size = 99}),
-              kRarBadData);
-    EXPECT_EQ(only({.name = "link", .content = "/etc/passwd", .link = true}), kRarCannotCreate);
-    EXPECT_EQ(only({.name = "crc", .content = "0123", .crc = 1}), kRarBadData);
-    EXPECT_EQ(only({.name = "short", .content = "0123", .size = 3}), kRarBadData);
-    EXPECT_EQ(only({.name = "huge", .content = "0123", .size = ~0ull >> 2}), kRarBadData);
+              rar::kRarBadData);
+    EXPECT_EQ(only({.name = "link", .content = "/etc/passwd", .link = true}), rar::kRarCannotCreate);
+    EXPECT_EQ(only({.name = "crc", .content = "0123", .crc = 1}), rar::kRarBadData);
+    EXPECT_EQ(only({.name = "short", .content = "0123", .size = 3}), rar::kRarBadData);
+    EXPECT_EQ(only({.name = "huge", .content = "0123", .size = ~0ull >> 2}), rar::kRarBadData);
     EXPECT_EQ(dir.Count("out"), 0u);
     builder.encryptedHeaders = true;
-    EXPECT_EQ(only({.name = "hidden", .content = "0123"}), kRarBadData);
-    EXPECT_EQ(ExtractBytes("RE~^ and more"), Results{kRarUnknownFormat});
-    EXPECT_EQ(ExtractBytes("Rar!\x1A\x07\x02 and more"), Results{kRarUnknownFormat});
-    EXPECT_EQ(ExtractBytes("This is no archive."), Results{kRarNotRar});
-    EXPECT_EQ(Extract(TestDir::Path("missing.rar")), Results{kRarCannotOpen});
+    EXPECT_EQ(only({.name = "hidden", .content = "0123"}), rar::kRarBadData);
+    EXPECT_EQ(ExtractBytes("RE~^ and more"), Results{rar::kRarUnknownFormat});
+    EXPECT_EQ(ExtractBytes("Rar!\x1A\x07\x02 and more"), Results{rar::kRarUnknownFormat});
+    EXPECT_EQ(ExtractBytes("This is no archive."), Results{rar::kRarNotRar});
+    EXPECT_EQ(Extract(TestDir::Path("missing.rar")), Results{rar::kRarCannotOpen});
 }
 
 TEST_P(RarAdaptorTest, FollowsAnEntryOverVolumes) {
@@ -142,13 +142,13 @@ TEST_P(RarAdaptorTest, FollowsAnEntryOverVolumes) {
     const std::string first = volume(9, 0, 9);
     volume(10, 9, 24);
     const std::string third = volume(11, 24, whole.size());
-    EXPECT_EQ(Extract(first), (Results{0, 0, kRarEndOfArchive}));
+    EXPECT_EQ(Extract(first), (Results{0, 0, rar::kRarEndOfArchive}));
     EXPECT_EQ(dir.Read("out/long"), whole);
     EXPECT_EQ(header.ArcName, third);
-    EXPECT_EQ(Extract(third), (Results{kRarCannotOpen, 0, kRarEndOfArchive})) << "it began before";
+    EXPECT_EQ(Extract(third), (Results{rar::kRarCannotOpen, 0, rar::kRarEndOfArchive})) << "it began before";
     std::filesystem::remove(dir.Host("set.part11.rar"));
-    EXPECT_EQ(Extract(first), (Results{kRarCannotOpen, kRarCannotOpen}));
-    EXPECT_EQ(Extract(first, kRarSkip), (Results{kRarCannotOpen, kRarCannotOpen}));
+    EXPECT_EQ(Extract(first), (Results{rar::kRarCannotOpen, rar::kRarCannotOpen}));
+    EXPECT_EQ(Extract(first, rar::kRarSkip), (Results{rar::kRarCannotOpen, rar::kRarCannotOpen}));
     EXPECT_EQ(dir.Read("out/long"), whole) << "what was there stays";
 }
 

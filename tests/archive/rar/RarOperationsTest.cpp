@@ -15,13 +15,13 @@
 namespace tests {
 namespace {
 
-using archive::RarListing;
-using archive::RarPass;
+using rar::RarListing;
+using rar::RarPass;
 using Texts = std::vector<std::string>;
 using Ids = std::vector<std::uint32_t>;
 
 /// Notes what it is told, and stops where it is told to.
-class Observer final : public archive::RarListObserver, public archive::RarExtractionObserver {
+class Observer final : public rar::RarListObserver, public rar::RarExtractionObserver {
   public:
     Texts rows;
     Texts labels;
@@ -33,9 +33,9 @@ class Observer final : public archive::RarListObserver, public archive::RarExtra
         return std::to_string(local.year) + "-" + std::to_string(local.hour);
     }
 
-    void RarFileFound(const archive::RarFile& file) override {
+    void RarFileFound(const rar::RarFile& file) override {
         rows.push_back(std::to_string(file.entry) + "|" + file.name + "|" + std::to_string(file.size) + "|" +
-                       archive::CurrentRarArchive() + "|" + archive::RarArchiveTimeText());
+                       rar::CurrentRarArchive() + "|" + rar::RarArchiveTimeText());
     }
 
     void EntryBegins(RarPass, const std::string& text) override { labels.push_back(text); }
@@ -50,14 +50,14 @@ class Observer final : public archive::RarListObserver, public archive::RarExtra
 
 class RarTest : public testing::Test {
   protected:
-    RarListing List(const std::string& archive) { return archive::ListRarArchive(archive, "", observer); }
+    RarListing List(const std::string& archive) { return rar::ListRarArchive(archive, "", observer); }
 
-    archive::RarOutcome Extract(const archive::RarFilter& filter = {}) {
-        return archive::ExtractRarArchive(TestDir::Path("out\\"), path, password, observer, filter);
+    rar::RarOutcome Extract(const rar::RarFilter& filter = {}) {
+        return rar::ExtractRarArchive(TestDir::Path("out\\"), path, password, observer, filter);
     }
 
-    bool Compare(const archive::RarFilter& filter = {}) {
-        return archive::CompareRarArchive(TestDir::Path("out\\"), path, "", observer, filter);
+    bool Compare(const rar::RarFilter& filter = {}) {
+        return rar::CompareRarArchive(TestDir::Path("out\\"), path, "", observer, filter);
     }
 
     void Make(std::vector<RarItem> items) {
@@ -93,10 +93,10 @@ TEST_F(RarTest, ListsEveryEntry) {
     EXPECT_EQ(List(path), RarListing::kDone);
     EXPECT_EQ(observer.rows, (Texts{"1|sub\\One.txt|7|E:\\A.rar|2020-2", "2|sub|0|E:\\A.rar|2020-2",
                                     "3|two|2|E:\\A.rar|2020-2"}));
-    EXPECT_EQ(archive::RarEntryNames(), "sub\\One.txt\r\nsub\r\ntwo\r\n");
+    EXPECT_EQ(rar::RarEntryNames(), "sub\\One.txt\r\nsub\r\ntwo\r\n");
     EXPECT_EQ(List(dir.MakeFile("b.rar", "no archive")), RarListing::kEndProgram);
-    EXPECT_EQ(archive::RarEntryNames(), "");
-    EXPECT_EQ(archive::CurrentRarArchive(), "E:\\b.rar");
+    EXPECT_EQ(rar::RarEntryNames(), "");
+    EXPECT_EQ(rar::CurrentRarArchive(), "E:\\b.rar");
     ASSERT_EQ(messages.shown.size(), 1u);
     EXPECT_EQ(messages.shown[0].text, "E:\\b.rar is not RAR archive");
     EXPECT_EQ(messages.shown[0].flags, app::kMessageError);
@@ -135,11 +135,11 @@ TEST_F(RarCodesTest, ListingEndsTheProgramWithItsMessage) {
         EXPECT_EQ(List(path), RarListing::kDone) << quiet;
     }
     EXPECT_TRUE(messages.shown.empty());
-    EXPECT_EQ(archive::RarEntryNames(), "") << "what cannot be skipped is not named";
+    EXPECT_EQ(rar::RarEntryNames(), "") << "what cannot be skipped is not named";
 }
 
 TEST_F(RarCodesTest, ChecksEveryResult) {
-    const platform::RARHeaderData header{.ArcName = "ARC", .FileName = "FILE"};
+    const rar::RARHeaderData header{.ArcName = "ARC", .FileName = "FILE"};
 
     const struct {
         int code;
@@ -152,19 +152,19 @@ TEST_F(RarCodesTest, ChecksEveryResult) {
                   {20, 538, "", true}};
 
     for (const auto& one : kCases) {
-        EXPECT_EQ(archive::CheckRarResult(one.code, header), one.goesOn) << one.code;
+        EXPECT_EQ(rar::CheckRarResult(one.code, header), one.goesOn) << one.code;
         ASSERT_FALSE(messages.shown.empty());
         EXPECT_EQ(messages.shown.back().id, one.id) << one.code;
         EXPECT_EQ(messages.shown.back().text, one.text) << one.code;
     }
     for (const int code : {0, 10, 21, 99})
-        EXPECT_TRUE(archive::CheckRarResult(code, header));
+        EXPECT_TRUE(rar::CheckRarResult(code, header));
     EXPECT_EQ(messages.shown.size(), std::size(kCases));
 }
 
 TEST_F(RarTest, TestsThenExtracts) {
     Make({{"Sub/One.txt", "content"}, {"Sub/Deep", "", true}, {"two", "22"}});
-    const archive::RarOutcome outcome = Extract();
+    const rar::RarOutcome outcome = Extract();
     EXPECT_TRUE(outcome.complete);
     EXPECT_EQ(outcome.written, 3);
     EXPECT_EQ(observer.labels, (Texts{"testing -sub\\one.txt", "testing -sub\\deep", "testing -two",
@@ -252,7 +252,7 @@ TEST_F(RarTest, NeverCallsComplete) {
 TEST_F(RarTest, EndsWhereTheObserverSaysSo) {
     Make({{"a", "content a"}, {"b", "content b"}});
     observer.entriesLeft = 3;
-    archive::RarOutcome outcome = Extract();
+    rar::RarOutcome outcome = Extract();
     EXPECT_TRUE(outcome.stopped);
     EXPECT_FALSE(outcome.complete);
     EXPECT_EQ(outcome.written, 1);
@@ -289,7 +289,7 @@ TEST_F(RarTest, GoesOnPastFilesThatCannotBeWritten) {
 
 TEST_F(RarCodesTest, ExtractionFollowsTheCodes) {
     MakeScript("a f one 16\nb f two 0\nc f three 19\nd f four 20\n");
-    archive::RarOutcome outcome = Extract();
+    rar::RarOutcome outcome = Extract();
     EXPECT_FALSE(outcome.complete);
     EXPECT_EQ(outcome.written, 1);
     EXPECT_EQ(messages.Ids(), (Ids{534, 537, 538}));

@@ -8,22 +8,22 @@ namespace {
 using FrontTest = ZipTest;
 
 TEST_F(FrontTest, OnlyTheFirstTwoBytesMakeAZipFile) {
-    EXPECT_EQ(front.Get_Contents(""), archive::kStatusRefused);
+    EXPECT_EQ(front.Get_Contents(""), zip::kStatusRefused);
     for (const char* content : {"", "P", "KP", "MZ\x90PK\x03\x04", "PX\x03\x04"})
-        EXPECT_EQ(Load(std::string(content)), archive::kStatusNotZip) << content;
-    EXPECT_EQ(front.Get_Contents(dir.Path("none.zip")), archive::kStatusNotZip);
-    EXPECT_EQ(front.Get_Contents(dir.MakeFolder("folder.zip")), archive::kStatusNotZip);
+        EXPECT_EQ(Load(std::string(content)), zip::kStatusNotZip) << content;
+    EXPECT_EQ(front.Get_Contents(dir.Path("none.zip")), zip::kStatusNotZip);
+    EXPECT_EQ(front.Get_Contents(dir.MakeFolder("folder.zip")), zip::kStatusNotZip);
     EXPECT_EQ(messages.shown.size(), 0u);
 
-    EXPECT_EQ(front.Get_Contents(dir.MakeFile("notes.txt", "PK is how it starts")), archive::kStatusDone);
-    EXPECT_EQ(archive::State().ArchiveLoaded, 0) << "no directory in it";
+    EXPECT_EQ(front.Get_Contents(dir.MakeFile("notes.txt", "PK is how it starts")), zip::kStatusDone);
+    EXPECT_EQ(zip::State().ArchiveLoaded, 0) << "no directory in it";
 }
 
 TEST_F(FrontTest, NothingLoadedAnswersEmptyValues) {
     Load({StoredEntry("a", "x")});
     ASSERT_EQ(front.FileCount(), 1);
     EXPECT_TRUE(front.CanUnpack());
-    ASSERT_EQ(Load("no archive"), archive::kStatusNotZip);
+    ASSERT_EQ(Load("no archive"), zip::kStatusNotZip);
     EXPECT_FALSE(front.CanUnpack());
     EXPECT_EQ(front.FileCount(), 0);
     EXPECT_EQ(front.FileName(1), "");
@@ -32,8 +32,8 @@ TEST_F(FrontTest, NothingLoadedAnswersEmptyValues) {
     EXPECT_EQ(front.VersionMadeBy(1), "");
     EXPECT_EQ(front.CRC32(1), 0);
     EXPECT_FALSE(front.Encrypted(1));
-    EXPECT_EQ(front.FileDateTime(1), archive::kZeroDate);
-    EXPECT_EQ(front.UnPack({false, true}, dir.Path()), archive::kStatusDone);
+    EXPECT_EQ(front.FileDateTime(1), zip::kZeroDate);
+    EXPECT_EQ(front.UnPack({false, true}, dir.Path()), zip::kStatusDone);
     EXPECT_EQ(dir.Count(), 1u);
 }
 
@@ -75,7 +75,7 @@ TEST_F(FrontTest, EntriesAnswerWhatTheDirectoryHolds) {
     for (const std::int32_t outside : {-1, 0, 3, INT32_MIN, INT32_MAX}) {
         EXPECT_EQ(front.FileName(outside), "") << outside;
         EXPECT_EQ(front.Compressed_Size(outside), 0) << outside;
-        EXPECT_EQ(front.FileDateTime(outside), archive::kZeroDate) << outside;
+        EXPECT_EQ(front.FileDateTime(outside), zip::kZeroDate) << outside;
     }
 }
 
@@ -105,15 +105,15 @@ TEST_F(FrontTest, AFolderEntryHasNoBytesAndEndsInASlash) {
 
 TEST_F(FrontTest, ALaterArchiveReplacesTheLoadedOne) {
     Load({StoredEntry("a", "x"), StoredEntry("b", "y")});
-    archive::Cls_GetFileType second;
+    zip::Cls_GetFileType second;
     ZipBuilder zip;
     zip.entries = {StoredEntry("only", "z")};
     second.Get_Contents(dir.MakeFile("b.zip", zip.Bytes()));
     EXPECT_EQ(second.FileCount(), 1);
-    EXPECT_EQ(archive::State().ArchivePath, dir.Path("b.zip"));
+    EXPECT_EQ(zip::State().ArchivePath, dir.Path("b.zip"));
     EXPECT_EQ(front.FileCount(), 1);
     EXPECT_EQ(front.FileName(2), "");
-    EXPECT_EQ(front.UnPack({false, true}, dir.MakeFolder("out")), archive::kStatusNothing)
+    EXPECT_EQ(front.UnPack({false, true}, dir.MakeFolder("out")), zip::kStatusNothing)
         << "the entries of one archive are not taken from another";
 }
 

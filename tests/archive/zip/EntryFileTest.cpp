@@ -99,7 +99,7 @@ TEST_F(DiskIOTest, DeepPathsDoNotExhaustOpenFolders) {
                                         {upper + "again", "3"},
                                         {std::string("D/D/D/near"), "2"},
                                         {std::string("top"), "4"}}) {
-        platform::SystemError error;
+        base::SystemError error;
         EXPECT_EQ(platform::ReadWholeFile(TestDir::Path("out/" + file), 1, error), content) << file;
     }
 }

@@ -44,7 +44,7 @@ class HostileTest : private InMemory, public ZipTest {
         messages.replies = {"p"};
         messages.restAnswers.assign(3, true);
         const std::int16_t status = Load(bytes);
-        ASSERT_TRUE(status == 0 || status == archive::kStatusNotZip);
+        ASSERT_TRUE(status == 0 || status == zip::kStatusNotZip);
         const std::int32_t count = front.FileCount();
         ASSERT_LE(count, static_cast<std::int32_t>(bytes.size() / 46));
         for (std::int32_t entry = 1; entry <= count; ++entry) {

@@ -12,14 +12,14 @@ TEST_F(ZipDirectoryTest, EndRecordAtTheEndGivesTheEntriesInOrder) {
     EXPECT_EQ(Load({StoredEntry("b", "1"), DeflatedEntry("a", "2"), StoredEntry("c/", "")}), 0);
     EXPECT_EQ(Names(), (std::vector<std::string>{"b", "a", "c/"}));
     EXPECT_EQ(front.CommentsPack(), "");
-    EXPECT_EQ(archive::State().ArchiveLoaded, 1);
+    EXPECT_EQ(zip::State().ArchiveLoaded, 1);
 }
 
 TEST_F(ZipDirectoryTest, AnEmptyArchiveIsLoadedAndHasNothingToUnpack) {
     Load(ZipBuilder().Bytes());
-    EXPECT_EQ(archive::State().ArchiveLoaded, 1);
+    EXPECT_EQ(zip::State().ArchiveLoaded, 1);
     EXPECT_EQ(front.FileCount(), 0);
-    EXPECT_EQ(UnPackAll(), archive::kStatusNothing);
+    EXPECT_EQ(UnPackAll(), zip::kStatusNothing);
     EXPECT_TRUE(messages.shown.empty());
 }
 
@@ -79,7 +79,7 @@ TEST_F(ZipDirectoryTest, AScanThatFindsNothingIsReportedAndLoadsNothing) {
           std::string("PK\x03\x04"), negative.Bytes(), beyond.Bytes()}) {
         messages.shown.clear();
         EXPECT_EQ(Load(broken), 0);
-        EXPECT_EQ(archive::State().ArchiveLoaded, 0);
+        EXPECT_EQ(zip::State().ArchiveLoaded, 0);
         EXPECT_EQ(front.FileCount(), 0);
         EXPECT_EQ(messages.Ids(), (Ids{554})) << broken.size();
     }
@@ -105,7 +105,7 @@ TEST_F(ZipDirectoryTest, CountsAbove32767AreScanned) {
         Load(entries);
         ASSERT_EQ(front.FileCount(), static_cast<std::int32_t>(count));
         EXPECT_EQ(front.FileName(front.FileCount()), "n" + std::to_string(count - 1));
-        archive::EntrySelection last(count + 1);
+        zip::EntrySelection last(count + 1);
         last[count] = true;
         EXPECT_EQ(front.UnPack(last, dir.MakeFolder("out")), 0);
         EXPECT_EQ(dir.Read("out/n" + std::to_string(count - 1)), "last");

@@ -96,18 +96,17 @@ TEST_F(ZipExtractTest, OnlySelectedEntriesAreWrittenAndAllCountForTheProgress) {
     EXPECT_EQ(observer.last, 4);
     EXPECT_EQ(observer.lastCount, 4);
     for (const std::size_t size : {0u, 1u, 4u, 6u})
-        EXPECT_EQ(front.UnPack(archive::EntrySelection(size, true), dir.Path("out")),
-                  archive::kStatusNothing);
+        EXPECT_EQ(front.UnPack(zip::EntrySelection(size, true), dir.Path("out")), zip::kStatusNothing);
     EXPECT_EQ(observer.last, 4);
 }
 
 TEST_F(ZipExtractTest, TheObserverEndsTheExtraction) {
     CountingObserver observer([](std::int32_t entry) { return entry != 2; });
     Load({StoredEntry("a", "1"), StoredEntry("b", "2"), StoredEntry("c", "3")});
-    EXPECT_EQ(UnPackAll(), archive::kStatusRefused);
+    EXPECT_EQ(UnPackAll(), zip::kStatusRefused);
     EXPECT_EQ(Written(), (std::vector<std::string>{"a", "b"}));
     EXPECT_TRUE(messages.shown.empty());
-    EXPECT_TRUE(archive::State().UnpackBuffer.Empty());
+    EXPECT_TRUE(zip::State().UnpackBuffer.Empty());
 }
 
 TEST_F(ZipExtractTest, DamagedEntriesAreReportedAndWritten) {
@@ -241,7 +240,7 @@ TEST_F(ZipExtractTest, RefusedMethodsSetTheStatusAndUnknownOnesArePassedOver) {
     EXPECT_EQ(UnPackAll(), 0);
     for (const std::uint16_t method : std::initializer_list<std::uint16_t>{1, 6, 7, 10}) {
         Load({withMethod("x", method), StoredEntry("b", "2")});
-        EXPECT_EQ(UnPackAll(), archive::kStatusNothing) << method;
+        EXPECT_EQ(UnPackAll(), zip::kStatusNothing) << method;
     }
     EXPECT_EQ(Written(), (std::vector<std::string>{"a", "b"}));
     EXPECT_TRUE(messages.shown.empty());
@@ -253,7 +252,7 @@ TEST_F(ZipExtractTest, RefusedMethodsSetTheStatusAndUnknownOnesArePassedOver) {
     Load({withMethod("x", 6), reduced});
     EXPECT_EQ(UnPackAll(), 0);
     Load({reduced, withMethod("x", 6)});
-    EXPECT_EQ(UnPackAll(), archive::kStatusNothing);
+    EXPECT_EQ(UnPackAll(), zip::kStatusNothing);
 }
 
 TEST_F(ZipExtractTest, OnePasswordServesTheWholeExtraction) {
@@ -281,11 +280,11 @@ TEST_F(ZipExtractTest, AMissingOrWrongPasswordEndsTheExtraction) {
         CountingObserver observer;
         messages.shown.clear();
         messages.replies = {reply};
-        EXPECT_EQ(UnPackAll(), archive::kStatusRefused);
+        EXPECT_EQ(UnPackAll(), zip::kStatusRefused);
         EXPECT_EQ(messages.Ids(), (Ids{555}));
         EXPECT_EQ(observer.last, 1);
         EXPECT_EQ(Written(), (std::vector<std::string>{"before"}));
-        EXPECT_TRUE(archive::State().UnpackBuffer.Empty());
+        EXPECT_TRUE(zip::State().UnpackBuffer.Empty());
     }
     messages.replies = {"right"};
     EXPECT_EQ(UnPackAll(), 0);
@@ -297,7 +296,7 @@ TEST_F(ZipExtractTest, AnEncryptedEntryNeedsItsTwelveBytes) {
     tooShort.stored.resize(11);
     Load({Encrypted(StoredEntry("empty", ""), "p"), tooShort});
     messages.replies = {"p"};
-    EXPECT_EQ(UnPackAll(), archive::kStatusRefused);
+    EXPECT_EQ(UnPackAll(), zip::kStatusRefused);
     EXPECT_EQ(messages.Ids(), (Ids{555}));
     EXPECT_EQ(Written(), (std::vector<std::string>{"empty"}));
     EXPECT_EQ(dir.Read("out/empty"), "");
@@ -329,7 +328,7 @@ TEST_F(ZipExtractTest, FaultsThatComeOftenOfferTheRestAtOnce) {
 TEST_F(ZipExtractTest, AnArchiveThatIsGoneIsReportedOnce) {
     Load({StoredEntry("a", "1"), StoredEntry("b", "2")});
     std::filesystem::remove(dir.Host("a.zip"));
-    EXPECT_EQ(UnPackAll(), archive::kStatusNothing);
+    EXPECT_EQ(UnPackAll(), zip::kStatusNothing);
     EXPECT_EQ(messages.shown.size(), 1u);
     EXPECT_TRUE(Written().empty());
 }

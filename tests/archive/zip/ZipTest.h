@@ -17,14 +17,14 @@ namespace tests {
 using Ids = std::vector<std::uint32_t>;
 
 /// Counts the entries that are done, which must come in order, and lets `go` decide whether to go on.
-class CountingObserver final : public archive::ExtractionObserver {
+class CountingObserver final : public output::ExtractionObserver {
   public:
     explicit CountingObserver(std::function<bool(std::int32_t)> go = [](std::int32_t) { return true; })
         : go_(std::move(go)) {
-        archive::SetObserver(this);
+        output::SetObserver(this);
     }
 
-    ~CountingObserver() override { archive::SetObserver(nullptr); }
+    ~CountingObserver() override { output::SetObserver(nullptr); }
 
     bool EntryDone(std::int32_t entry, std::int32_t count) override {
         EXPECT_EQ(entry, ++last);
@@ -50,8 +50,8 @@ class ZipTest : public testing::Test {
         return Load(zip.Bytes());
     }
 
-    archive::EntrySelection All() const {
-        return archive::EntrySelection(static_cast<std::size_t>(front.FileCount()) + 1, true);
+    zip::EntrySelection All() const {
+        return zip::EntrySelection(static_cast<std::size_t>(front.FileCount()) + 1, true);
     }
 
     /// Extracts everything to E:\out, which exists.
@@ -76,7 +76,7 @@ class ZipTest : public testing::Test {
 
     TestDir dir;
     fakes::RecordingMessages messages;
-    archive::Cls_GetFileType front;
+    zip::Cls_GetFileType front;
 };
 
 } // namespace tests

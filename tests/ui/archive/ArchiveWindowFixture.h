@@ -119,14 +119,14 @@ class ArchiveWindows : public QObject, public testing::Test, public ListDriver {
         for (const std::string& file : files)
             list += tests::TestDir::Path(file) + "\r\n";
         if (format == Format::kZip) {
-            auto zip = std::make_unique<dialogs::frmWinExtract>();
+            auto zip = std::make_unique<ui::frmWinExtract>();
             zip->CurrentArchive = tests::TestDir::Path(files.at(0));
             zip->ListArchive();
             window_ = std::move(zip);
         } else if (format == Format::kCab) {
-            window_ = std::make_unique<dialogs::frmextract>();
+            window_ = std::make_unique<ui::frmextract>();
         } else {
-            window_ = std::make_unique<dialogs::frmRarExtract>();
+            window_ = std::make_unique<ui::frmRarExtract>();
         }
         window_->ArchiveList = list;
         Get<QWidget>("chkDelete").installEventFilter(this);
@@ -165,7 +165,7 @@ class ArchiveWindows : public QObject, public testing::Test, public ListDriver {
     MessagesInMidWork messages_;
     fakes::FakeFolderPicker picker_;
     fakes::FakeDocumentOpener opener_;
-    std::unique_ptr<dialogs::ArchiveWindow> window_;
+    std::unique_ptr<ui::ArchiveWindow> window_;
 
   private:
     bool isListed_ = false;

@@ -194,7 +194,7 @@ TEST_P(EveryArchiveWindow, OpensFromATemporaryFolderThatIsEmptiedLater) {
     EXPECT_EQ(opener_.opened[2], path);
     ASSERT_FALSE(platform::WriteWholeFile(opener_.opened[1], std::string_view("changed")));
     ASSERT_FALSE(platform::WriteWholeFile(std::string(kTemp) + "other.txt", std::string_view("other")));
-    dialogs::EmptyOpenFolder();
+    ui::EmptyOpenFolder();
     EXPECT_FALSE(platform::FileExists(path));
     EXPECT_TRUE(platform::FileExists(opener_.opened[1]));
     EXPECT_TRUE(platform::FileExists(std::string(kTemp) + "other.txt"));

@@ -20,7 +20,7 @@ TEST_F(RarWindow, ShowsEveryEntryInItsColumns) {
              {"1024", std::string(1024, 'x')}});
     EXPECT_EQ(Column(0), (Texts{"docs", "docs\\1", "2", "500", "1023", "1024"}));
     EXPECT_EQ(Column(2), (Texts{"Directory Entry", "1", "1 KB", "1 KB", "1 KB", "1024"}));
-    EXPECT_EQ(Column(1), Texts(6, archive::RarArchiveTimeText()));
+    EXPECT_EQ(Column(1), Texts(6, rar::RarArchiveTimeText()));
     EXPECT_FALSE(Cell(0, 1).empty());
     EXPECT_EQ(Column(8), Texts(6));
 }
@@ -86,7 +86,7 @@ TEST_F(RarWindow, AListingThatFailsEndsTheProgramAfterItsMessage) {
     ASSERT_EQ(messages_.shown.size(), 1U);
     EXPECT_EQ(messages_.shown[0].text, "E:\\x.rar is not RAR archive");
     EXPECT_FALSE(window_->isVisible());
-    EXPECT_TRUE(static_cast<dialogs::frmRarExtract&>(*window_).EndsProgram());
+    EXPECT_TRUE(static_cast<ui::frmRarExtract&>(*window_).EndsProgram());
 }
 
 TEST_F(RarWindow, StopsInsideALargeEntryWithoutLeavingHalfOfIt) {

@@ -248,7 +248,7 @@ TEST_F(ZipWindow, SeveralArchivesAreShownOneAfterAnotherEachWithItsOwnRows) {
                     }});
     QElapsedTimer clock;
     clock.start();
-    dialogs::frmWinExtract window;
+    ui::frmWinExtract window;
     window.ArchiveList = "E:\\one.zip\r\nE:\\two.zip\r\nE:\\three.zip\r\nE:\\ignored.zip";
     window.ShowArchives();
     EXPECT_EQ(user.Done(), 3U);

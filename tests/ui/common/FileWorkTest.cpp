@@ -18,11 +18,11 @@
 
 namespace {
 
-using platform::FileWork;
+using ui::FileWork;
 using namespace std::chrono_literals;
 
-platform::ProgressWindow* ShownWindow() {
-    return qobject_cast<platform::ProgressWindow*>(QApplication::activeModalWidget());
+ui::ProgressWindow* ShownWindow() {
+    return qobject_cast<ui::ProgressWindow*>(QApplication::activeModalWidget());
 }
 
 class FileWorkTest : public testing::Test {
@@ -46,8 +46,8 @@ TEST_F(FileWorkTest, StopButtonEndsTheWholeWork) {
     dir_.MakeFolder("to");
     {
         FileWork work(FileWork::Kind::kCopy, {"E:\\one", "E:\\two"}, nullptr, 0ms);
-        EXPECT_TRUE(platform::ShellCopy("E:\\one", "E:\\to"));
-        platform::ProgressWindow* window = ShownWindow();
+        EXPECT_TRUE(ui::ShellCopy("E:\\one", "E:\\to"));
+        ui::ProgressWindow* window = ShownWindow();
         ASSERT_NE(window, nullptr);
         EXPECT_FALSE(window->findChild<QLabel*>("path")->text().isEmpty());
         QTest::mouseClick(window->findChild<QPushButton*>("stop"), Qt::LeftButton);
@@ -55,7 +55,7 @@ TEST_F(FileWorkTest, StopButtonEndsTheWholeWork) {
         // The window is asked again once it is due.
         ASSERT_TRUE(QTest::qWaitFor([&] { return !work.Proceed({"E:\\two", 0, 0}); }));
         EXPECT_TRUE(work.WasStopped());
-        EXPECT_FALSE(platform::ShellCopy("E:\\two", "E:\\to"));
+        EXPECT_FALSE(ui::ShellCopy("E:\\two", "E:\\to"));
     }
     EXPECT_EQ(ShownWindow(), nullptr);
     EXPECT_TRUE(std::filesystem::exists(dir_.Host("to/one/b")));
@@ -67,8 +67,8 @@ TEST_F(FileWorkTest, OneReportForAllFailures) {
     {
         FileWork work(FileWork::Kind::kDelete, {}, nullptr, 1h);
         for (int i = 0; i < 9; ++i)
-            EXPECT_FALSE(platform::ShellDelete("E:\\gone" + std::to_string(i)));
-        EXPECT_FALSE(platform::ShellDelete("E:\\"));
+            EXPECT_FALSE(ui::ShellDelete("E:\\gone" + std::to_string(i)));
+        EXPECT_FALSE(ui::ShellDelete("E:\\"));
         EXPECT_TRUE(messages_.shown.empty());
     }
     ASSERT_EQ(messages_.Ids(), (std::vector<std::uint32_t>{647}));
@@ -80,7 +80,7 @@ TEST_F(FileWorkTest, OneReportForAllFailures) {
 TEST_F(FileWorkTest, PropertiesCountAFolder) {
     dir_.MakeFile("Docs/a.txt", std::string(1500, 'x'));
     dir_.MakeFile("Docs/Work/b.txt");
-    auto* window = new platform::PropertiesWindow("E:\\Docs\\", nullptr);
+    auto* window = new ui::PropertiesWindow("E:\\Docs\\", nullptr);
     EXPECT_EQ(window->findChild<QLabel*>("name")->text(), "Docs");
     EXPECT_EQ(window->findChild<QLabel*>("location")->text(), "E:\\");
     ASSERT_TRUE(QTest::qWaitFor([&] { return !window->findChild<QLabel*>("size")->text().endsWith("..."); }));

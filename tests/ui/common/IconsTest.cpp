@@ -42,7 +42,7 @@ double VisibleShare(const QImage& image, const QColor& background) {
 
 QStringList Names() {
     QStringList names;
-    app::Icon("file"); // the resources are there once one icon is
+    ui::Icon("file"); // the resources are there once one icon is
     for (const QString& file : QDir(QStringLiteral(":/icons")).entryList({QStringLiteral("*-16.rgba")}))
         names << file.chopped(8);
     return names;
@@ -55,14 +55,14 @@ TEST(Icons, ComeInEverySize) {
             EXPECT_TRUE(QFile::exists(QStringLiteral(":/icons/%1-%2.rgba").arg(name).arg(size)))
                 << qPrintable(name) << ' ' << size;
     const QSize sharpest(64, 64); // of a window's icon
-    EXPECT_EQ(app::Icon("pellarion").availableSizes().last(), sharpest);
-    EXPECT_EQ(app::Icon("pellarion").pixmap(sharpest, 2).size(), sharpest * 2);
+    EXPECT_EQ(ui::Icon("pellarion").availableSizes().last(), sharpest);
+    EXPECT_EQ(ui::Icon("pellarion").pixmap(sharpest, 2).size(), sharpest * 2);
 }
 
 TEST(Icons, AreSeenOnLightAndDark) {
     for (const QString& name : Names())
         for (const int size : {16, 24, 32}) {
-            const QImage image = app::Icon(qPrintable(name)).pixmap(size).toImage();
+            const QImage image = ui::Icon(qPrintable(name)).pixmap(size).toImage();
             EXPECT_GE(VisibleShare(image, QColor(0xf7, 0xf7, 0xf7)), 0.2) << qPrintable(name) << ' ' << size;
             EXPECT_GE(VisibleShare(image, QColor(0x23, 0x26, 0x29)), 0.2) << qPrintable(name) << ' ' << size;
         }

@@ -37,7 +37,7 @@ void PressButton(QMessageBox& box, QMessageBox::StandardButton button) {
 } // namespace
 
 TEST(MessageBoxes, ShowTextAsItIsUnderItsTitleAndIcon) {
-    app::MessageBoxes boxes;
+    ui::MessageBoxes boxes;
     WhenShown<QMessageBox>([](QMessageBox& box) {
         EXPECT_EQ(box.text(), "<b>not bold</b> & so on");
         EXPECT_EQ(box.textFormat(), Qt::PlainText);
@@ -51,7 +51,7 @@ TEST(MessageBoxes, ShowTextAsItIsUnderItsTitleAndIcon) {
 }
 
 TEST(MessageBoxes, AnswerQuestionsWithThePlatformsNumbersAndEscapeIsNo) {
-    app::MessageBoxes boxes;
+    ui::MessageBoxes boxes;
     const std::pair<std::function<void(QMessageBox&)>, int> ways[] = {
         {[](QMessageBox& box) { PressButton(box, QMessageBox::Yes); }, app::kAnswerYes},
         {[](QMessageBox& box) { PressButton(box, QMessageBox::No); }, app::kAnswerNo},
@@ -63,7 +63,7 @@ TEST(MessageBoxes, AnswerQuestionsWithThePlatformsNumbersAndEscapeIsNo) {
 }
 
 TEST(MessageBoxes, OfferTheRestOnASecondButton) {
-    app::MessageBoxes boxes;
+    ui::MessageBoxes boxes;
     const app::Message message{0, "One of many", app::kMessageWarning, "Please note"};
     WhenShown<QMessageBox>([](QMessageBox& box) {
         QTest::mouseClick(box.findChild<QPushButton*>(QStringLiteral("restButton")), Qt::LeftButton);
@@ -74,7 +74,7 @@ TEST(MessageBoxes, OfferTheRestOnASecondButton) {
 }
 
 TEST(MessageBoxes, AskForALineThatMayBeMasked) {
-    app::MessageBoxes boxes;
+    ui::MessageBoxes boxes;
     WhenShown<QDialog>([](QDialog& box) {
         auto* edit = box.findChild<QLineEdit*>();
         EXPECT_EQ(edit->echoMode(), QLineEdit::Password);
@@ -100,7 +100,7 @@ TEST(Fonts, LabelsAreLargerInChineseAndOthersKeepTheirSize) {
     const int titleSize = title->font().pointSize();
     for (const auto& [language, size] : {std::pair{"0409", 8}, {"0804", 9}, {"0404", 9}, {"0407", 8}}) {
         app::Application().LanguageId = language;
-        app::ApplyFonts(&window);
+        ui::ApplyFonts(&window);
         EXPECT_EQ(label->font().pointSize(), size) << language;
         EXPECT_EQ(title->font().pointSize(), titleSize);
         EXPECT_EQ(tree->font().pointSize(), treeSize);
@@ -108,11 +108,11 @@ TEST(Fonts, LabelsAreLargerInChineseAndOthersKeepTheirSize) {
 }
 
 TEST(Appearance, LanguagesRunTheirWay) {
-    EXPECT_EQ(app::DirectionOf("0409"), Qt::LeftToRight);
-    EXPECT_EQ(app::DirectionOf("0401"), Qt::RightToLeft);
-    EXPECT_EQ(app::DirectionOf("0c01"), Qt::RightToLeft);
-    EXPECT_EQ(app::DirectionOf("040d"), Qt::RightToLeft);
-    EXPECT_EQ(app::DirectionOf(""), Qt::LeftToRight);
+    EXPECT_EQ(ui::DirectionOf("0409"), Qt::LeftToRight);
+    EXPECT_EQ(ui::DirectionOf("0401"), Qt::RightToLeft);
+    EXPECT_EQ(ui::DirectionOf("0c01"), Qt::RightToLeft);
+    EXPECT_EQ(ui::DirectionOf("040d"), Qt::RightToLeft);
+    EXPECT_EQ(ui::DirectionOf(""), Qt::LeftToRight);
 }
 
 TEST(Yield, ChainsOfWorkThatYieldsComeToAnEnd) {
@@ -127,7 +127,7 @@ TEST(Yield, ChainsOfWorkThatYieldsComeToAnEnd) {
             ++waiting;
             QTimer::singleShot(0, qApp, work);
         }
-        app::YieldNow();
+        ui::YieldNow();
         --depth;
     };
     waiting = 1;

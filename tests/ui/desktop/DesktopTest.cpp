@@ -28,17 +28,17 @@ TEST_F(ShellDeletes, NothingOutsideADriveAndNoDriveItself) {
     dir_.MakeFolder("sub");
     for (const char* path : {"", "E:", "E:\\", "a.txt", "E:a.txt", "E:\\sub\\..", "E:\\sub\\..\\a.txt",
                              "E:\\.", "E:\\\\", "E:\\sub\\\\", "Q:\\a.txt", "/"})
-        EXPECT_FALSE(platform::ShellDelete(path)) << path;
+        EXPECT_FALSE(ui::ShellDelete(path)) << path;
     EXPECT_EQ(dir_.Count(), 2U);
 }
 
 TEST(ShellTypes, AreNamedByExtension) {
-    EXPECT_TRUE(platform::EndsWithNoCase(platform::FileTypeName(".xyzzy"), "xyzzy file"));
-    EXPECT_EQ(platform::FileTypeName("."), "File");
-    const std::string text = platform::FileTypeName(".txt");
+    EXPECT_TRUE(base::EndsWithNoCase(ui::FileTypeName(".xyzzy"), "xyzzy file"));
+    EXPECT_EQ(ui::FileTypeName("."), "File");
+    const std::string text = ui::FileTypeName(".txt");
     EXPECT_NE(text, "TXT File");
     EXPECT_TRUE(text[0] >= 'A' && text[0] <= 'Z') << text;
-    EXPECT_EQ(platform::FileTypeName(".TXT"), text);
+    EXPECT_EQ(ui::FileTypeName(".TXT"), text);
 }
 
 QIcon Mark(const char* name) {
@@ -48,24 +48,24 @@ QIcon Mark(const char* name) {
 }
 
 TEST(ShellIcons, ComeFromTheProgramForWhatItShowsEverywhere) {
-    platform::SetIconSource(&Mark);
+    ui::SetIconSource(&Mark);
     const auto colour = [](const QIcon& icon) { return icon.pixmap(1, 1).toImage().pixel(0, 0); };
     const auto of = [&](const char* name) { return colour(Mark(name)); };
-    EXPECT_EQ(colour(platform::FileIcon("E:\\a.b\\x.ZIP", false)), of("archive-zip"));
-    EXPECT_EQ(colour(platform::FileIcon("E:\\x.zip", true)), of("folder"));
-    EXPECT_EQ(colour(platform::FileIcon("E:\\", true)), of("drive-removable"));
-    EXPECT_EQ(colour(platform::FileIcon("C:\\", true)), of("computer"));
+    EXPECT_EQ(colour(ui::FileIcon("E:\\a.b\\x.ZIP", false)), of("archive-zip"));
+    EXPECT_EQ(colour(ui::FileIcon("E:\\x.zip", true)), of("folder"));
+    EXPECT_EQ(colour(ui::FileIcon("E:\\", true)), of("drive-removable"));
+    EXPECT_EQ(colour(ui::FileIcon("C:\\", true)), of("computer"));
     if constexpr (!tests::kIsWindows) { // which has icons for everything else
-        EXPECT_EQ(colour(platform::FileIcon("E:\\a.zip\\noextension", false)), of("file"));
-        EXPECT_EQ(colour(platform::FileIcon("E:\\x.xyzzy", false)), of("file"));
+        EXPECT_EQ(colour(ui::FileIcon("E:\\a.zip\\noextension", false)), of("file"));
+        EXPECT_EQ(colour(ui::FileIcon("E:\\x.xyzzy", false)), of("file"));
     }
-    platform::SetIconSource(nullptr);
+    ui::SetIconSource(nullptr);
 }
 
 TEST(DesktopOpener, SaysWhenThereIsNothingToOpen) {
     const tests::TestDir dir;
-    EXPECT_LE(platform::OpenDocument("E:\\missing.txt"), 32);
-    EXPECT_LE(platform::OpenDocumentLower("Q:\\a.txt"), 32);
+    EXPECT_LE(ui::OpenDocument("E:\\missing.txt"), 32);
+    EXPECT_LE(ui::OpenDocumentLower("Q:\\a.txt"), 32);
 }
 
 class FolderPicking : public testing::Test {
@@ -77,7 +77,7 @@ class FolderPicking : public testing::Test {
     }
 
     void Open(const std::string& start) {
-        dialog_ = std::make_unique<platform::FolderPickerDialog>("Where to?", start, nullptr);
+        dialog_ = std::make_unique<ui::FolderPickerDialog>("Where to?", start, nullptr);
         dialog_->show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(dialog_.get()));
     }
@@ -101,7 +101,7 @@ class FolderPicking : public testing::Test {
 
     tests::TestDir dir_;
     fakes::RecordingMessages messages_;
-    std::unique_ptr<platform::FolderPickerDialog> dialog_;
+    std::unique_ptr<ui::FolderPickerDialog> dialog_;
 };
 
 TEST_F(FolderPicking, StartsWhereItIsToldAndTakesWhatTheKeysChoose) {

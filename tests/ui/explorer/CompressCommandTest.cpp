@@ -37,10 +37,10 @@ class CompressCommand : public CommandsWindow {
     bool Holds(const std::string& cabinet, const std::string& file, const std::string& content) {
         fs::remove_all(dir_.HostC() / "read");
         bool holds = false;
-        archive::CabFile reader;
+        cabinet::CabFile reader;
         reader.CabName = tests::TestDir::Path(cabinet);
         reader.AfterExtract = [&](const std::string& path) {
-            platform::SystemError error;
+            base::SystemError error;
             holds = holds ||
                     (path.ends_with('\\' + file) && platform::ReadWholeFile(path, 100, error) == content);
         };
@@ -192,7 +192,7 @@ TEST(FindFilesClass, CollectsDepthFirstAndCountsOn) {
     dir.MakeFile("f/.git/3");
     dir.MakeFile("f/sub/deep/4");
     dir.MakeFile("f/sub/5");
-    explorer::clsFindFiles finder;
+    ui::clsFindFiles finder;
     std::vector<std::string> found{"left alone"};
     finder.Directory = "E:\\none\\";
     finder.StartSearchFile(found);

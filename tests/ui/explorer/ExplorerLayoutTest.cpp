@@ -13,7 +13,7 @@ namespace {
 
 class ExplorerLayout : public ExplorerWindow {
   protected:
-    explorer::VSplitter& Splitter() { return Get<explorer::VSplitter>("VSplitter"); }
+    ui::VSplitter& Splitter() { return Get<ui::VSplitter>("VSplitter"); }
 
     void DragSplitter(int pixels) {
         const QPoint grip = Splitter().rect().center();
@@ -31,16 +31,15 @@ class ExplorerLayout : public ExplorerWindow {
 } // namespace
 
 TEST(PaneLayout, PlacesThePanesByTheWindowsArithmetic) {
-    const explorer::PaneLayout out =
-        explorer::ComputePaneLayout({12315, 12315, 0, 900, 420, 4570, 1650, 1000, 1600});
+    const ui::PaneLayout out = ui::ComputePaneLayout({12315, 12315, 0, 900, 420, 4570, 1650, 1000, 1600});
     const std::vector<int> figures = {
         out.treeTop,      *out.treeWidth,       out.listLeft,      *out.listWidth,  out.stripTop,
         out.progressLeft, out.percentLabelLeft, out.sizeLabelLeft, out.splitterTop, *out.paneHeight};
     EXPECT_EQ(figures, (std::vector<int>{1330, 4555, 4625, 7620, 900, 10465, 9015, 8015, 1320, 10191}));
     // A length that would not be positive is left alone.
-    const explorer::PaneLayout small = explorer::ComputePaneLayout({225, 900, 0, 90, 6, 100, 0, 0, 0});
+    const ui::PaneLayout small = ui::ComputePaneLayout({225, 900, 0, 90, 6, 100, 0, 0, 0});
     EXPECT_FALSE(small.listWidth || small.paneHeight);
-    EXPECT_EQ(explorer::ComputePaneLayout({225, 900, 0, 90, 5, 99, 0, 0, 0}).listWidth, 1);
+    EXPECT_EQ(ui::ComputePaneLayout({225, 900, 0, 90, 5, 99, 0, 0, 0}).listWidth, 1);
 }
 
 TEST_F(ExplorerLayout, TheWindowOpensAsTheSettingsSayAndSavesWhatTheyBecame) {

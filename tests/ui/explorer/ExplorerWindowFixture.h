@@ -22,7 +22,7 @@
 #include <gtest/gtest.h>
 
 /// Archive windows that only keep what they were handed.
-class RecordingDialogs : public explorer::ArchiveDialogs {
+class RecordingDialogs : public ui::ArchiveDialogs {
   public:
     std::vector<std::string> opened; ///< "ZIP " and so on with the archives
 
@@ -57,7 +57,7 @@ class ExplorerWindow : public testing::Test, public ListDriver {
     }
 
     void Open() {
-        window_ = std::make_unique<explorer::frmtarget>(&dialogs_);
+        window_ = std::make_unique<ui::frmtarget>(&dialogs_);
         window_->Load();
         window_->show();
         window_->activateWindow();
@@ -69,7 +69,7 @@ class ExplorerWindow : public testing::Test, public ListDriver {
     void Trigger(const char* action) { Get<QAction>(action).trigger(); }
 
     QModelIndex Node(const std::string& key) {
-        return static_cast<explorer::FolderTreeModel*>(Tree().model())->IndexOf(key);
+        return static_cast<ui::FolderTreeModel*>(Tree().model())->IndexOf(key);
     }
 
     void ClickNode(const std::string& key) { Click(Tree(), Node(key)); }
@@ -80,7 +80,7 @@ class ExplorerWindow : public testing::Test, public ListDriver {
 
     std::string SelectedNode() {
         const QModelIndex node = Tree().currentIndex();
-        return static_cast<explorer::FolderTreeModel*>(Tree().model())->KeyOf(node);
+        return static_cast<ui::FolderTreeModel*>(Tree().model())->KeyOf(node);
     }
 
     static std::string Setting(const char* section, const char* key) {
@@ -99,7 +99,7 @@ class ExplorerWindow : public testing::Test, public ListDriver {
     fakes::RecordingMessages messages_;
     fakes::FakeDocumentOpener opener_;
     RecordingDialogs dialogs_;
-    std::unique_ptr<explorer::frmtarget> window_;
+    std::unique_ptr<ui::frmtarget> window_;
 
   private:
     QWidget& Window() override { return *window_; }

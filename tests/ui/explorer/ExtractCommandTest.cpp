@@ -16,7 +16,7 @@ namespace {
 using Texts = std::vector<std::string>;
 
 /// A file list that keeps what is done to it, in order.
-class FakeFileList : public explorer::FileListAccess {
+class FakeFileList : public ui::FileListAccess {
   public:
     Texts selected;
     Texts names; ///< what SelectRow finds
@@ -47,7 +47,7 @@ class FakeFileList : public explorer::FileListAccess {
 };
 
 /// Archive windows that only keep what they are asked to show.
-class FakeDialogs : public explorer::ArchiveDialogs {
+class FakeDialogs : public ui::ArchiveDialogs {
   public:
     explicit FakeDialogs(FakeFileList& files) : files_(files) {}
 
@@ -91,7 +91,7 @@ class ExtractCommand : public testing::Test {
     fakes::RecordingMessages messages_;
     FakeFileList files_;
     FakeDialogs dialogs_{files_};
-    explorer::ExtractCommand command_{files_, dialogs_};
+    ui::ExtractCommand command_{files_, dialogs_};
 };
 
 TEST_F(ExtractCommand, TheFirstSelectedArchiveChoosesTheWindow) {
@@ -166,16 +166,16 @@ TEST_F(ExtractCommand, SelectsWhatTheLastZipArchiveGave) {
 }
 
 TEST_F(ExtractCommand, SelectsWhatCabinetsAndRarArchivesGaveBesideThem) {
-    class Quiet : public archive::RarListObserver {
+    class Quiet : public rar::RarListObserver {
         std::string TimeText(const platform::SystemTime&) override { return {}; }
 
-        void RarFileFound(const archive::RarFile&) override {}
+        void RarFileFound(const rar::RarFile&) override {}
     } quiet;
 
     tests::RarBuilder rar;
     rar.items = {{"docs/a", "1"}, {"b", "2"}};
     dir_.MakeFile("x.rar", rar.Bytes());
-    dialogs_.whileOpen = [&] { archive::ListRarArchive("E:\\x.rar", "", quiet); };
+    dialogs_.whileOpen = [&] { rar::ListRarArchive("E:\\x.rar", "", quiet); };
 
     struct Case {
         Texts archives;

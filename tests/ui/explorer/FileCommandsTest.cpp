@@ -26,7 +26,7 @@ TEST_F(FileCommands, CopyPutsTheListIntoEveryForm) {
     ClickRow("a b.txt");
     ClickRow("c.txt", Qt::ControlModifier);
     QTest::keyClick(&List(), Qt::Key_C, Qt::ControlModifier);
-    EXPECT_EQ(clipboard_.Bytes(platform::kDropFilesMimeType),
+    EXPECT_EQ(clipboard_.Bytes(ui::kDropFilesMimeType),
               "\x14"s + std::string(19, '\0') + "E:\\Docs\\a b.txt\0E:\\Docs\\c.txt\0\0"s);
     const std::string first = AddressOf("Docs/a b.txt");
     const std::string second = AddressOf("Docs/c.txt");
@@ -70,7 +70,7 @@ TEST_F(FileCommands, PasteReplacesAndReportsWhatCannotBe) {
     dir_.MakeFile("to/a", "old");
     dir_.MakeFolder("to/inner");
     OpenAt("E:\\to\\inner");
-    ASSERT_TRUE(platform::ClipboardCopyFiles({"E:\\to", "E:\\gone", "E:\\from\\a"}));
+    ASSERT_TRUE(ui::ClipboardCopyFiles({"E:\\to", "E:\\gone", "E:\\from\\a"}));
     QTest::keyClick(&List(), Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(dir_.Read("to/inner/a"), "new");
     EXPECT_FALSE(Exists("to/inner/to"));
@@ -80,7 +80,7 @@ TEST_F(FileCommands, PasteReplacesAndReportsWhatCannotBe) {
     EXPECT_NE(messages_.shown[0].text.find("E:\\gone\nThe system cannot find the file"), std::string::npos);
     EXPECT_EQ(Selected(), (Texts{"a"}));
     // Onto itself.
-    ASSERT_TRUE(platform::ClipboardCopyFiles({"E:\\to\\inner\\a"}));
+    ASSERT_TRUE(ui::ClipboardCopyFiles({"E:\\to\\inner\\a"}));
     QTest::keyClick(&List(), Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(dir_.Read("to/inner/a"), "new");
     EXPECT_EQ(dir_.Count("to/inner"), 1U);
@@ -94,7 +94,7 @@ TEST_F(FileCommands, PasteWithoutAListOrWithADamagedOne) {
     QTest::keyClick(&List(), Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(Selected(), Texts{});
     EXPECT_FALSE(Get<QAction>("mnuFilePaste").isEnabled());
-    clipboard_.Hold(platform::kDropFilesMimeType, QByteArray("\xFF\xFF\xFF\xFF", 4) + QByteArray(30, '\0'));
+    clipboard_.Hold(ui::kDropFilesMimeType, QByteArray("\xFF\xFF\xFF\xFF", 4) + QByteArray(30, '\0'));
     QTest::keyClick(&List(), Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(Names(), (Texts{"a"}));
     EXPECT_TRUE(messages_.shown.empty());
@@ -154,7 +154,7 @@ TEST_F(FileCommands, RenameInPlace) {
     EXPECT_EQ(Names(), (Texts{"taken.txt", "zebra.cab"}));
     EXPECT_EQ(Selected(), (Texts{"zebra.cab"}));
     EXPECT_EQ(dir_.Read("Docs/zebra.cab"), "n");
-    EXPECT_TRUE(static_cast<explorer::FileListModel*>(List().model())->IsConsistent());
+    EXPECT_TRUE(static_cast<ui::FileListModel*>(List().model())->IsConsistent());
     Trigger("nmuFileRename");
     TypeName(List(), "TAKEN.txt");
     EXPECT_EQ(messages_.Ids(), (Ids{648}));
@@ -202,7 +202,7 @@ TEST_F(FileCommands, AtTheRootTheDesktopIsTheFolder) {
     const tests::ScopedVariable home("HOME", dir_.HostC().string());
     std::ofstream(dir_.HostC() / "user-dirs.dirs") << "XDG_DESKTOP_DIR=\"$HOME/desk\"\n";
     dir_.MakeFile("a.txt", "a");
-    ASSERT_TRUE(platform::ClipboardCopyFiles({"E:\\a.txt"}));
+    ASSERT_TRUE(ui::ClipboardCopyFiles({"E:\\a.txt"}));
     Open();
     Trigger("mnuFilePaste");
     EXPECT_TRUE(fs::exists(dir_.HostC() / "desk/a.txt"));

@@ -10,16 +10,14 @@
 
 #include <gtest/gtest.h>
 
-using namespace explorer;
-
 namespace {
 
 using Names = std::vector<std::string>;
 
 class FileList : public testing::Test {
   protected:
-    void Add(const char* name, bool isFolder, std::uint64_t size = 0, PackedTime modified = 0) {
-        FileRow row;
+    void Add(const char* name, bool isFolder, std::uint64_t size = 0, ui::PackedTime modified = 0) {
+        ui::FileRow row;
         row.name = QString::fromLatin1(name);
         row.sortName = row.name.toUpper();
         row.isFolder = isFolder;
@@ -42,29 +40,29 @@ class FileList : public testing::Test {
     Names Sorted(int column, Qt::SortOrder order) {
         model_.sort(column, order);
         EXPECT_TRUE(model_.IsConsistent());
-        return Column(FileListModel::kName);
+        return Column(ui::FileListModel::kName);
     }
 
-    FileKinds kinds_;
-    std::vector<FileRow> rows_;
-    FileListModel model_{kinds_};
+    ui::FileKinds kinds_;
+    std::vector<ui::FileRow> rows_;
+    ui::FileListModel model_{kinds_};
     QAbstractItemModelTester tester_{&model_, QAbstractItemModelTester::FailureReportingMode::Fatal};
 };
 
 /// The rows of a folder on the test's drive, by name.
 struct Listing {
-    explicit Listing(const tests::TestDir&) : rows(ListFolderFiles("E:\\", kinds, [] { return true; })) {}
+    explicit Listing(const tests::TestDir&) : rows(ui::ListFolderFiles("E:\\", kinds, [] { return true; })) {}
 
-    const FileRow* Find(const char* name) const {
-        for (const FileRow& row : rows) {
+    const ui::FileRow* Find(const char* name) const {
+        for (const ui::FileRow& row : rows) {
             if (row.name == QLatin1String(name))
                 return &row;
         }
         return nullptr;
     }
 
-    FileKinds kinds;
-    std::vector<FileRow> rows;
+    ui::FileKinds kinds;
+    std::vector<ui::FileRow> rows;
 };
 
 } // namespace
@@ -74,8 +72,8 @@ TEST_F(FileList, NamesSortWithoutRegardToCaseAndFoldersFirst) {
     Add("a.doc", false);
     Add("A", true);
     Fill();
-    EXPECT_EQ(Sorted(FileListModel::kName, Qt::AscendingOrder), (Names{"A", "a.doc", "b.txt"}));
-    EXPECT_EQ(Sorted(FileListModel::kName, Qt::DescendingOrder), (Names{"b.txt", "a.doc", "A"}));
+    EXPECT_EQ(Sorted(ui::FileListModel::kName, Qt::AscendingOrder), (Names{"A", "a.doc", "b.txt"}));
+    EXPECT_EQ(Sorted(ui::FileListModel::kName, Qt::DescendingOrder), (Names{"b.txt", "a.doc", "A"}));
 }
 
 TEST_F(FileList, SizesAndDatesSortByTheirKeysAndNotByTheirTexts) {
@@ -85,11 +83,11 @@ TEST_F(FileList, SizesAndDatesSortByTheirKeysAndNotByTheirTexts) {
     Add("large", false, 2ULL << 30, 20080101000000);
     Add("folder", true, 0, 20050101000000);
     Fill();
-    EXPECT_EQ(Sorted(FileListModel::kSize, Qt::AscendingOrder),
+    EXPECT_EQ(Sorted(ui::FileListModel::kSize, Qt::AscendingOrder),
               (Names{"folder", "small", "big", "large", "huge"}));
-    EXPECT_EQ(Sorted(FileListModel::kSize, Qt::DescendingOrder),
+    EXPECT_EQ(Sorted(ui::FileListModel::kSize, Qt::DescendingOrder),
               (Names{"huge", "large", "big", "small", "folder"}));
-    EXPECT_EQ(Sorted(FileListModel::kModified, Qt::AscendingOrder),
+    EXPECT_EQ(Sorted(ui::FileListModel::kModified, Qt::AscendingOrder),
               (Names{"folder", "huge", "small", "big", "large"}));
 }
 
@@ -100,9 +98,10 @@ TEST_F(FileList, TypesSortByTheirTextsAndEqualOnesByName) {
     Add("a.ENC", false);
     Add("Folder", true);
     Fill();
-    EXPECT_EQ(Sorted(FileListModel::kType, Qt::AscendingOrder), (Names{"b", "a.ENC", "z.enc", "Folder"}));
-    EXPECT_EQ(Column(FileListModel::kType), (Names{"", "aaa encrypted", "aaa encrypted", "File Folder"}));
-    EXPECT_EQ(Sorted(FileListModel::kType, Qt::DescendingOrder), (Names{"Folder", "a.ENC", "z.enc", "b"}));
+    EXPECT_EQ(Sorted(ui::FileListModel::kType, Qt::AscendingOrder), (Names{"b", "a.ENC", "z.enc", "Folder"}));
+    EXPECT_EQ(Column(ui::FileListModel::kType), (Names{"", "aaa encrypted", "aaa encrypted", "File Folder"}));
+    EXPECT_EQ(Sorted(ui::FileListModel::kType, Qt::DescendingOrder),
+              (Names{"Folder", "a.ENC", "z.enc", "b"}));
 }
 
 TEST_F(FileList, TheOrderStaysForLaterListingsAndSelectionsFollowTheirRows) {
@@ -112,13 +111,13 @@ TEST_F(FileList, TheOrderStaysForLaterListingsAndSelectionsFollowTheirRows) {
     Fill();
     QItemSelectionModel selection(&model_);
     selection.select(model_.index(1, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
-    EXPECT_EQ(Sorted(FileListModel::kSize, Qt::DescendingOrder), (Names{"b", "c", "a"}));
+    EXPECT_EQ(Sorted(ui::FileListModel::kSize, Qt::DescendingOrder), (Names{"b", "c", "a"}));
     ASSERT_EQ(selection.selectedRows().size(), 1);
     EXPECT_EQ(selection.selectedRows().first().data().toString(), "b");
 
     Add("d", false, 9);
     Fill();
-    EXPECT_EQ(Column(FileListModel::kName), (Names{"d", "b", "c", "a"}));
+    EXPECT_EQ(Column(ui::FileListModel::kName), (Names{"d", "b", "c", "a"}));
 }
 
 TEST_F(FileList, OtherOrdersAndRowsMayComeWhileManyAreSorted) {
@@ -132,15 +131,15 @@ TEST_F(FileList, OtherOrdersAndRowsMayComeWhileManyAreSorted) {
             what();
         });
     };
-    meanwhile([&] { model_.sort(FileListModel::kSize, Qt::DescendingOrder); });
+    meanwhile([&] { model_.sort(ui::FileListModel::kSize, Qt::DescendingOrder); });
     Fill();
     EXPECT_TRUE(model_.IsConsistent());
     EXPECT_EQ(model_.Row(0).size, kMany - 1);
 
     QItemSelectionModel selection(&model_);
     selection.select(model_.index(7, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
-    meanwhile([&] { model_.sort(FileListModel::kName, Qt::AscendingOrder); });
-    model_.sort(FileListModel::kModified, Qt::DescendingOrder);
+    meanwhile([&] { model_.sort(ui::FileListModel::kName, Qt::AscendingOrder); });
+    model_.sort(ui::FileListModel::kModified, Qt::DescendingOrder);
     EXPECT_TRUE(model_.IsConsistent());
     EXPECT_EQ(model_.Row(0).size, 0U);
     ASSERT_EQ(selection.selectedRows().size(), 1);
@@ -151,7 +150,7 @@ TEST_F(FileList, OtherOrdersAndRowsMayComeWhileManyAreSorted) {
     EXPECT_EQ(model_.FullPath(0), "E:\\Few\\Notes 0") << "those rows are newer";
     Fill();
     meanwhile([&] { model_.Clear(); });
-    model_.sort(FileListModel::kName, Qt::DescendingOrder);
+    model_.sort(ui::FileListModel::kName, Qt::DescendingOrder);
     EXPECT_EQ(model_.rowCount(), 0);
     EXPECT_EQ(came, 4) << "no message was let in while rows were sorted";
 }
@@ -161,12 +160,12 @@ TEST_F(FileList, HiddenColumnsHoldPathAndSortKeys) {
     Add("disk.CAB", false, 1536, 20070305140709);
     Fill();
     const auto text = [this](int row, int column) { return Column(column)[static_cast<std::size_t>(row)]; };
-    EXPECT_EQ(text(0, FileListModel::kType), "File Folder");
-    EXPECT_EQ(text(0, FileListModel::kPath), "E:\\Docs\\old.stuff");
-    EXPECT_EQ(text(1, FileListModel::kSortDate), "20070305140709");
-    EXPECT_EQ(text(1, FileListModel::kSortSize), "000000000000000001536");
-    EXPECT_EQ(text(0, FileListModel::kSortFile), "00old.stuff");
-    EXPECT_EQ(text(1, FileListModel::kSortFile), "11disk.CAB");
+    EXPECT_EQ(text(0, ui::FileListModel::kType), "File Folder");
+    EXPECT_EQ(text(0, ui::FileListModel::kPath), "E:\\Docs\\old.stuff");
+    EXPECT_EQ(text(1, ui::FileListModel::kSortDate), "20070305140709");
+    EXPECT_EQ(text(1, ui::FileListModel::kSortSize), "000000000000000001536");
+    EXPECT_EQ(text(0, ui::FileListModel::kSortFile), "00old.stuff");
+    EXPECT_EQ(text(1, ui::FileListModel::kSortFile), "11disk.CAB");
     EXPECT_FALSE(model_.index(0, 0).data(Qt::ForegroundRole).isValid());
     EXPECT_EQ(model_.index(1, 0).data(Qt::ForegroundRole).value<QColor>(), QColor(0, 0, 255));
 }
@@ -195,8 +194,8 @@ TEST(ListFolderFiles, ListsHiddenEntriesAndLeavesOutWhatCannotBeNamed) {
     dir.MakeFile("sub.folder/inside.txt");
     const Listing listing(dir);
     EXPECT_EQ(listing.rows.size(), 3U);
-    const FileRow* hidden = listing.Find(".hidden");
-    const FileRow* folder = listing.Find("sub.folder");
+    const ui::FileRow* hidden = listing.Find(".hidden");
+    const ui::FileRow* folder = listing.Find("sub.folder");
     ASSERT_TRUE(hidden && folder && listing.Find("plain"));
     EXPECT_EQ(hidden->size, 5U);
     EXPECT_FALSE(hidden->isFolder);
@@ -210,10 +209,10 @@ TEST(ListFolderFiles, StopsWhenItIsToldToAndTakesAMissingFolderAsEmpty) {
     const tests::TestDir dir;
     for (int i = 0; i < 10; ++i)
         dir.MakeFile("f" + std::to_string(i));
-    FileKinds kinds;
+    ui::FileKinds kinds;
     int asked = 0;
-    EXPECT_LT(ListFolderFiles("E:\\", kinds, [&] { return ++asked < 5; }).size(), 5U);
+    EXPECT_LT(ui::ListFolderFiles("E:\\", kinds, [&] { return ++asked < 5; }).size(), 5U);
     EXPECT_EQ(asked, 5);
-    EXPECT_TRUE(ListFolderFiles("E:\\gone\\", kinds, [] { return true; }).empty());
-    EXPECT_TRUE(ListFolderFiles("", kinds, [] { return true; }).empty());
+    EXPECT_TRUE(ui::ListFolderFiles("E:\\gone\\", kinds, [] { return true; }).empty());
+    EXPECT_TRUE(ui::ListFolderFiles("", kinds, [] { return true; }).empty());
 }

@@ -30,7 +30,7 @@ TEST_F(FolderCommands, DrivesAndTheRootAreProtected) {
     Trigger("mnuFolderDel");
     QTest::keyClick(&Tree(), Qt::Key_Delete);
     Trigger("nmuFolderRename");
-    ClickNode(std::string(explorer::kRootKey));
+    ClickNode(std::string(ui::kRootKey));
     QTest::keyClick(&Tree(), Qt::Key_F2);
     ASSERT_EQ(messages_.Ids(), (Ids{571, 571, 573, 573}));
     EXPECT_EQ(messages_.shown[0].text, app::LoadText(571) + " \"E:\\\" " + app::LoadText(572));

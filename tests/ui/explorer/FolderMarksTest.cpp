@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-using explorer::FolderMarks;
+using ui::FolderMarks;
 
 namespace {
 

@@ -5,24 +5,22 @@
 
 #include <gtest/gtest.h>
 
-using namespace explorer;
-
 namespace {
 
 using Keys = std::vector<std::string>;
-using Kind = FolderTreeModel::NodeKind;
+using Kind = ui::FolderTreeModel::NodeKind;
 
 class FolderTree : public testing::Test {
   protected:
     void SetUp() override {
-        model_.AddNodes(kRootKey, Kind::kDrive, {{"E:\\", "E:\\"}});
+        model_.AddNodes(ui::kRootKey, Kind::kDrive, {{"E:\\", "E:\\"}});
         model_.AddNodes("E:\\", Kind::kFolder, {{"E:\\b", "b"}, {"E:\\A", "A", true}, {"E:\\c", "c"}});
         model_.AddNodes("E:\\b", Kind::kFolder, {{"E:\\b\\inner", "inner"}});
     }
 
     void TearDown() override { EXPECT_TRUE(model_.IsConsistent()); }
 
-    FolderTreeModel model_;
+    ui::FolderTreeModel model_;
     QAbstractItemModelTester tester_{&model_, QAbstractItemModelTester::FailureReportingMode::Fatal};
 };
 
@@ -45,15 +43,15 @@ TEST_F(FolderTree, ARemovedNodeTakesAllBelowItAlongAndMayComeBack) {
     EXPECT_TRUE(model_.IsConsistent());
     model_.AddNodes("E:\\", Kind::kFolder, {{"E:\\b", "b"}});
     EXPECT_EQ(model_.ChildKeys("E:\\").size(), 3U);
-    model_.RemoveNode(kRootKey);
-    EXPECT_TRUE(model_.Contains(kRootKey));
+    model_.RemoveNode(ui::kRootKey);
+    EXPECT_TRUE(model_.Contains(ui::kRootKey));
 }
 
 TEST_F(FolderTree, ChecksAreToldAndTheRootRefusesThem) {
-    QSignalSpy checked(&model_, &FolderTreeModel::NodeChecked);
-    QSignalSpy refused(&model_, &FolderTreeModel::RootChecked);
+    QSignalSpy checked(&model_, &ui::FolderTreeModel::NodeChecked);
+    QSignalSpy refused(&model_, &ui::FolderTreeModel::RootChecked);
     EXPECT_TRUE(model_.setData(model_.IndexOf("E:\\b"), Qt::Checked, Qt::CheckStateRole));
-    EXPECT_FALSE(model_.setData(model_.IndexOf(kRootKey), Qt::Checked, Qt::CheckStateRole));
+    EXPECT_FALSE(model_.setData(model_.IndexOf(ui::kRootKey), Qt::Checked, Qt::CheckStateRole));
     ASSERT_EQ(checked.size(), 1);
     EXPECT_EQ(checked[0][0].toString(), "E:\\b");
     EXPECT_EQ(refused.size(), 1);
@@ -62,6 +60,6 @@ TEST_F(FolderTree, ChecksAreToldAndTheRootRefusesThem) {
         EXPECT_EQ(node.data(Qt::CheckStateRole).toInt(), Qt::Checked);
         EXPECT_EQ(node.data(Qt::ForegroundRole).value<QColor>(), QColor(255, 0, 255));
     }
-    EXPECT_EQ(model_.IndexOf(kRootKey).data(Qt::CheckStateRole).toInt(), Qt::Unchecked);
+    EXPECT_EQ(model_.IndexOf(ui::kRootKey).data(Qt::CheckStateRole).toInt(), Qt::Unchecked);
     EXPECT_FALSE(model_.IndexOf("E:\\c").data(Qt::ForegroundRole).isValid());
 }

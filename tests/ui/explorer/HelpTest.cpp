@@ -29,7 +29,7 @@ TEST_F(HelpCommands, AboutBoxNamesTheVersion) {
     Open();
     bool wasSeen = false;
     QTimer::singleShot(0, [&] {
-        auto* about = qobject_cast<app::frmAbout*>(QApplication::activeModalWidget());
+        auto* about = qobject_cast<ui::frmAbout*>(QApplication::activeModalWidget());
         if (about == nullptr)
             return;
         wasSeen = true;

@@ -4,7 +4,7 @@
 #include <QGuiApplication>
 #include <QMimeData>
 
-namespace platform {
+namespace ui {
 namespace {
 
 class DesktopClipboard final : public ClipboardStore {
@@ -26,4 +26,4 @@ ClipboardStore& SystemClipboard() {
     return clipboard;
 }
 
-} // namespace platform
+} // namespace ui

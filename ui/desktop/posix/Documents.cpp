@@ -6,7 +6,7 @@
 #include <QMimeDatabase>
 #include <QUrl>
 
-namespace platform {
+namespace ui {
 namespace {
 
 constexpr int kOpened = 42;
@@ -27,8 +27,8 @@ ShellAnswer AskShell(ShellWork, const std::string&, const std::string&) {
 int ShellOpen(const std::string& file, const std::string&, const std::string&) {
     if (file.starts_with("https://") || file.starts_with("http://"))
         return QDesktopServices::openUrl(QUrl(QString::fromStdString(file))) ? kOpened : kNoProgram;
-    const std::string host = HostPathOf(file);
-    if (host.empty() || !GetFileAttributes(file))
+    const std::string host = platform::HostPathOf(file);
+    if (host.empty() || !platform::GetFileAttributes(file))
         return kNotFound;
     const QUrl url = QUrl::fromLocalFile(QString::fromStdString(host));
     return QDesktopServices::openUrl(url) ? kOpened : kNoProgram;
@@ -53,4 +53,4 @@ std::string ShellTypeName(const std::string& extension) {
     return comment.toStdString();
 }
 
-} // namespace platform
+} // namespace ui

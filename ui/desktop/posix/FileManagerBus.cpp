@@ -6,7 +6,7 @@
 #include <QDBusMessage>
 #include <QUrl>
 
-namespace platform {
+namespace ui {
 namespace {
 
 // The interface that the file managers of the free desktops share.
@@ -26,7 +26,7 @@ bool ShellShowsProperties(const std::string& path, QWidget*) {
     const QDBusConnection bus = QDBusConnection::sessionBus();
     if (!IsThere(bus))
         return false;
-    const QUrl address = QUrl::fromLocalFile(QString::fromStdString(HostPathOf(path)));
+    const QUrl address = QUrl::fromLocalFile(QString::fromStdString(platform::HostPathOf(path)));
     QDBusMessage call =
         QDBusMessage::createMethodCall(QLatin1String(kName), QLatin1String(kObject), QLatin1String(kName),
                                        QStringLiteral("ShowItemProperties"));
@@ -34,4 +34,4 @@ bool ShellShowsProperties(const std::string& path, QWidget*) {
     return bus.call(call, QDBus::Block, kPatience).type() == QDBusMessage::ReplyMessage;
 }
 
-} // namespace platform
+} // namespace ui

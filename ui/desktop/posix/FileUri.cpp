@@ -1,6 +1,6 @@
 #include "ui/desktop/FileUri.h"
 
-namespace platform {
+namespace ui {
 
 QByteArray UriOfHostPath(const std::string& hostPath) {
     return "file://" + QByteArray::fromStdString(hostPath).toPercentEncoding("/");
@@ -10,4 +10,4 @@ std::string HostPathOfUri(const QUrl& uri) {
     return QByteArray::fromPercentEncoding(uri.path(QUrl::FullyEncoded).toLatin1()).toStdString();
 }
 
-} // namespace platform
+} // namespace ui

@@ -5,7 +5,7 @@
 #include <locale.h>
 #include <system_error>
 
-namespace platform {
+namespace ui {
 namespace {
 
 // The library that the toolkit asks for fonts, and its reading of all configuration files, once for all.
@@ -18,7 +18,7 @@ void ReadFontConfiguration() {
     if (neutral == nullptr)
         return;
     const locale_t before = ::uselocale(neutral);
-    if (const auto library = SharedLibrary::Load(kFontLibrary)) {
+    if (const auto library = platform::SharedLibrary::Load(kFontLibrary)) {
         if (auto* read = library->Find<int()>(kReadConfiguration))
             read();
     }
@@ -41,4 +41,4 @@ FontPreload::~FontPreload() {
         reader_.join();
 }
 
-} // namespace platform
+} // namespace ui

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <array>
 
-namespace platform {
+namespace ui {
 namespace {
 
 struct Candidate {
@@ -36,4 +36,4 @@ bool StartSystemInformation() {
     return std::ranges::any_of(kCandidates, Start);
 }
 
-} // namespace platform
+} // namespace ui

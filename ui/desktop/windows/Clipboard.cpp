@@ -6,7 +6,7 @@
 #include <cstring>
 #include <memory>
 
-namespace platform {
+namespace ui {
 namespace {
 
 /// The clipboard, open for as long as this lives.
@@ -87,4 +87,4 @@ ClipboardStore& SystemClipboard() {
     return clipboard;
 }
 
-} // namespace platform
+} // namespace ui

@@ -14,7 +14,7 @@
 #include <algorithm>
 #include <shellapi.h>
 
-namespace platform {
+namespace ui {
 namespace {
 
 // The shell's call takes paths of MAX_PATH units with their NUL; a folder must leave room for a short name.
@@ -24,8 +24,8 @@ constexpr std::size_t kLongestFolder = kLongestPath - 12;
 /// Whether the shell takes a name as it stands: it would drop a last dot or blank, open a device, and take
 /// "?" for any character.
 bool IsPlainName(std::wstring_view name) {
-    const std::string text = Utf8OfWide(name);
-    return IsFileName(text) && StaysInTarget(text);
+    const std::string text = platform::Utf8OfWide(name);
+    return base::IsFileName(text) && base::StaysInTarget(text);
 }
 
 /// Whether every component of a host path is such a name.
@@ -47,7 +47,7 @@ bool TakesAllIn(const std::wstring& folder, std::size_t length) {
     if (length > kLongestFolder)
         return false;
     WIN32_FIND_DATAW found{};
-    const HANDLE search = ::FindFirstFileW(JoinWide(folder, L"*").c_str(), &found);
+    const HANDLE search = ::FindFirstFileW(platform::JoinWide(folder, L"*").c_str(), &found);
     if (search == INVALID_HANDLE_VALUE)
         return true; // the shell tells why
     bool takes = true;
@@ -57,9 +57,9 @@ bool TakesAllIn(const std::wstring& folder, std::size_t length) {
             continue;
         const std::size_t size = length + 1 + name.size();
         takes = size <= kLongestPath && IsPlainName(name) &&
-                !IsLinkTag(found.dwFileAttributes, found.dwReserved0);
+                !platform::IsLinkTag(found.dwFileAttributes, found.dwReserved0);
         if (takes && (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
-            takes = TakesAllIn(JoinWide(folder, name), size);
+            takes = TakesAllIn(platform::JoinWide(folder, name), size);
     } while (takes && ::FindNextFileW(search, &found) != 0);
     ::FindClose(search);
     return takes;
@@ -69,25 +69,26 @@ bool TakesAllIn(const std::wstring& folder, std::size_t length) {
 /// into a folder that is there, and a new name is valid and free, or the entry's own in other letters.
 bool IsTargetClear(ShellWork work, const std::string& from, const std::string& to) {
     if (work == ShellWork::kCopy)
-        return FolderExists(to);
+        return platform::FolderExists(to);
     if (work == ShellWork::kDelete)
         return true;
-    return IsFileName(LastComponent(to)) && (EqualsNoCase(from, to) || !FindEntry(to));
+    return base::IsFileName(base::LastComponent(to)) &&
+           (base::EqualsNoCase(from, to) || !platform::FindEntry(to));
 }
 
 bool Takes(ShellWork work, const std::string& from, const std::string& to) {
-    const std::wstring source = WideOf(HostPathOf(from));
-    const std::wstring target = WideOf(HostPathOf(to));
-    const auto entry = DescribeLink(WidePathOf(from));
+    const std::wstring source = platform::WideOf(platform::HostPathOf(from));
+    const std::wstring target = platform::WideOf(platform::HostPathOf(to));
+    const auto entry = platform::DescribeLink(platform::WidePathOf(from));
     if (!entry || entry->IsLink() || !IsPlainPath(source) || !IsPlainPath(target) ||
         !IsTargetClear(work, from, to))
         return false;
     std::size_t length = source.size();
     if (work == ShellWork::kCopy)
-        length = std::max(length, target.size() + 1 + LastComponent(from).size());
+        length = std::max(length, target.size() + 1 + base::LastComponent(from).size());
     else if (work == ShellWork::kRename)
         length = std::max(length, target.size());
-    return length <= kLongestPath && (!entry->IsFolder() || TakesAllIn(WidePathOf(from), length));
+    return length <= kLongestPath && (!entry->IsFolder() || TakesAllIn(platform::WidePathOf(from), length));
 }
 
 UINT FunctionOf(ShellWork work) {
@@ -104,7 +105,7 @@ UINT FunctionOf(ShellWork work) {
 
 /// A list of one path, as the shell takes it: a NUL after the path and one after the list.
 std::wstring ListOf(const std::string& path) {
-    return WideOf(HostPathOf(path)) + L'\0';
+    return platform::WideOf(platform::HostPathOf(path)) + L'\0';
 }
 
 } // namespace
@@ -114,7 +115,7 @@ ShellAnswer AskShell(ShellWork work, const std::string& from, const std::string&
         return ShellAnswer::kNotTaken;
     const std::wstring sources = ListOf(from);
     const std::wstring targets = ListOf(to);
-    const std::wstring title = WideOf(app::ProgramTitle());
+    const std::wstring title = platform::WideOf(app::ProgramTitle());
     SHFILEOPSTRUCTW record{};
     record.wFunc = FunctionOf(work);
     record.pFrom = sources.c_str();
@@ -128,4 +129,4 @@ ShellAnswer AskShell(ShellWork work, const std::string& from, const std::string&
     return result == 0 ? ShellAnswer::kDone : ShellAnswer::kFailed;
 }
 
-} // namespace platform
+} // namespace ui

@@ -1,6 +1,6 @@
 #include "ui/desktop/FileUri.h"
 
-namespace platform {
+namespace ui {
 
 QByteArray UriOfHostPath(const std::string& hostPath) {
     return QUrl::fromLocalFile(QString::fromStdString(hostPath)).toEncoded();
@@ -10,4 +10,4 @@ std::string HostPathOfUri(const QUrl& uri) {
     return uri.toLocalFile().toStdString();
 }
 
-} // namespace platform
+} // namespace ui

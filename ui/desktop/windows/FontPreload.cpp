@@ -1,10 +1,10 @@
 #include "ui/desktop/FontPreload.h"
 
-namespace platform {
+namespace ui {
 
 // The system keeps its fonts ready for every program.
 FontPreload::FontPreload() = default;
 
 FontPreload::~FontPreload() = default;
 
-} // namespace platform
+} // namespace ui

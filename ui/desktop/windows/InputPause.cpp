@@ -3,7 +3,7 @@
 #include <QApplication>
 #include <QEvent>
 
-namespace platform {
+namespace ui {
 
 InputPause::InputPause() {
     QApplication::instance()->installEventFilter(this);
@@ -38,4 +38,4 @@ bool InputPause::eventFilter(QObject*, QEvent* event) {
     }
 }
 
-} // namespace platform
+} // namespace ui

@@ -2,7 +2,7 @@
 
 #include <QObject>
 
-namespace platform {
+namespace ui {
 
 /// While it lives, what the user does to this program's windows is dropped, so that no command starts inside
 /// another one; the windows go on painting themselves. For calls that run the system's message loop.
@@ -17,4 +17,4 @@ class InputPause : public QObject {
     bool eventFilter(QObject* object, QEvent* event) override;
 };
 
-} // namespace platform
+} // namespace ui

@@ -11,7 +11,7 @@
 #include <shellapi.h>
 #include <shlobj.h>
 
-namespace platform {
+namespace ui {
 namespace {
 
 constexpr int kNotFound = 2;
@@ -26,7 +26,7 @@ bool IsAddress(const std::string& file) {
 
 /// Asks about files of an extension; no disk is touched.
 bool Ask(const std::string& extension, UINT what, SHFILEINFOW& information) {
-    const std::wstring name = L"x." + WideOf(extension);
+    const std::wstring name = L"x." + platform::WideOf(extension);
     return ::SHGetFileInfoW(name.c_str(), FILE_ATTRIBUTE_NORMAL, &information, sizeof information,
                             what | SHGFI_USEFILEATTRIBUTES) != 0;
 }
@@ -49,18 +49,18 @@ int CALLBACK SelectStart(HWND dialog, UINT message, LPARAM, LPARAM start) {
 } // namespace
 
 int ShellOpen(const std::string& file, const std::string& parameters, const std::string& verb) {
-    const std::string host = IsAddress(file) ? file : HostPathOf(file);
+    const std::string host = IsAddress(file) ? file : platform::HostPathOf(file);
     if (host.empty())
         return kNotFound;
-    const std::wstring root = WideOf(IsAddress(file) ? "" : host.substr(0, 2) + "\\");
-    const HINSTANCE instance =
-        ::ShellExecuteW(::GetDesktopWindow(), WideOf(verb).c_str(), WideOf(host).c_str(),
-                        WideOf(parameters).c_str(), root.empty() ? nullptr : root.c_str(), SW_SHOWNORMAL);
+    const std::wstring root = platform::WideOf(IsAddress(file) ? "" : host.substr(0, 2) + "\\");
+    const HINSTANCE instance = ::ShellExecuteW(
+        ::GetDesktopWindow(), platform::WideOf(verb).c_str(), platform::WideOf(host).c_str(),
+        platform::WideOf(parameters).c_str(), root.empty() ? nullptr : root.c_str(), SW_SHOWNORMAL);
     return static_cast<int>(reinterpret_cast<INT_PTR>(instance));
 }
 
 bool ShellShowsProperties(const std::string& path, QWidget* ownerWindow) {
-    const std::wstring file = WideOf(HostPathOf(path));
+    const std::wstring file = platform::WideOf(platform::HostPathOf(path));
     SHELLEXECUTEINFOW record{};
     record.cbSize = sizeof record;
     record.fMask = SEE_MASK_INVOKEIDLIST | SEE_MASK_NOCLOSEPROCESS | SEE_MASK_FLAG_NO_UI;
@@ -75,8 +75,8 @@ bool ShellShowsProperties(const std::string& path, QWidget* ownerWindow) {
 
 std::optional<std::string> ShellPickFolder(const std::string& prompt, const std::string& start,
                                            QWidget* parent) {
-    const std::wstring title = WideOf(prompt);
-    const std::wstring startFolder = WideOf(HostPathOf(start));
+    const std::wstring title = platform::WideOf(prompt);
+    const std::wstring startFolder = platform::WideOf(platform::HostPathOf(start));
     BROWSEINFOW request{};
     request.hwndOwner = WindowOf(parent);
     request.lpszTitle = title.c_str();
@@ -91,7 +91,7 @@ std::optional<std::string> ShellPickFolder(const std::string& prompt, const std:
     std::array<wchar_t, MAX_PATH> folder{};
     const bool hasPath = ::SHGetPathFromIDListW(chosen, folder.data()) != 0;
     ::CoTaskMemFree(chosen);
-    return hasPath ? PathFromHost(Utf8OfWide(folder.data())) : "";
+    return hasPath ? platform::PathFromHost(platform::Utf8OfWide(folder.data())) : "";
 }
 
 QIcon ShellIcon(const std::string& extension) {
@@ -103,7 +103,7 @@ QIcon ShellIcon(const std::string& extension) {
 
 std::string ShellTypeName(const std::string& extension) {
     SHFILEINFOW information{};
-    return Ask(extension, SHGFI_TYPENAME, information) ? Utf8OfWide(information.szTypeName) : "";
+    return Ask(extension, SHGFI_TYPENAME, information) ? platform::Utf8OfWide(information.szTypeName) : "";
 }
 
-} // namespace platform
+} // namespace ui

@@ -4,7 +4,7 @@
 #include <QProcess>
 #include <QSettings>
 
-namespace platform {
+namespace ui {
 namespace {
 
 QString Value(const char* key, const char* name) {
@@ -24,4 +24,4 @@ bool StartSystemInformation() {
     return !folder.isEmpty() && QFileInfo::exists(file) && QProcess::startDetached(file, {});
 }
 
-} // namespace platform
+} // namespace ui

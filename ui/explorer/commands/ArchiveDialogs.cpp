@@ -6,7 +6,7 @@
 
 #include <QWidget>
 
-namespace explorer {
+namespace ui {
 namespace {
 
 /// When a window closes right behind the folder picker, a window manager may leave the keyboard with nobody.
@@ -18,21 +18,21 @@ void ComeForward(QWidget* parent) {
 } // namespace
 
 void ArchiveDialogs::ShowZip(const std::string& archives, QWidget* parent) {
-    dialogs::frmWinExtract window(parent);
+    frmWinExtract window(parent);
     window.ArchiveList = archives;
     window.ShowArchives();
     ComeForward(parent);
 }
 
 void ArchiveDialogs::ShowCab(const std::string& archives, QWidget* parent) {
-    dialogs::frmextract window(parent);
+    frmextract window(parent);
     window.ArchiveList = archives;
     window.exec();
     ComeForward(parent);
 }
 
 void ArchiveDialogs::ShowRar(const std::string& archives, QWidget* parent) {
-    dialogs::frmRarExtract window(parent);
+    frmRarExtract window(parent);
     window.ArchiveList = archives;
     window.exec();
     ComeForward(parent);
@@ -41,4 +41,4 @@ void ArchiveDialogs::ShowRar(const std::string& archives, QWidget* parent) {
         QMetaObject::invokeMethod(parent->window(), &QWidget::close, Qt::QueuedConnection);
 }
 
-} // namespace explorer
+} // namespace ui

@@ -4,7 +4,7 @@
 
 class QWidget;
 
-namespace explorer {
+namespace ui {
 
 /// Opens the window of each archive format and waits until it is closed. `archives` holds full paths, each
 /// followed by CR LF. A test puts one in place that shows nothing.
@@ -17,4 +17,4 @@ class ArchiveDialogs {
     virtual void ShowRar(const std::string& archives, QWidget* parent);
 };
 
-} // namespace explorer
+} // namespace ui

@@ -5,10 +5,10 @@
 #include "ui/common/BusyCursor.h"
 #include "ui/common/Yield.h"
 
-namespace explorer {
+namespace ui {
 namespace {
 
-using platform::CabFailure;
+using cabinet::CabFailure;
 
 constexpr std::uint32_t kCannotRead = 630;
 constexpr std::uint32_t kLink = 631;
@@ -22,13 +22,13 @@ constexpr std::uint32_t kCannotWrite = 638;
 constexpr std::uint32_t kReadBack = 639;
 
 bool Compress(std::int32_t mode, const std::string& path, const std::string& destinationFolder,
-              const platform::CabProgressFunction& progress, platform::CabReport& report) {
-    const app::BusyCursor busy;
-    app::YieldNow();
-    const std::string cabinetName = std::string(platform::LastComponent(path)) + ".cab";
-    const std::string source = mode == platform::kCabModeFolder ? path + '\\' : path;
+              const cabinet::CabProgressFunction& progress, cabinet::CabReport& report) {
+    const BusyCursor busy;
+    YieldNow();
+    const std::string cabinetName = std::string(base::LastComponent(path)) + ".cab";
+    const std::string source = mode == cabinet::kCabModeFolder ? path + '\\' : path;
     std::int16_t status = 0;
-    report = platform::CabCompress(mode, destinationFolder, cabinetName, source, status, progress);
+    report = cabinet::CabCompress(mode, destinationFolder, cabinetName, source, status, progress);
     return status == 0;
 }
 
@@ -61,20 +61,20 @@ std::uint32_t ReasonId(CabFailure failure) {
 } // namespace
 
 bool CompressFolder(const std::string& folderPath, const std::string& destinationFolder,
-                    const platform::CabProgressFunction& progress, platform::CabReport& report) {
-    return Compress(platform::kCabModeFolder, folderPath, destinationFolder, progress, report);
+                    const cabinet::CabProgressFunction& progress, cabinet::CabReport& report) {
+    return Compress(cabinet::kCabModeFolder, folderPath, destinationFolder, progress, report);
 }
 
 bool CompressFile(const std::string& filePath, const std::string& destinationFolder,
-                  const platform::CabProgressFunction& progress, platform::CabReport& report) {
-    return Compress(platform::kCabModeFile, filePath, destinationFolder, progress, report);
+                  const cabinet::CabProgressFunction& progress, cabinet::CabReport& report) {
+    return Compress(cabinet::kCabModeFile, filePath, destinationFolder, progress, report);
 }
 
-std::string ReasonText(const platform::CabReport& report) {
+std::string ReasonText(const cabinet::CabReport& report) {
     std::string text = report.path + "\n" + app::LoadText(ReasonId(report.failure));
     if (report.error)
         text += ' ' + report.error.Description();
     return text;
 }
 
-} // namespace explorer
+} // namespace ui

@@ -4,18 +4,18 @@
 
 #include <string>
 
-namespace explorer {
+namespace ui {
 
 // Pack a folder with all below it, or one file, into the cabinet of its name and ".cab" in
 // `destinationFolder`, which ends in a backslash. True when the cabinet is complete and checked; else
 // `report` says why not, and nothing has changed.
 
 bool CompressFolder(const std::string& folderPath, const std::string& destinationFolder,
-                    const platform::CabProgressFunction& progress, platform::CabReport& report);
+                    const cabinet::CabProgressFunction& progress, cabinet::CabReport& report);
 bool CompressFile(const std::string& filePath, const std::string& destinationFolder,
-                  const platform::CabProgressFunction& progress, platform::CabReport& report);
+                  const cabinet::CabProgressFunction& progress, cabinet::CabReport& report);
 
 /// Why a cabinet was not made, in the program's language: the path in question, and below it the reason.
-std::string ReasonText(const platform::CabReport& report);
+std::string ReasonText(const cabinet::CabReport& report);
 
-} // namespace explorer
+} // namespace ui

@@ -13,7 +13,7 @@
 #include <QItemSelectionModel>
 #include <QMenu>
 
-namespace explorer {
+namespace ui {
 
 CommandSet::CommandSet(const CommandTargets& targets, Commands& actions, QWidget* parent)
     : QObject(parent), targets_(targets), actions_(actions), files_(targets_), folders_(targets_),
@@ -43,7 +43,7 @@ void CommandSet::ConnectFileCommands() {
     connect(
         &targets_.files, &FileListModel::RenameWanted, this,
         [this](const QString& path, const QString& newName) {
-            files_.Rename(app::FromWindow(path), app::FromWindow(newName));
+            files_.Rename(FromWindow(path), FromWindow(newName));
         },
         Qt::QueuedConnection);
     connect(targets_.list.selectionModel(), &QItemSelectionModel::selectionChanged, this,
@@ -64,7 +64,7 @@ void CommandSet::ConnectFolderCommands() {
     connect(
         &targets_.nodes, &FolderTreeModel::RenameWanted, this,
         [this](const QString& key, const QString& newName) {
-            folders_.Rename(app::FromWindow(key), app::FromWindow(newName));
+            folders_.Rename(FromWindow(key), FromWindow(newName));
         },
         Qt::QueuedConnection);
 }
@@ -80,7 +80,7 @@ void CommandSet::UpdateForSelection() {
 }
 
 void CommandSet::UpdatePaste() {
-    actions_.mnuFilePaste->setEnabled(platform::ClipboardHoldsFiles());
+    actions_.mnuFilePaste->setEnabled(ClipboardHoldsFiles());
 }
 
-} // namespace explorer
+} // namespace ui

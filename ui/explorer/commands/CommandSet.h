@@ -8,7 +8,7 @@
 
 #include <QObject>
 
-namespace explorer {
+namespace ui {
 
 class Commands;
 
@@ -42,4 +42,4 @@ class CommandSet : public QObject {
     HelpCommands help_;
 };
 
-} // namespace explorer
+} // namespace ui

@@ -4,7 +4,7 @@
 #include "ui/explorer/tree/FolderTreeModel.h"
 #include "ui/explorer/tree/Navigator.h"
 
-namespace explorer {
+namespace ui {
 
 CommandRun::CommandRun(CommandTargets& targets)
     : isFirst_(!targets.isRunning && !targets.navigator.IsBusy()), running_(targets.isRunning) {
@@ -23,4 +23,4 @@ std::string CurrentFolderPath(const CommandTargets& targets) {
     return path;
 }
 
-} // namespace explorer
+} // namespace ui

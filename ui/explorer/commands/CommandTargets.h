@@ -4,7 +4,7 @@
 
 #include <string>
 
-namespace explorer {
+namespace ui {
 
 class FileListAccess;
 class FileListModel;
@@ -45,4 +45,4 @@ class CommandRun {
 /// the user's desktop when that is the tree's root.
 std::string CurrentFolderPath(const CommandTargets& targets);
 
-} // namespace explorer
+} // namespace ui

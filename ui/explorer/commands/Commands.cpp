@@ -8,7 +8,7 @@
 #include <QMenuBar>
 #include <QToolBar>
 
-namespace explorer {
+namespace ui {
 
 namespace {
 
@@ -49,7 +49,7 @@ Commands::Commands(QObject* parent) : QObject(parent) {
 QAction* Commands::Add(const char* name, const char* key, const char* icon) {
     auto* action = new QAction(this);
     if (icon != nullptr)
-        action->setIcon(app::Icon(icon));
+        action->setIcon(Icon(icon));
     action->setObjectName(QString::fromLatin1(name));
     action->setProperty("key", QString::fromLatin1(key));
     return action;
@@ -107,25 +107,25 @@ void Commands::FillToolBars(QToolBar* folderTools, QToolBar* fileTools) {
 }
 
 void Commands::SetCaption(QAction* action, std::uint32_t textId, const QKeySequence& key) {
-    const QString caption = app::WindowText(textId);
+    const QString caption = WindowText(textId);
     // The views answer the keys themselves; the menu only tells them.
     const QString hint =
         key.isEmpty() ? QString() : QLatin1Char('\t') + key.toString(QKeySequence::NativeText);
     action->setText(caption + hint);
-    action->setIconText(app::PlainCaption(caption));
-    action->setToolTip(app::PlainCaption(caption));
+    action->setIconText(PlainCaption(caption));
+    action->setToolTip(PlainCaption(caption));
 }
 
 void Commands::ApplyTexts() {
-    folderMenu_->setTitle(app::WindowText(110));
+    folderMenu_->setTitle(WindowText(110));
     SetCaption(mnuFolderNew, 100);
     SetCaption(mnuFolderDel, 101, QKeySequence(Qt::Key_Delete));
     SetCaption(nmuFolderRename, 102, QKeySequence(Qt::Key_F2));
     SetCaption(mnuFolderProperties, 103);
     SetCaption(mnuClose1, 104);
 
-    fileMenu_->setTitle(app::WindowText(113));
-    newMenu_->setTitle(app::WindowText(111));
+    fileMenu_->setTitle(WindowText(113));
+    newMenu_->setTitle(WindowText(111));
     SetCaption(mnuNewFolder, 110);
     SetCaption(mnuFileOpen, 105, QKeySequence(Qt::Key_Return));
     SetCaption(mnuFileCompress, 106);
@@ -138,15 +138,15 @@ void Commands::ApplyTexts() {
     SetCaption(mnuFileRefresh, 125, QKeySequence(Qt::Key_F5));
     SetCaption(mnuClose2, 104);
 
-    helpMenu_->setTitle(app::ExtraWindowText(103));
-    mnuHelpWhat->setText(app::ToWindow(app::WithProductName(app::LoadExtraText(104))));
-    mnuHelpOnline->setText(app::ExtraWindowText(105));
-    mnuHelpUpdates->setText(app::ExtraWindowText(106));
-    mnuHelpAbout->setText(app::ExtraWindowText(107));
+    helpMenu_->setTitle(ExtraWindowText(103));
+    mnuHelpWhat->setText(ToWindow(app::WithProductName(app::LoadExtraText(104))));
+    mnuHelpOnline->setText(ExtraWindowText(105));
+    mnuHelpUpdates->setText(ExtraWindowText(106));
+    mnuHelpAbout->setText(ExtraWindowText(107));
 
     SetCaption(up, 120);
     // The toolbars say "new folder" where the menu, under "new", says "folder".
-    mnuNewFolder->setIconText(app::PlainCaption(app::WindowText(100)));
+    mnuNewFolder->setIconText(PlainCaption(WindowText(100)));
     mnuNewFolder->setToolTip(mnuNewFolder->iconText());
 }
 
@@ -161,4 +161,4 @@ void Commands::ShowFileMenu(bool fileMenu) {
     folderMenu_->menuAction()->setVisible(!fileMenu);
 }
 
-} // namespace explorer
+} // namespace ui

@@ -7,7 +7,7 @@ class QMenu;
 class QMenuBar;
 class QToolBar;
 
-namespace explorer {
+namespace ui {
 
 /// The window's commands: one action for each menu entry, named after it, which the menu and the toolbar
 /// share.
@@ -67,4 +67,4 @@ class Commands : public QObject {
     QMenu* helpMenu_ = nullptr;
 };
 
-} // namespace explorer
+} // namespace ui

@@ -21,7 +21,7 @@
 #include <iterator>
 #include <string_view>
 
-namespace explorer {
+namespace ui {
 namespace {
 
 constexpr std::uint32_t kWarningTitle = 300;
@@ -44,19 +44,19 @@ constexpr std::size_t kDriveRootLength = 3;
 constexpr qsizetype kTooLongPath = 252;
 
 bool IsOfTheSuite(const std::string& path) {
-    const std::string below = platform::ToLower(path.substr(std::min(path.size(), kDriveRootLength)));
+    const std::string below = base::ToLower(path.substr(std::min(path.size(), kDriveRootLength)));
     return below.starts_with(kSuiteFolder) || below == kSuiteLauncher;
 }
 
 /// The message for what is never packed, or none.
 std::uint32_t RefusalOf(const std::string& path, std::uint64_t size) {
-    if (platform::EndsWithNoCase(path, ".enc"))
+    if (base::EndsWithNoCase(path, ".enc"))
         return kEncryptedText;
     if (IsOfTheSuite(path))
         return kSuiteText;
-    if (app::ToWindow(path).size() >= kTooLongPath)
+    if (ToWindow(path).size() >= kTooLongPath)
         return kTooLongText;
-    if (size == 0 && !platform::IsFolder(path))
+    if (size == 0 && !IsFolder(path))
         return kEmptyFileText;
     return kNoRefusal;
 }
@@ -89,7 +89,7 @@ CompressCommand::Next CompressCommand::Handle(const Source& source) {
         app::ShowText(refusal, kWarningTitle, app::kMessageWarning);
         return Next::kGoOn;
     }
-    if (platform::EndsWithNoCase(source.path, kCabinetExtension))
+    if (base::EndsWithNoCase(source.path, kCabinetExtension))
         return Next::kGoOn;
     cabinets_.push_back(source.path + std::string(kCabinetExtension));
     return Pack(source.path);
@@ -107,7 +107,7 @@ CompressCommand::Next CompressCommand::Pack(const std::string& path) {
         ShowNames(found);
         return Next::kEndWithoutRefresh;
     }
-    const bool isFolder = platform::IsFolder(path);
+    const bool isFolder = IsFolder(path);
     if (isFolder && finder.FileCount() < 1) {
         app::ShowText(kNoFileText, kWarningTitle, app::kMessageWarning);
         return hasChangedFolder_ ? Next::kEnd : Next::kEndWithoutRefresh;
@@ -115,20 +115,20 @@ CompressCommand::Next CompressCommand::Pack(const std::string& path) {
     // The cabinet takes its place beside its source, wherever the tree's selection has gone.
     const std::string destination = path.substr(0, path.rfind('\\') + 1);
     frmMsgCompress notice(on_.window.DialogParent());
-    const auto progress = [&](const platform::CabProgress& made) {
+    const auto progress = [&](const cabinet::CabProgress& made) {
         notice.ShowProgress(made);
-        app::YieldNow();
+        YieldNow();
         return !notice.IsStopped() && !on_.isStopWanted;
     };
     notice.show();
-    platform::CabReport report;
+    cabinet::CabReport report;
     const auto compress = isFolder ? CompressFolder : CompressFile;
     const bool isMade = compress(path, destination, progress, report);
     notice.hide();
     if (isMade) {
         hasChangedFolder_ = true;
         DeleteSource(path, isFolder);
-    } else if (report.failure == platform::CabFailure::kStopped) {
+    } else if (report.failure == cabinet::CabFailure::kStopped) {
         return Next::kEnd;
     } else if (isFolder) {
         const std::string text = app::LoadText(kNotMadeText) + " '" + path + "'.\n\n" + ReasonText(report);
@@ -139,7 +139,7 @@ CompressCommand::Next CompressCommand::Pack(const std::string& path) {
 
 /// Tells of names that the ANSI code page cannot hold.
 void CompressCommand::ShowNames(const std::vector<std::string>& paths) const {
-    app::frmMessage report(on_.window.DialogParent());
+    frmMessage report(on_.window.DialogParent());
     report.SetStatus(app::LoadText(kStatusText));
     report.SetMessage(app::WithUserName(app::LoadText(kNamesText)) + "\n" + app::LoadText(kRenameText));
     for (const std::string& path : paths)
@@ -148,8 +148,8 @@ void CompressCommand::ShowNames(const std::vector<std::string>& paths) const {
 }
 
 void CompressCommand::DeleteSource(const std::string& path, bool isFolder) {
-    const platform::FileWork work(platform::FileWork::Kind::kDelete, {path}, on_.window.DialogParent());
-    if (platform::ShellDelete(path) && isFolder)
+    const FileWork work(FileWork::Kind::kDelete, {path}, on_.window.DialogParent());
+    if (ShellDelete(path) && isFolder)
         on_.navigator.RemoveNode(path);
 }
 
@@ -160,4 +160,4 @@ void CompressCommand::ShowCabinets() const {
         emit on_.navigator.SpaceWanted(false);
 }
 
-} // namespace explorer
+} // namespace ui

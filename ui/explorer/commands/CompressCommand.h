@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace explorer {
+namespace ui {
 
 /// The Compress command: packs each selected file or folder into a cabinet beside it and deletes what was
 /// packed, then lists the folder again and selects the cabinets.
@@ -39,4 +39,4 @@ class CompressCommand {
     bool hasChangedFolder_ = false;
 };
 
-} // namespace explorer
+} // namespace ui

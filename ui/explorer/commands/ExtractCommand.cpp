@@ -8,7 +8,7 @@
 
 #include <QScopedValueRollback>
 
-namespace explorer {
+namespace ui {
 namespace {
 
 constexpr std::uint32_t kWarningTitle = 300;
@@ -36,7 +36,7 @@ void ExtractCommand::Extract() {
         app::Application().ExtractionDone = false;
         Show(route, selection->archives);
     }
-    const app::BusyCursor busy;
+    const BusyCursor busy;
     files_.ShowCurrentFolder();
     files_.ClearSelection();
     if (route == Route::kZip)
@@ -46,11 +46,11 @@ void ExtractCommand::Extract() {
 }
 
 ExtractCommand::Route ExtractCommand::RouteOf(std::string_view path) {
-    if (platform::EndsWithNoCase(path, ".cab"))
+    if (base::EndsWithNoCase(path, ".cab"))
         return Route::kCab;
-    if (platform::EndsWithNoCase(path, kZip))
+    if (base::EndsWithNoCase(path, kZip))
         return Route::kZip;
-    if (platform::EndsWithNoCase(path, ".rar"))
+    if (base::EndsWithNoCase(path, ".rar"))
         return Route::kRar;
     return Route::kNone;
 }
@@ -66,7 +66,7 @@ ExtractCommand::Route ExtractCommand::ChooseRoute(const std::vector<std::string>
 std::optional<ExtractCommand::Selection> ExtractCommand::Collect(const std::vector<std::string>& paths,
                                                                  Route route) {
     // Not while a window of an archive is open: the pointer would be the same there.
-    const app::BusyCursor busy;
+    const BusyCursor busy;
     Selection selection;
     for (const std::string& path : paths) {
         if (RouteOf(path) != route) {
@@ -120,7 +120,7 @@ void ExtractCommand::SelectExtracted(const std::vector<std::string>& archives, R
 /// Where the entries of the archive listed last lie beside it: an entry in a folder is in the folder's row.
 std::vector<std::string> ExtractCommand::RarResults(const std::string& archive) {
     const std::string folder = archive.substr(0, archive.rfind('\\') + 1);
-    const std::string_view names = archive::RarEntryNames();
+    const std::string_view names = rar::RarEntryNames();
     std::vector<std::string> results;
     for (std::size_t from = 0, end; (end = names.find("\r\n", from)) != names.npos; from = end + 2) {
         const std::string_view name = names.substr(from, end - from);
@@ -129,4 +129,4 @@ std::vector<std::string> ExtractCommand::RarResults(const std::string& archive) 
     return results;
 }
 
-} // namespace explorer
+} // namespace ui

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-namespace explorer {
+namespace ui {
 
 /// The Extract command: opens the window that belongs to the selected archives, then lists the folder again
 /// and selects what was extracted. One belongs to the main window and lives as long.
@@ -42,8 +42,8 @@ class ExtractCommand {
 
     FileListAccess& files_;
     ArchiveDialogs& dialogs_;
-    archive::Cls_GetFileType front_;
+    zip::Cls_GetFileType front_;
     bool isRunning_ = false;
 };
 
-} // namespace explorer
+} // namespace ui

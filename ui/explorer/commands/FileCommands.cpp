@@ -20,7 +20,7 @@
 #include "ui/explorer/tree/Navigator.h"
 #include "ui/explorer/tree/ProtectedNodes.h"
 
-namespace explorer {
+namespace ui {
 
 namespace {
 
@@ -45,7 +45,7 @@ void FileCommands::Copy() {
     const std::vector<std::string> paths = on_.window.SelectedPaths();
     if (!run.IsFirst() || paths.empty())
         return;
-    if (!platform::ClipboardCopyFiles(paths))
+    if (!ClipboardCopyFiles(paths))
         app::ShowText(kNotCopiedText, kErrorTitle, app::kMessageError);
     on_.window.ShowCurrentFolder();
     SelectPaths(on_.list, on_.files, paths);
@@ -55,27 +55,27 @@ void FileCommands::Paste() {
     const CommandRun run(on_);
     if (!run.IsFirst())
         return;
-    if (!platform::ClipboardHoldsFiles()) {
+    if (!ClipboardHoldsFiles()) {
         on_.window.ShowCurrentFolder();
         on_.window.ClearSelection();
         return;
     }
     const std::string folder = CurrentFolderPath(on_);
-    std::vector<std::string> paths = platform::ClipboardGetFiles();
+    std::vector<std::string> paths = ClipboardGetFiles();
     PasteFiles(paths, folder);
     ShowAfterPaste();
     for (std::string& path : paths)
-        path = folder + std::string(platform::LastComponent(path));
+        path = folder + std::string(base::LastComponent(path));
     SelectPaths(on_.list, on_.files, paths);
 }
 
 void FileCommands::PasteFiles(const std::vector<std::string>& paths, const std::string& folder) {
-    const app::BusyCursor busy;
-    platform::FileWork work(platform::FileWork::Kind::kCopy, paths, on_.window.DialogParent());
+    const BusyCursor busy;
+    FileWork work(FileWork::Kind::kCopy, paths, on_.window.DialogParent());
     for (const std::string& path : paths) {
         if (work.WasStopped())
             break;
-        platform::ShellCopy(path, folder);
+        ShellCopy(path, folder);
     }
 }
 
@@ -94,21 +94,21 @@ void FileCommands::Delete() {
     if (!run.IsFirst() || paths.empty() || !IsDeletionWanted("\r\n"))
         return;
     {
-        const app::BusyCursor busy;
-        platform::FileWork work(platform::FileWork::Kind::kDelete, paths, on_.window.DialogParent());
+        const BusyCursor busy;
+        FileWork work(FileWork::Kind::kDelete, paths, on_.window.DialogParent());
         for (const std::string& path : paths) {
             if (work.WasStopped())
                 break;
-            if (platform::IsFolder(path))
+            if (IsFolder(path))
                 on_.navigator.RemoveNode(path);
-            platform::ShellDelete(path);
+            ShellDelete(path);
         }
     }
     ShowParentOf(paths.back());
 }
 
 void FileCommands::ShowParentOf(const std::string& path) {
-    const std::string folder(platform::FolderOf(path));
+    const std::string folder(base::FolderOf(path));
     const bool isDriveRoot = folder.ends_with('\\');
     const std::string selected = on_.navigator.SelectedKey();
     if (!isDriveRoot && IsSpecialPlace(on_.nodes, on_.nodes.IndexOf(selected)))
@@ -126,12 +126,12 @@ void FileCommands::DeleteByKey() {
         return;
     const int row = on_.list.SelectedRows().first();
     if (IsDeletionWanted("")) {
-        const app::BusyCursor busy;
-        platform::FileWork work(platform::FileWork::Kind::kDelete, paths, on_.window.DialogParent());
+        const BusyCursor busy;
+        FileWork work(FileWork::Kind::kDelete, paths, on_.window.DialogParent());
         for (const std::string& path : paths) {
             if (work.WasStopped())
                 break;
-            platform::ShellDelete(path);
+            ShellDelete(path);
         }
     }
     on_.window.ShowCurrentFolder();
@@ -149,13 +149,13 @@ void FileCommands::StartRename() {
 void FileCommands::Rename(const std::string& path, const std::string& newName) {
     const CommandRun run(on_);
     const int row = on_.files.FindRow(path);
-    if (!run.IsFirst() || row < 0 || newName.empty() || newName == platform::LastComponent(path))
+    if (!run.IsFirst() || row < 0 || newName.empty() || newName == base::LastComponent(path))
         return;
     const bool isFolder = on_.files.Row(row).isFolder;
     const std::string newPath = path.substr(0, path.rfind('\\') + 1) + newName;
-    if (!platform::ShellRename(path, newPath))
+    if (!ShellRename(path, newPath))
         return;
-    on_.files.RenameRow(row, app::ToWindow(newName));
+    on_.files.RenameRow(row, ToWindow(newName));
     on_.list.scrollTo(on_.list.currentIndex());
     if (isFolder) {
         RenameNode(path, newPath);
@@ -173,12 +173,12 @@ void FileCommands::NewFolder() {
     const CommandRun run(on_);
     if (!run.IsFirst())
         return;
-    const std::string title = app::FromWindow(app::PlainCaption(app::WindowText(kNewFolderTitle)));
+    const std::string title = FromWindow(PlainCaption(WindowText(kNewFolderTitle)));
     const auto name = app::Messages().Ask(app::WithUserName(app::LoadText(kNewFolderPrompt)), title, false);
     if (!name || name->empty())
         return;
     const std::string path = CurrentFolderPath(on_) + *name;
-    if (platform::IsFileName(*name))
+    if (base::IsFileName(*name))
         platform::CreateFolder(path);
     if (on_.navigator.SelectedKey() == kRootKey)
         on_.navigator.RebuildTree();
@@ -191,8 +191,8 @@ void FileCommands::Properties() {
     const int row = on_.list.SelectedRow();
     if (row < 0 || on_.isRunning || on_.navigator.IsBusy())
         return;
-    if (platform::ShowProperties(on_.files.FullPath(row), on_.window.DialogParent()) <= kLastFailure)
+    if (ShowProperties(on_.files.FullPath(row), on_.window.DialogParent()) <= kLastFailure)
         app::ShowText(kNoPropertiesText, kErrorTitle, app::kMessageError);
 }
 
-} // namespace explorer
+} // namespace ui

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace explorer {
+namespace ui {
 
 /// The commands on the rows of the file list, and the new folder, which both menus have. A command that comes
 /// while another runs, or without a selected row that it needs, does nothing.
@@ -37,4 +37,4 @@ class FileCommands {
     CommandTargets& on_;
 };
 
-} // namespace explorer
+} // namespace ui

@@ -4,7 +4,7 @@
 #include "platform/FindFiles.h"
 #include "ui/common/Yield.h"
 
-namespace explorer {
+namespace ui {
 
 void clsFindFiles::StartSearchFile(std::vector<std::string>& result) {
     Walk(Directory);
@@ -14,8 +14,8 @@ void clsFindFiles::StartSearchFile(std::vector<std::string>& result) {
 
 /// The files of the folder, then those of each sub-folder in the order found.
 void clsFindFiles::Walk(const std::string& folder) {
-    app::Yield();
-    platform::SystemError error;
+    Yield();
+    base::SystemError error;
     auto search = platform::FindFiles::Start(folder, error);
     if (!search)
         return;
@@ -37,4 +37,4 @@ void clsFindFiles::Walk(const std::string& folder) {
         Walk(subFolder);
 }
 
-} // namespace explorer
+} // namespace ui

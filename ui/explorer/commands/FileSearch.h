@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace explorer {
+namespace ui {
 
 /// Walks a folder and collects the paths of its files, those of sub-folders included. Sub-folders whose names
 /// begin with "." are passed by, as are files whose names end in one.
@@ -28,4 +28,4 @@ class clsFindFiles {
     std::int32_t directoryCount_ = 0;
 };
 
-} // namespace explorer
+} // namespace ui

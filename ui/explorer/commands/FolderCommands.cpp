@@ -16,7 +16,7 @@
 #include "ui/explorer/tree/ProtectedNodes.h"
 #include "ui/explorer/tree/TreeView.h"
 
-namespace explorer {
+namespace ui {
 
 namespace {
 
@@ -37,8 +37,8 @@ constexpr int kLastFailure = 32;
 bool FolderCommands::MayChange(const QModelIndex& node, std::uint32_t verbText) const {
     if (!IsProtected(on_.nodes, node))
         return true;
-    const std::string text = app::LoadText(verbText) + " \"" + app::FromWindow(on_.nodes.TextOf(node)) +
-                             "\" " + app::LoadText(kNotPossibleText);
+    const std::string text = app::LoadText(verbText) + " \"" + FromWindow(on_.nodes.TextOf(node)) + "\" " +
+                             app::LoadText(kNotPossibleText);
     app::Messages().Show({verbText, text, app::kMessageWarning, kProtectedTitle});
     return false;
 }
@@ -48,9 +48,9 @@ bool FolderCommands::IsDeletionWanted() const {
 }
 
 bool FolderCommands::DeleteFolder(const std::string& key) {
-    const app::BusyCursor busy;
-    const platform::FileWork work(platform::FileWork::Kind::kDelete, {key}, on_.window.DialogParent());
-    return platform::ShellDelete(key);
+    const BusyCursor busy;
+    const FileWork work(FileWork::Kind::kDelete, {key}, on_.window.DialogParent());
+    return ShellDelete(key);
 }
 
 void FolderCommands::Delete() {
@@ -82,7 +82,7 @@ void FolderCommands::DeleteByKey() {
 /// Shows the current folder again, or, where that has gone too, the folder above. A folder that could not be
 /// deleted gets its node back by listing the one above.
 void FolderCommands::ShowAfterDeletion(const std::string& key, bool isGone) {
-    const std::string above(platform::FolderOf(key));
+    const std::string above(base::FolderOf(key));
     if ((!isGone || !on_.nodes.Contains(app::Application().CurrentNodeKey)) && on_.nodes.Contains(above))
         on_.navigator.ClickNode(above);
     else
@@ -100,8 +100,7 @@ void FolderCommands::StartRename() {
 void FolderCommands::Rename(const std::string& key, const std::string& newName) {
     const CommandRun run(on_);
     const QModelIndex node = on_.nodes.IndexOf(key);
-    if (!run.IsFirst() || !node.isValid() || newName.empty() ||
-        on_.nodes.TextOf(node) == app::ToWindow(newName))
+    if (!run.IsFirst() || !node.isValid() || newName.empty() || on_.nodes.TextOf(node) == ToWindow(newName))
         return;
     if (on_.nodes.IsMarked(node)) {
         const std::string text = app::WithUserName(app::LoadText(kMarkedText));
@@ -110,7 +109,7 @@ void FolderCommands::Rename(const std::string& key, const std::string& newName) 
             return;
     }
     const std::string newKey = key.substr(0, key.rfind('\\') + 1) + newName;
-    if (!platform::ShellRename(key, newKey))
+    if (!ShellRename(key, newKey))
         return;
     const QModelIndex above = on_.nodes.IndexOf(key).parent();
     const std::string parent = above.isValid() ? on_.nodes.KeyOf(above) : std::string(kRootKey);
@@ -125,8 +124,8 @@ void FolderCommands::Properties() {
     if (key.empty() || on_.isRunning || on_.navigator.IsBusy())
         return;
     const std::string path = key == kRootKey ? CurrentFolderPath(on_) : key;
-    if (platform::ShowProperties(path, on_.window.DialogParent()) <= kLastFailure)
+    if (ShowProperties(path, on_.window.DialogParent()) <= kLastFailure)
         app::ShowText(kNoPropertiesText, kErrorTitle, app::kMessageQuestion);
 }
 
-} // namespace explorer
+} // namespace ui

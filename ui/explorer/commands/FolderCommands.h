@@ -4,7 +4,7 @@
 
 #include <QModelIndex>
 
-namespace explorer {
+namespace ui {
 
 /// The commands on the selected node of the folder tree. Drives, the root and the system's own places are
 /// neither deleted nor renamed: the user is told so.
@@ -32,4 +32,4 @@ class FolderCommands {
     CommandTargets& on_;
 };
 
-} // namespace explorer
+} // namespace ui

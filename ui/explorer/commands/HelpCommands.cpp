@@ -14,7 +14,7 @@
 
 #include <memory>
 
-namespace explorer {
+namespace ui {
 
 namespace {
 
@@ -51,8 +51,8 @@ void HelpCommands::Online() {
 }
 
 void HelpCommands::Open(const std::string& document) {
-    auto busy = std::make_shared<app::BusyCursor>();
-    const int result = platform::OpenDocumentLower(document);
+    auto busy = std::make_shared<BusyCursor>();
+    const int result = OpenDocumentLower(document);
     if (result > kLastFailure) {
         // The window owns the wait, so that the pointer is given back before the program ends.
         auto* wait = new QTimer(window_);
@@ -62,12 +62,12 @@ void HelpCommands::Open(const std::string& document) {
         return;
     }
     busy.reset();
-    app::ShowError(platform::SystemError{static_cast<std::uint32_t>(result)}.Description());
+    app::ShowError(base::SystemError{static_cast<std::uint32_t>(result)}.Description());
 }
 
 void HelpCommands::About() {
-    app::frmAbout about(window_);
+    frmAbout about(window_);
     about.ShowNow();
 }
 
-} // namespace explorer
+} // namespace ui

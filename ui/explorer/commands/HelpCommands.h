@@ -4,7 +4,7 @@
 
 class QWidget;
 
-namespace explorer {
+namespace ui {
 
 /// The Help menu's commands.
 class HelpCommands {
@@ -24,4 +24,4 @@ class HelpCommands {
     QWidget* window_;
 };
 
-} // namespace explorer
+} // namespace ui

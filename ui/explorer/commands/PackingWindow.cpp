@@ -8,7 +8,7 @@
 #include <QLocale>
 #include <QVBoxLayout>
 
-namespace explorer {
+namespace ui {
 namespace {
 
 constexpr std::uint32_t kCaptionText = 106;
@@ -17,22 +17,22 @@ constexpr std::uint32_t kWaitText = 564;
 } // namespace
 
 frmMsgCompress::frmMsgCompress(QWidget* parent)
-    : ProgressWindow(app::PlainCaption(app::WindowText(kCaptionText)), parent), Label1_(new QLabel(this)) {
+    : ProgressWindow(PlainCaption(WindowText(kCaptionText)), parent), Label1_(new QLabel(this)) {
     setObjectName(QStringLiteral("frmMsgCompress"));
     Label1_->setObjectName(QStringLiteral("Label1"));
     Label1_->setTextFormat(Qt::PlainText);
     Label1_->setWordWrap(true);
-    Label1_->setText(app::ToWindow(app::WithUserName(app::LoadText(kWaitText))));
+    Label1_->setText(ToWindow(app::WithUserName(app::LoadText(kWaitText))));
     static_cast<QVBoxLayout*>(layout())->insertWidget(0, Label1_);
-    app::ApplyFonts(this);
+    ApplyFonts(this);
     SetFraction(0);
 }
 
-void frmMsgCompress::ShowProgress(const platform::CabProgress& progress) {
+void frmMsgCompress::ShowProgress(const cabinet::CabProgress& progress) {
     const double fraction = static_cast<double>(progress.done) / static_cast<double>(progress.total);
-    SetPath(app::ToWindow(progress.file));
+    SetPath(ToWindow(progress.file));
     SetFraction(fraction);
     SetFigures(QLocale().toString(static_cast<int>(fraction * 100)) + QStringLiteral(" %"));
 }
 
-} // namespace explorer
+} // namespace ui

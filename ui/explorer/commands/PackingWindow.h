@@ -5,20 +5,20 @@
 
 class QLabel;
 
-namespace explorer {
+namespace ui {
 
 /// The notice that stands while one source is packed: asks for patience, shows what is being packed and how
 /// far it is, and takes the wish to stop.
-class frmMsgCompress : public platform::ProgressWindow {
+class frmMsgCompress : public ProgressWindow {
     Q_OBJECT
 
   public:
     explicit frmMsgCompress(QWidget* parent);
 
-    void ShowProgress(const platform::CabProgress& progress);
+    void ShowProgress(const cabinet::CabProgress& progress);
 
   private:
     QLabel* Label1_;
 };
 
-} // namespace explorer
+} // namespace ui

@@ -4,7 +4,7 @@
 #include "ui/common/WindowTexts.h"
 #include "ui/desktop/ShellInfo.h"
 
-namespace explorer {
+namespace ui {
 
 namespace {
 
@@ -21,7 +21,7 @@ FileKinds::Number FileKinds::KindOf(std::string_view name, bool isFolder) {
     const std::size_t dot = isFolder ? std::string_view::npos : name.rfind('.');
     std::string key(kFolderKey);
     if (!isFolder)
-        key = dot == std::string_view::npos ? std::string() : platform::ToLower(name.substr(dot));
+        key = dot == std::string_view::npos ? std::string() : base::ToLower(name.substr(dot));
     const auto known = numbers_.find(key);
     return known != numbers_.end() ? known->second : Add(key, name, isFolder, dot);
 }
@@ -29,17 +29,17 @@ FileKinds::Number FileKinds::KindOf(std::string_view name, bool isFolder) {
 FileKinds::Number FileKinds::Add(const std::string& key, std::string_view name, bool isFolder,
                                  std::size_t dot) {
     Kind kind;
-    kind.icon = platform::FileIcon(std::string(name), isFolder);
+    kind.icon = FileIcon(std::string(name), isFolder);
     if (isFolder)
-        kind.typeText = app::ToWindow(kFolderType);
+        kind.typeText = ToWindow(kFolderType);
     else if (key == kEncryptedExtension)
         kind.typeText = encryptedTypeText_;
     else if (dot != std::string_view::npos)
-        kind.typeText = app::ToWindow(platform::FileTypeName(std::string(name.substr(dot))));
+        kind.typeText = ToWindow(FileTypeName(std::string(name.substr(dot))));
     const auto number = static_cast<Number>(kinds_.size());
     kinds_.push_back(std::move(kind));
     numbers_.emplace(key, number);
     return number;
 }
 
-} // namespace explorer
+} // namespace ui

@@ -9,7 +9,7 @@
 #include <unordered_map>
 #include <vector>
 
-namespace explorer {
+namespace ui {
 
 /// The kinds of entry met so far, one per extension: each row of the file list names its kind by number, so
 /// that type texts and icons are made once and not per row.
@@ -42,4 +42,4 @@ class FileKinds {
     std::unordered_map<std::string, Number> numbers_;
 };
 
-} // namespace explorer
+} // namespace ui

@@ -6,7 +6,7 @@
 
 class QWidget;
 
-namespace explorer {
+namespace ui {
 
 /// What a command sees of the main window: the rows of the file list and the folder that it shows.
 class FileListAccess {
@@ -38,4 +38,4 @@ class FileListAccess {
     virtual QWidget* DialogParent() = 0;
 };
 
-} // namespace explorer
+} // namespace ui

@@ -8,7 +8,7 @@
 
 #include <algorithm>
 
-namespace explorer {
+namespace ui {
 
 FileListModel::FileListModel(FileKinds& kinds, QObject* parent)
     : QAbstractTableModel(parent), kinds_(kinds),
@@ -17,7 +17,7 @@ FileListModel::FileListModel(FileKinds& kinds, QObject* parent)
 
 void FileListModel::RenameRow(int row, const QString& name) {
     FileRow& changed = rows_[static_cast<std::size_t>(row)];
-    SetName(changed, app::FromWindow(name), kinds_);
+    SetName(changed, FromWindow(name), kinds_);
     emit dataChanged(index(row, 0), index(row, kColumnCount - 1));
     MoveRowsInOrder();
 }
@@ -28,12 +28,12 @@ void FileListModel::SetHeader(Column column, const QString& text) {
 }
 
 std::string FileListModel::FullPath(int row) const {
-    return folder_ + app::FromWindow(Row(row).name);
+    return folder_ + FromWindow(Row(row).name);
 }
 
 int FileListModel::FindRow(std::string_view name) const {
-    const QString wanted = app::ToWindow(platform::ToUpper(name));
-    const QString folder = app::ToWindow(platform::ToUpper(folder_));
+    const QString wanted = ToWindow(base::ToUpper(name));
+    const QString folder = ToWindow(base::ToUpper(folder_));
     const bool isPath = !folder.isEmpty() && wanted.startsWith(folder);
     const QStringView inFolder = isPath ? QStringView(wanted).mid(folder.size()) : QStringView(wanted);
     const auto found = std::ranges::find_if(
@@ -98,7 +98,7 @@ Qt::ItemFlags FileListModel::flags(const QModelIndex& index) const {
 
 bool FileListModel::setData(const QModelIndex& index, const QVariant& value, int role) {
     if (index.isValid() && index.column() == kName && role == Qt::EditRole)
-        emit RenameWanted(app::ToWindow(FullPath(index.row())), value.toString());
+        emit RenameWanted(ToWindow(FullPath(index.row())), value.toString());
     return false;
 }
 
@@ -119,20 +119,20 @@ QString FileListModel::TextOf(const FileRow& row, int column) const {
     case kType:
         return kinds_.TypeText(row.kind);
     case kSize:
-        return app::ToWindow(FileSizeText(row.size, row.isFolder));
+        return ToWindow(FileSizeText(row.size, row.isFolder));
     case kModified:
-        return app::ToWindow(ModifiedText(row.modified));
+        return ToWindow(ModifiedText(row.modified));
     case kPath:
-        return app::ToWindow(folder_) + row.name;
+        return ToWindow(folder_) + row.name;
     case kSortDate:
-        return app::ToWindow(DateSortText(row.modified));
+        return ToWindow(DateSortText(row.modified));
     case kSortSize:
-        return app::ToWindow(SizeSortText(row.size));
+        return ToWindow(SizeSortText(row.size));
     case kSortFile:
-        return app::ToWindow(NameSortText(app::FromWindow(row.name), row.isFolder));
+        return ToWindow(NameSortText(FromWindow(row.name), row.isFolder));
     default:
         return {};
     }
 }
 
-} // namespace explorer
+} // namespace ui

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace explorer {
+namespace ui {
 
 class RowOrder;
 
@@ -82,4 +82,4 @@ class FileListModel : public QAbstractTableModel {
     unsigned sortings_ = 0;
 };
 
-} // namespace explorer
+} // namespace ui

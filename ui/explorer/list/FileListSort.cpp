@@ -2,7 +2,7 @@
 #include "ui/explorer/list/FileListModel.h"
 #include "ui/explorer/list/RowOrder.h"
 
-namespace explorer {
+namespace ui {
 
 void FileListModel::SetRows(std::string folder, std::vector<FileRow> rows) {
     const unsigned filling = ++fillings_;
@@ -10,7 +10,7 @@ void FileListModel::SetRows(std::string folder, std::vector<FileRow> rows) {
     for (bool isInOrder = false; !isInOrder;) {
         const unsigned sorting = sortings_;
         places = PlacesInOrder(rows, OrderInUse(), [&] {
-            app::Yield();
+            Yield();
             return filling == fillings_ && sorting == sortings_;
         });
         if (filling != fillings_)
@@ -36,7 +36,7 @@ void FileListModel::MoveRowsInOrder() {
     const unsigned filling = fillings_;
     const unsigned sorting = ++sortings_;
     const std::vector<std::uint32_t> places = PlacesInOrder(rows_, OrderInUse(), [&] {
-        app::Yield();
+        Yield();
         return filling == fillings_ && sorting == sortings_;
     });
     if (filling != fillings_ || sorting != sortings_)
@@ -67,4 +67,4 @@ RowOrder FileListModel::OrderInUse() const {
     return {sortColumn_, direction_, kinds_};
 }
 
-} // namespace explorer
+} // namespace ui

@@ -3,7 +3,7 @@
 #include <array>
 #include <cstdio>
 
-namespace explorer {
+namespace ui {
 
 namespace {
 
@@ -66,4 +66,4 @@ std::string NameSortText(const std::string& name, bool isFolder) {
     return (isFolder ? "00" : "11") + name;
 }
 
-} // namespace explorer
+} // namespace ui

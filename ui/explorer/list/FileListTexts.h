@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-namespace explorer {
+namespace ui {
 
 /// Text of the size column: empty for a folder, "0 KB" for an empty file, else whole kilobytes, rounded with
 /// halves up and never below 1, without separators ("1536 bytes" gives "2 KB").
@@ -29,4 +29,4 @@ std::string DateSortText(PackedTime time);
 /// Name sort key: "00" and the name for a folder, "11" and the name for a file.
 std::string NameSortText(const std::string& name, bool isFolder);
 
-} // namespace explorer
+} // namespace ui

@@ -5,7 +5,7 @@
 
 #include <QString>
 
-namespace explorer {
+namespace ui {
 
 /// One row of the file list, as little as its eight columns can be told from; its full path is the listed
 /// folder and the name.
@@ -19,4 +19,4 @@ struct FileRow {
     bool isCabinet = false; ///< the name ends in ".cab"
 };
 
-} // namespace explorer
+} // namespace ui

@@ -5,7 +5,7 @@
 #include "platform/FindFiles.h"
 #include "ui/common/WindowTexts.h"
 
-namespace explorer {
+namespace ui {
 
 namespace {
 
@@ -29,10 +29,10 @@ void AddFileItem(std::vector<FileRow>& rows, const platform::FindData& found, Fi
 } // namespace
 
 void SetName(FileRow& row, const std::string& name, FileKinds& kinds) {
-    row.name = app::ToWindow(name);
-    row.sortName = app::ToWindow(platform::ToUpper(name));
+    row.name = ToWindow(name);
+    row.sortName = ToWindow(base::ToUpper(name));
     row.kind = kinds.KindOf(name, row.isFolder);
-    row.isCabinet = platform::EndsWithNoCase(name, kCabinetExtension);
+    row.isCabinet = base::EndsWithNoCase(name, kCabinetExtension);
 }
 
 std::vector<FileRow> ListFolderFiles(const std::string& folder, FileKinds& kinds,
@@ -40,7 +40,7 @@ std::vector<FileRow> ListFolderFiles(const std::string& folder, FileKinds& kinds
     std::vector<FileRow> rows;
     if (folder.empty())
         return rows;
-    platform::SystemError error;
+    base::SystemError error;
     const auto search = platform::FindFiles::Start(folder, error);
     if (!search)
         return rows;
@@ -54,4 +54,4 @@ std::vector<FileRow> ListFolderFiles(const std::string& folder, FileKinds& kinds
     return rows;
 }
 
-} // namespace explorer
+} // namespace ui

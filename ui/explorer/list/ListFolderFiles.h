@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace explorer {
+namespace ui {
 
 /// Rows for the entries of `folder` (a path with a last backslash), in the order in which the file system
 /// returns them, hidden ones included; names that hold "?" or end in "." are left out. `keepGoing` is asked
@@ -18,4 +18,4 @@ std::vector<FileRow> ListFolderFiles(const std::string& folder, FileKinds& kinds
 /// Gives a row its name and all that follows from it.
 void SetName(FileRow& row, const std::string& name, FileKinds& kinds);
 
-} // namespace explorer
+} // namespace ui

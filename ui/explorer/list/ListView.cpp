@@ -12,7 +12,7 @@
 
 #include <algorithm>
 
-namespace explorer {
+namespace ui {
 
 namespace {
 
@@ -25,9 +25,9 @@ ListView::ListView(QWidget* parent) : QTreeView(parent) {
     setRootIsDecorated(false);
     setItemsExpandable(false);
     setUniformRowHeights(true);
-    setItemDelegate(new app::ColouredRows(this));
+    setItemDelegate(new ColouredRows(this));
     // A name says most at its ends: how it starts and its extension.
-    setItemDelegateForColumn(FileListModel::kName, new app::ColouredRows(this, Qt::ElideMiddle));
+    setItemDelegateForColumn(FileListModel::kName, new ColouredRows(this, Qt::ElideMiddle));
     setAllColumnsShowFocus(true);
     setAlternatingRowColors(true);
     setSelectionMode(QAbstractItemView::ExtendedSelection);
@@ -154,4 +154,4 @@ void ListView::contextMenuEvent(QContextMenuEvent* event) {
     event->accept();
 }
 
-} // namespace explorer
+} // namespace ui

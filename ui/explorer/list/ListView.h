@@ -2,7 +2,7 @@
 
 #include <QTreeView>
 
-namespace explorer {
+namespace ui {
 
 class FileListModel;
 
@@ -62,4 +62,4 @@ class ListView : public QTreeView {
     QString emptyText_;
 };
 
-} // namespace explorer
+} // namespace ui

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <numeric>
 
-namespace explorer {
+namespace ui {
 
 namespace {
 
@@ -33,8 +33,8 @@ RowOrder::RowOrder(FileListModel::Column column, Qt::SortOrder direction, const 
         return;
     std::vector<QString> texts(kinds.Count());
     for (std::size_t kind = 0; kind < texts.size(); ++kind) {
-        const std::string text = app::FromWindow(kinds.TypeText(static_cast<FileKinds::Number>(kind)));
-        texts[kind] = app::ToWindow(platform::ToUpper(text));
+        const std::string text = FromWindow(kinds.TypeText(static_cast<FileKinds::Number>(kind)));
+        texts[kind] = ToWindow(base::ToUpper(text));
     }
     std::vector<QString> ordered = texts;
     std::ranges::sort(ordered);
@@ -99,4 +99,4 @@ std::vector<std::uint32_t> PlacesInOrder(const std::vector<FileRow>& rows, const
     return places;
 }
 
-} // namespace explorer
+} // namespace ui

@@ -4,7 +4,7 @@
 
 #include <functional>
 
-namespace explorer {
+namespace ui {
 
 /// An order of file rows: what a click on a header asks for, as it stands at one moment.
 class RowOrder {
@@ -28,4 +28,4 @@ class RowOrder {
 std::vector<std::uint32_t> PlacesInOrder(const std::vector<FileRow>& rows, const RowOrder& order,
                                          const std::function<bool()>& keepGoing);
 
-} // namespace explorer
+} // namespace ui

@@ -6,15 +6,15 @@
 
 #include <unordered_set>
 
-namespace explorer {
+namespace ui {
 
 void SelectPaths(ListView& list, const FileListModel& files, const std::vector<std::string>& paths) {
     std::unordered_set<std::string> wanted;
     for (const std::string& path : paths)
-        wanted.insert(platform::ToUpper(path));
+        wanted.insert(base::ToUpper(path));
     QItemSelection selection;
     for (int row = 0; row < files.rowCount() && !wanted.empty(); ++row) {
-        if (wanted.contains(platform::ToUpper(files.FullPath(row))))
+        if (wanted.contains(base::ToUpper(files.FullPath(row))))
             selection.select(files.index(row, 0), files.index(row, FileListModel::kColumnCount - 1));
     }
     QItemSelectionModel* rows = list.selectionModel();
@@ -28,4 +28,4 @@ void SelectPaths(ListView& list, const FileListModel& files, const std::vector<s
     list.scrollTo(first);
 }
 
-} // namespace explorer
+} // namespace ui

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-namespace explorer {
+namespace ui {
 
 class FileListModel;
 class ListView;
@@ -12,4 +12,4 @@ class ListView;
 /// to the first. Takes time in proportion to the rows and the paths.
 void SelectPaths(ListView& list, const FileListModel& files, const std::vector<std::string>& paths);
 
-} // namespace explorer
+} // namespace ui

@@ -5,12 +5,12 @@
 #include <QGuiApplication>
 #include <QPalette>
 
-namespace explorer {
+namespace ui {
 
 namespace {
 
 QColor Readable(const QColor& onLight, const QColor& onDark) {
-    return app::IsDark(QGuiApplication::palette()) ? onDark : onLight;
+    return IsDark(QGuiApplication::palette()) ? onDark : onLight;
 }
 
 } // namespace
@@ -23,4 +23,4 @@ QColor MarkedColour() {
     return Readable(QColor(255, 0, 255), QColor(0xff, 0x8c, 0xff));
 }
 
-} // namespace explorer
+} // namespace ui

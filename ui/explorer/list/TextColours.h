@@ -2,7 +2,7 @@
 
 #include <QColor>
 
-namespace explorer {
+namespace ui {
 
 /// Text colour of cabinets in the file list: blue, or a lighter blue that can be read on a dark palette.
 QColor CabinetColour();
@@ -10,4 +10,4 @@ QColor CabinetColour();
 /// Text colour of marked folders in the tree: magenta, or a lighter one on a dark palette.
 QColor MarkedColour();
 
-} // namespace explorer
+} // namespace ui

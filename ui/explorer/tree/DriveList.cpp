@@ -2,7 +2,7 @@
 
 #include "platform/Drives.h"
 
-namespace explorer {
+namespace ui {
 
 namespace {
 
@@ -47,4 +47,4 @@ std::vector<std::string> RemovableDriveRoots() {
     return roots;
 }
 
-} // namespace explorer
+} // namespace ui

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-namespace explorer {
+namespace ui {
 
 /// Letters from "C" to "Z" whose drive is removable or fixed, in that order.
 std::vector<std::string> GetDriveLetters();
@@ -15,4 +15,4 @@ std::string_view DriveTypeName(const std::string& letter);
 /// Roots, such as "E:\", of the removable drives among GetDriveLetters.
 std::vector<std::string> RemovableDriveRoots();
 
-} // namespace explorer
+} // namespace ui

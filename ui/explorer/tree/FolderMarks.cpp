@@ -7,7 +7,7 @@
 #include <optional>
 #include <vector>
 
-namespace explorer {
+namespace ui {
 
 namespace {
 
@@ -21,7 +21,7 @@ constexpr std::size_t kDriveLength = 2;
 std::optional<std::string> ReadBytes(const std::string& file) {
     if (!platform::FileExists(file))
         return std::string();
-    platform::SystemError error;
+    base::SystemError error;
     return platform::ReadWholeFile(file, kLargestFile, error);
 }
 
@@ -37,13 +37,13 @@ std::vector<std::string_view> LinesOf(std::string_view bytes) {
 
 /// What two lines have in common exactly when they are equal but for letter case.
 std::string Folded(std::string_view ansiLine) {
-    return platform::ToUpper(platform::AnsiToUtf8(ansiLine));
+    return base::ToUpper(platform::AnsiToUtf8(ansiLine));
 }
 
 } // namespace
 
 bool MarkSet::IsMarked(std::string_view path) const {
-    return !entries_.empty() && entries_.contains(platform::ToUpper(FolderMarks::EntryOf(path)));
+    return !entries_.empty() && entries_.contains(base::ToUpper(FolderMarks::EntryOf(path)));
 }
 
 FolderMarks::FolderMarks(std::string_view folder) : file_(std::string(folder) + std::string(kFileName)) {}
@@ -95,4 +95,4 @@ void FolderMarks::RemoveMark(std::string_view entry) const {
     static_cast<void>(platform::WriteWholeFile(file_, kept));
 }
 
-} // namespace explorer
+} // namespace ui

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <unordered_set>
 
-namespace explorer {
+namespace ui {
 
 /// The marks as one moment of the mark list has them; for asking about many folders in a row.
 class MarkSet {
@@ -42,4 +42,4 @@ class FolderMarks {
     std::string file_;
 };
 
-} // namespace explorer
+} // namespace ui

@@ -5,7 +5,7 @@
 
 #include <QIcon>
 
-namespace explorer {
+namespace ui {
 
 QModelIndex FolderTreeModel::index(int row, int column, const QModelIndex& parent) const {
     if (row < 0 || column != 0)
@@ -54,7 +54,7 @@ bool FolderTreeModel::setData(const QModelIndex& index, const QVariant& value, i
         return false;
     Node* node = NodeOf(index);
     if (role == Qt::EditRole && node->kind == NodeKind::kFolder)
-        emit RenameWanted(app::ToWindow(node->key), value.toString());
+        emit RenameWanted(ToWindow(node->key), value.toString());
     if (role != Qt::CheckStateRole)
         return false;
     if (node == root_.get()) {
@@ -63,7 +63,7 @@ bool FolderTreeModel::setData(const QModelIndex& index, const QVariant& value, i
     }
     node->isMarked = value.toInt() == Qt::Checked;
     emit dataChanged(index, index, {Qt::CheckStateRole, Qt::ForegroundRole});
-    emit NodeChecked(app::ToWindow(node->key), node->isMarked);
+    emit NodeChecked(ToWindow(node->key), node->isMarked);
     return true;
 }
 
@@ -74,4 +74,4 @@ Qt::ItemFlags FolderTreeModel::flags(const QModelIndex& index) const {
     return NodeOf(index)->kind == NodeKind::kFolder ? flags | Qt::ItemIsEditable : flags;
 }
 
-} // namespace explorer
+} // namespace ui

@@ -9,7 +9,7 @@
 
 #include <algorithm>
 
-namespace explorer {
+namespace ui {
 
 FolderTreeModel::FolderTreeModel(QObject* parent)
     : QAbstractItemModel(parent), root_(std::make_unique<Node>()),
@@ -41,8 +41,8 @@ void FolderTreeModel::AddNodes(std::string_view parentKey, NodeKind kind, std::v
         if (!nodes_.emplace(node.key, made.get()).second)
             continue;
         made->key = std::move(node.key);
-        made->text = app::ToWindow(node.text);
-        made->sortText = app::ToWindow(platform::ToUpper(node.text));
+        made->text = ToWindow(node.text);
+        made->sortText = ToWindow(base::ToUpper(node.text));
         made->kind = kind;
         made->isMarked = node.isMarked;
         made->parent = parent;
@@ -148,4 +148,4 @@ bool FolderTreeModel::IsConsistent() const {
     return IsConsistent(*root_, count) && count == nodes_.size();
 }
 
-} // namespace explorer
+} // namespace ui

@@ -9,7 +9,7 @@
 #include <unordered_map>
 #include <vector>
 
-namespace explorer {
+namespace ui {
 
 /// Key of the tree's root node.
 inline constexpr std::string_view kRootKey = "noderoot";
@@ -90,4 +90,4 @@ class FolderTreeModel : public QAbstractItemModel {
     std::vector<QIcon> icons_; ///< by kind of node
 };
 
-} // namespace explorer
+} // namespace ui

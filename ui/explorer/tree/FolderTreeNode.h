@@ -2,7 +2,7 @@
 
 #include "ui/explorer/tree/FolderTreeModel.h"
 
-namespace explorer {
+namespace ui {
 
 /// One node of the tree. It knows its place among its parent's children, so that an index costs nothing.
 struct FolderTreeModel::Node {
@@ -22,4 +22,4 @@ struct FolderTreeModel::Node {
     }
 };
 
-} // namespace explorer
+} // namespace ui

@@ -11,7 +11,7 @@
 
 #include <exception>
 
-namespace explorer {
+namespace ui {
 
 namespace {
 
@@ -156,7 +156,7 @@ void Navigator::GoUp() {
     if (!node.isValid() || !node.parent().isValid() || parts_.nodes->TextOf(node) == QLatin1String("Desktop"))
         return;
     const QModelIndex above = node.parent();
-    if (parts_.nodes->TextOf(above) != app::ToWindow(kMyComputer) && location_.isEmpty())
+    if (parts_.nodes->TextOf(above) != ToWindow(kMyComputer) && location_.isEmpty())
         return;
     ClickNode(parts_.nodes->KeyOf(above));
 }
@@ -190,12 +190,12 @@ void Navigator::Select(const std::string& key) {
 }
 
 void Navigator::SetLocation(const std::string& location) {
-    location_ = app::ToWindow(location);
+    location_ = ToWindow(location);
     emit LocationChanged(location_);
 }
 
 void Navigator::NodeChecked(const QString& key, bool isChecked) {
-    const std::string path = app::FromWindow(key);
+    const std::string path = FromWindow(key);
     const std::string entry = FolderMarks::EntryOf(path);
     if (isChecked)
         marks_.AddMark(entry);
@@ -205,10 +205,10 @@ void Navigator::NodeChecked(const QString& key, bool isChecked) {
 }
 
 void Navigator::RootChecked() {
-    const std::string caption = app::FromWindow(parts_.nodes->TextOf(parts_.nodes->IndexOf(kRootKey)));
+    const std::string caption = FromWindow(parts_.nodes->TextOf(parts_.nodes->IndexOf(kRootKey)));
     const std::string text =
         app::LoadText(kMarkingText) + " \"" + caption + "\" " + app::LoadText(kNotPossibleText);
     app::Messages().Show({kMarkingText, text, app::kMessageWarning, app::LoadText(kMarkTitle)});
 }
 
-} // namespace explorer
+} // namespace ui

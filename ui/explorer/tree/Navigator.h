@@ -8,7 +8,7 @@
 #include <optional>
 #include <string>
 
-namespace explorer {
+namespace ui {
 
 class FileKinds;
 class FileListModel;
@@ -114,4 +114,4 @@ class Navigator : public QObject {
     QString location_;
 };
 
-} // namespace explorer
+} // namespace ui

@@ -11,17 +11,17 @@
 #include "ui/explorer/tree/Navigator.h"
 #include "ui/explorer/tree/TreeView.h"
 
-namespace explorer {
+namespace ui {
 
 bool Navigator::KeepGoing() {
-    app::Yield();
+    Yield();
     return !cutShort_;
 }
 
 void Navigator::ListFolder(const std::string& path, const std::string& key) {
     Run([&] {
-        const app::BusyCursor busy;
-        app::YieldNow();
+        const BusyCursor busy;
+        YieldNow();
         if (!cutShort_)
             ListSubfolders(path, key);
         if (!cutShort_)
@@ -30,7 +30,7 @@ void Navigator::ListFolder(const std::string& path, const std::string& key) {
 }
 
 void Navigator::ListSubfolders(const std::string& path, const std::string& key) {
-    platform::SystemError error;
+    base::SystemError error;
     const auto search = path.empty() ? nullptr : platform::FindFiles::Start(path, error);
     if (!search)
         return;
@@ -100,4 +100,4 @@ void Navigator::RefreshDrives() {
     FuncRemovableDrive();
 }
 
-} // namespace explorer
+} // namespace ui

@@ -2,18 +2,18 @@
 
 #include "ui/common/Icons.h"
 
-namespace explorer {
+namespace ui {
 
 QIcon RootIcon() {
-    return app::Icon("computer");
+    return Icon("computer");
 }
 
 QIcon DriveIcon() {
-    return app::Icon("drive-removable");
+    return Icon("drive-removable");
 }
 
 QIcon FolderIcon() {
-    return app::Icon("folder", "folder-open");
+    return Icon("folder", "folder-open");
 }
 
-} // namespace explorer
+} // namespace ui

@@ -2,7 +2,7 @@
 
 #include "ui/explorer/tree/FolderTreeModel.h"
 
-namespace explorer {
+namespace ui {
 
 namespace {
 
@@ -24,4 +24,4 @@ bool IsProtected(const FolderTreeModel& nodes, const QModelIndex& node) {
            nodes.TextOf(node) == kComputer;
 }
 
-} // namespace explorer
+} // namespace ui

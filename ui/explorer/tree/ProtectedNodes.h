@@ -2,7 +2,7 @@
 
 #include <QModelIndex>
 
-namespace explorer {
+namespace ui {
 
 class FolderTreeModel;
 
@@ -12,4 +12,4 @@ bool IsSpecialPlace(const FolderTreeModel& nodes, const QModelIndex& node);
 /// Whether a node may be neither deleted nor renamed: the root, a drive, or one of the system's own places.
 bool IsProtected(const FolderTreeModel& nodes, const QModelIndex& node);
 
-} // namespace explorer
+} // namespace ui

@@ -5,13 +5,13 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 
-namespace explorer {
+namespace ui {
 
 TreeView::TreeView(QWidget* parent) : QTreeView(parent) {
     setObjectName(QStringLiteral("TreeView"));
     setHeaderHidden(true);
     setUniformRowHeights(true);
-    setItemDelegate(new app::ColouredRows(this, Qt::ElideMiddle));
+    setItemDelegate(new ColouredRows(this, Qt::ElideMiddle));
     setSelectionMode(QAbstractItemView::SingleSelection);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setExpandsOnDoubleClick(false);
@@ -75,4 +75,4 @@ void TreeView::focusInEvent(QFocusEvent* event) {
     emit FocusReceived();
 }
 
-} // namespace explorer
+} // namespace ui

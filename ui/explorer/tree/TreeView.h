@@ -2,7 +2,7 @@
 
 #include <QTreeView>
 
-namespace explorer {
+namespace ui {
 
 /// The folder tree's view: tells when a node has been clicked, chosen with the keyboard, or its box checked.
 class TreeView : public QTreeView {
@@ -33,4 +33,4 @@ class TreeView : public QTreeView {
     bool boxWasClicked_ = false; ///< while a mouse button is released over a check box
 };
 
-} // namespace explorer
+} // namespace ui

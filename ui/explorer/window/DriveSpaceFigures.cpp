@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-namespace explorer {
+namespace ui {
 
 DriveSpaceFigures FiguresOf(const platform::DriveSpace& space) {
     const std::uint64_t clusterSize = std::uint64_t{space.bytesPerSector} * space.sectorsPerCluster;
@@ -35,4 +35,4 @@ std::optional<std::string> DriveSpaceText(const DriveSpaceFigures& figures) {
     return std::to_string(figures.freeMegabytes) + "MB (" + *percent + "%)";
 }
 
-} // namespace explorer
+} // namespace ui

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-namespace explorer {
+namespace ui {
 
 /// What the window shows of a drive's space, each figure in whole megabytes.
 struct DriveSpaceFigures {
@@ -25,4 +25,4 @@ std::optional<std::string> PercentText(const DriveSpaceFigures& figures);
 /// Text of the space label, such as "1234MB (45.5%)"; nothing when the percentage cannot be told.
 std::optional<std::string> DriveSpaceText(const DriveSpaceFigures& figures);
 
-} // namespace explorer
+} // namespace ui

@@ -10,7 +10,7 @@
 #include <QEvent>
 #include <QToolBar>
 
-namespace explorer {
+namespace ui {
 
 namespace {
 
@@ -111,4 +111,4 @@ void ExplorerPanes::resizeEvent(QResizeEvent* event) {
     LayoutPanes();
 }
 
-} // namespace explorer
+} // namespace ui

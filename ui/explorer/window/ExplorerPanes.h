@@ -4,7 +4,7 @@
 
 class QToolBar;
 
-namespace explorer {
+namespace ui {
 
 class ListView;
 class StatusStrip;
@@ -56,4 +56,4 @@ class ExplorerPanes : public QWidget {
     StatusStrip* strip_;
 };
 
-} // namespace explorer
+} // namespace ui

@@ -23,7 +23,7 @@
 #include <QToolBar>
 #include <QWindow>
 
-namespace explorer {
+namespace ui {
 
 namespace {
 
@@ -113,10 +113,10 @@ void frmtarget::OpenSelected() {
     }
     std::string cabinets;
     for (const std::string& path : SelectedPaths()) {
-        if (platform::EndsWithNoCase(path, kCabinetExtension))
+        if (base::EndsWithNoCase(path, kCabinetExtension))
             cabinets += path + kPathEnd;
         else
-            platform::OpenDocument(path);
+            OpenDocument(path);
     }
     if (!cabinets.empty())
         OpenCabinets(cabinets);
@@ -131,8 +131,8 @@ void frmtarget::OpenRow(int row) {
     } else if (files_->Row(row).isCabinet) {
         OpenCabinets(path + kPathEnd);
     } else {
-        const app::BusyCursor busy;
-        platform::OpenDocument(path);
+        const BusyCursor busy;
+        OpenDocument(path);
     }
 }
 
@@ -186,7 +186,7 @@ bool frmtarget::IsBusy() const {
 }
 
 bool frmtarget::SelectPaths(const std::vector<std::string>& paths) {
-    explorer::SelectPaths(*panes_->List(), *files_, paths);
+    ui::SelectPaths(*panes_->List(), *files_, paths);
     return panes_->List()->selectionModel()->hasSelection();
 }
 
@@ -239,4 +239,4 @@ void frmtarget::closeEvent(QCloseEvent* event) {
     emit Unloaded();
 }
 
-} // namespace explorer
+} // namespace ui

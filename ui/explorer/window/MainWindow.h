@@ -12,7 +12,7 @@
 
 class QWindow;
 
-namespace explorer {
+namespace ui {
 
 class Commands;
 class CommandSet;
@@ -93,4 +93,4 @@ class frmtarget : public QMainWindow, public FileListAccess {
     bool unloaded_ = false;
 };
 
-} // namespace explorer
+} // namespace ui

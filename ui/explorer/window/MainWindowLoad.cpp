@@ -27,7 +27,7 @@
 
 #include <exception>
 
-namespace explorer {
+namespace ui {
 
 namespace {
 
@@ -54,21 +54,20 @@ void frmtarget::ApplyGeometry() {
 }
 
 void frmtarget::ApplyTexts() {
-    setWindowTitle(app::WindowText(kWindowTitle));
+    setWindowTitle(WindowText(kWindowTitle));
     commands_->ApplyTexts();
-    panes_->Strip()->SetCaptions(app::WindowText(kLocationText), app::WindowText(kSpaceCaption));
-    app::ApplyFonts(this);
+    panes_->Strip()->SetCaptions(WindowText(kLocationText), WindowText(kSpaceCaption));
+    ApplyFonts(this);
     for (QToolBar* tools : {panes_->FolderTools(), panes_->FileTools()}) {
         QFont font = tools->font(); // as small as labels, so that long captions find room side by side
-        font.setPointSize(app::LabelPointSize(app::Application().LanguageId));
+        font.setPointSize(LabelPointSize(app::Application().LanguageId));
         tools->setFont(font);
     }
     for (std::uint32_t column = 0; column < FileListModel::kVisibleColumns; ++column)
-        files_->SetHeader(static_cast<FileListModel::Column>(column), app::WindowText(kFirstHeader + column));
-    kinds_.SetEncryptedTypeText(app::WindowText(kEncryptedType));
-    panes_->List()->SetEmptyText(app::WindowText(kEmptyFolderText));
-    panes_->ApplyAccessibleNames(app::PlainCaption(app::WindowText(kTreeText)),
-                                 app::PlainCaption(app::WindowText(kListText)));
+        files_->SetHeader(static_cast<FileListModel::Column>(column), WindowText(kFirstHeader + column));
+    kinds_.SetEncryptedTypeText(WindowText(kEncryptedType));
+    panes_->List()->SetEmptyText(WindowText(kEmptyFolderText));
+    panes_->ApplyAccessibleNames(PlainCaption(WindowText(kTreeText)), PlainCaption(WindowText(kListText)));
 }
 
 void frmtarget::Load() {
@@ -82,7 +81,7 @@ void frmtarget::Load() {
 void frmtarget::LoadSteps() {
     ApplyTexts();
     panes_->LayoutPanes();
-    nodes_->SetRootText(app::WindowText(kRootText));
+    nodes_->SetRootText(WindowText(kRootText));
     FuncRemovableDrive();
     const QModelIndex root = nodes_->IndexOf(kRootKey);
     panes_->Tree()->expand(root);
@@ -133,13 +132,13 @@ void frmtarget::RefreshDriveSpace() {
     const auto space = platform::GetDriveSpace(platform::ProgramFolder().substr(0, kDriveRootLength));
     if (!space)
         return;
-    panes_->Strip()->SetSpace(app::WindowText(kSpaceText) + QLatin1String(": "), FiguresOf(*space));
+    panes_->Strip()->SetSpace(WindowText(kSpaceText) + QLatin1String(": "), FiguresOf(*space));
     panes_->LayoutPanes();
 }
 
 void frmtarget::Unload() {
     unloaded_ = true;
-    const app::BusyCursor busy;
+    const BusyCursor busy;
     try {
         geometry_.Save();
         SaveColumnWidths();
@@ -156,4 +155,4 @@ void frmtarget::Unload() {
     }
 }
 
-} // namespace explorer
+} // namespace ui

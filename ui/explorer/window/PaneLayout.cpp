@@ -1,6 +1,6 @@
 #include "ui/explorer/window/PaneLayout.h"
 
-namespace explorer {
+namespace ui {
 
 namespace {
 
@@ -29,4 +29,4 @@ PaneLayout ComputePaneLayout(const PaneMeasures& in) {
     return out;
 }
 
-} // namespace explorer
+} // namespace ui

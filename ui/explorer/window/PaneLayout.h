@@ -2,7 +2,7 @@
 
 #include <optional>
 
-namespace explorer {
+namespace ui {
 
 /// What the layout arithmetic starts from; lengths in twips.
 struct PaneMeasures {
@@ -41,4 +41,4 @@ inline constexpr int kFrameHeightTwips = 794;
 
 PaneLayout ComputePaneLayout(const PaneMeasures& measures);
 
-} // namespace explorer
+} // namespace ui

@@ -9,7 +9,7 @@
 #include <QProgressBar>
 #include <QStyle>
 
-namespace explorer {
+namespace ui {
 
 namespace {
 
@@ -38,7 +38,7 @@ QLabel* Named(QLabel* label, const char* name) {
 StatusStrip::StatusStrip(QWidget* parent) : QWidget(parent) {
     setObjectName(QStringLiteral("picBar"));
     locationCaption_ = Named(new QLabel(this), "lbcurrent");
-    location_ = Named(new app::PathLabel(this), "lblocation");
+    location_ = Named(new PathLabel(this), "lblocation");
     spaceCaption_ = Named(new QLabel(this), "lblsize");
     percent_ = Named(new QLabel(this), "lblPercent");
     bar_ = new QProgressBar(this);
@@ -71,7 +71,7 @@ void StatusStrip::SetSpace(const QString& caption, const DriveSpaceFigures& figu
     const auto text = DriveSpaceText(figures);
     if (!text)
         return;
-    percent_->setText(app::ToWindow(*text));
+    percent_->setText(ToWindow(*text));
     bar_->setRange(0, static_cast<int>(figures.totalMegabytes));
     bar_->setValue(static_cast<int>(figures.freeMegabytes));
     bar_->show();
@@ -114,4 +114,4 @@ void StatusStrip::Arrange(const PaneLayout& layout) {
     Place(bar_, app::PixelsFromTwips(layout.progressLeft), kBarWidth);
 }
 
-} // namespace explorer
+} // namespace ui

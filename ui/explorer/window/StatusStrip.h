@@ -5,7 +5,7 @@
 class QLabel;
 class QProgressBar;
 
-namespace explorer {
+namespace ui {
 
 struct DriveSpaceFigures;
 struct PaneLayout;
@@ -42,4 +42,4 @@ class StatusStrip : public QWidget {
     QProgressBar* bar_;
 };
 
-} // namespace explorer
+} // namespace ui

@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-namespace explorer {
+namespace ui {
 
 VSplitter::VSplitter(QWidget* parent) : QWidget(parent) {
     setObjectName(QStringLiteral("VSplitter"));
@@ -45,4 +45,4 @@ void VSplitter::mouseMoveEvent(QMouseEvent* event) {
     SetLeft(app::TwipsFromPixels(wanted));
 }
 
-} // namespace explorer
+} // namespace ui

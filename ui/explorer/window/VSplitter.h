@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-namespace explorer {
+namespace ui {
 
 /// The vertical splitter between the panes. It keeps its left edge in twips, exactly as it was set, and says
 /// when it has been moved; where it is drawn is the layout's business.
@@ -32,4 +32,4 @@ class VSplitter : public QWidget {
     int grip_ = 0; ///< where in the splitter the mouse holds it, in pixels from the edge that Left counts
 };
 
-} // namespace explorer
+} // namespace ui

@@ -6,7 +6,7 @@
 #include <QScreen>
 #include <QWidget>
 
-namespace explorer {
+namespace ui {
 
 QSize WindowGeometry::FrameSize() const {
     return window_->frameGeometry().size() - window_->geometry().size();
@@ -44,4 +44,4 @@ void WindowGeometry::Save() const {
                                                 : app::TwipsFromPixels(outer.width()));
 }
 
-} // namespace explorer
+} // namespace ui

@@ -4,7 +4,7 @@
 
 class QWidget;
 
-namespace explorer {
+namespace ui {
 
 /// The main window's size and place: as saved, in the middle of the screen, whenever the window comes back.
 class WindowGeometry {
@@ -27,4 +27,4 @@ class WindowGeometry {
     QSize appliedFrame_; ///< what the desktop's frame added then
 };
 
-} // namespace explorer
+} // namespace ui

@@ -6,7 +6,7 @@
 #include <array>
 #include <string>
 
-namespace explorer {
+namespace ui {
 
 namespace {
 
@@ -14,11 +14,11 @@ constexpr std::array<const char*, kSavedColumns> kDefaultColumnWidths = {"1800.0
                                                                          "2000.12"};
 
 std::optional<int> Read(const std::string& section, const std::string& key, const std::string& fallback) {
-    return app::WholeNumber(app::ReadIni(section, key, fallback, app::SettingsFilePath()));
+    return base::WholeNumber(app::ReadIni(section, key, fallback, app::SettingsFilePath()));
 }
 
 void Write(const std::string& section, const std::string& key, int twips) {
-    app::WriteIni(section, key, app::SingleText(static_cast<float>(twips)), app::SettingsFilePath());
+    app::WriteIni(section, key, base::SingleText(static_cast<float>(twips)), app::SettingsFilePath());
 }
 
 std::string ColumnKey(int column) {
@@ -59,4 +59,4 @@ void SaveColumnWidth(int column, int twips) {
     Write("Grid", ColumnKey(column), twips);
 }
 
-} // namespace explorer
+} // namespace ui

@@ -2,7 +2,7 @@
 
 #include <optional>
 
-namespace explorer {
+namespace ui {
 
 inline constexpr int kSavedColumns = 4;
 
@@ -18,4 +18,4 @@ void SaveWidth(int twips);
 void SaveSplitterLeft(int twips);
 void SaveColumnWidth(int column, int twips);
 
-} // namespace explorer
+} // namespace ui
