@@ -1,8 +1,9 @@
 #include "app/Startup.h"
 
 #include "app/ApplicationState.h"
+#include "app/IniFile.h"
 #include "app/Messages.h"
-#include "app/SettingsFile.h"
+#include "app/Settings.h"
 #include "app/Texts.h"
 #include "base/Numbers.h"
 #include "platform/CodePage.h"
@@ -91,9 +92,8 @@ void PrepareSkin() {
     state.SkinAllowed = GetOsVersion().skinAllowed;
     if (!state.SkinAllowed)
         return;
-    const std::string folder = platform::ProgramFolder();
-    if (const std::string file = ReadIni("Skin", "SkinFile", "", folder + "\\Setting.ini"); !file.empty())
-        state.SkinFilePath = folder + "\\" + file;
+    if (const std::string file = ReadSettings().skinFile; !file.empty())
+        state.SkinFilePath = platform::ProgramFolder() + "\\" + file;
 }
 
 } // namespace app

@@ -24,6 +24,10 @@ std::string AnsiToUtf8(std::string_view bytes) {
     return base::IsUtf8(bytes) ? std::string(bytes) : LegacyToUtf8(legacyCodePage, bytes);
 }
 
+std::string FileTextToUtf8(std::string_view bytes) {
+    return base::IsUtf8(bytes) ? std::string(bytes) : AnsiToUtf8(bytes);
+}
+
 std::string Utf8ToAnsi(std::string_view text) {
     if (base::AsciiPrefix(text) == text.size())
         return std::string(text);

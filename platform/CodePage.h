@@ -17,6 +17,10 @@ void SetLegacyCharset(int charset);
 /// NUL bytes are kept.
 std::string AnsiToUtf8(std::string_view bytes);
 
+/// A piece of one of this program's small text files as UTF-8. They are written as UTF-8, but what an editor
+/// or a system with another code page has put there is read as ANSI bytes where it is not UTF-8.
+std::string FileTextToUtf8(std::string_view bytes);
+
 /// Text as ANSI bytes; a character that the code page lacks becomes "?".
 std::string Utf8ToAnsi(std::string_view text);
 

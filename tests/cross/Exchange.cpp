@@ -1,7 +1,7 @@
 // Writes or reads the files that the programs of both systems share on one drive:
 //   exchange write|read FOLDER
 
-#include "app/SettingsFile.h"
+#include "app/IniFile.h"
 #include "platform/HostPath.h"
 #include "ui/explorer/tree/FolderMarks.h"
 

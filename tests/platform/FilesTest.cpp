@@ -2,7 +2,6 @@
 
 #include "platform/FileReader.h"
 #include "platform/OutputFolder.h"
-#include "platform/ProfileStrings.h"
 #include "support/HostFiles.h"
 #include "support/SmallDisk.h"
 #include "support/TestDir.h"
@@ -171,7 +170,6 @@ TEST(Files, MediumThatTakesNothing) {
     refuses(base::kErrorWriteProtect);
     EXPECT_EQ(CreateFolder("E:\\disk\\folder").code, base::kErrorWriteProtect);
     EXPECT_EQ(DeleteFile("E:\\disk\\old").code, base::kErrorWriteProtect);
-    EXPECT_EQ(WriteProfileString("A", "K", "2", "E:\\disk\\old").code, base::kErrorWriteProtect);
     EXPECT_EQ(folder->OpenOrCreate("folder", "folder", error), nullptr);
     EXPECT_EQ(error.code, base::kErrorWriteProtect);
     EXPECT_FALSE(CopyFile("E:\\disk\\old", "E:\\copy")) << "and can still be read";

@@ -5,8 +5,12 @@
 #include <string_view>
 #include <windows.h>
 #else
+#include <array>
+#include <cerrno>
+#include <sys/inotify.h>
 #include <sys/stat.h>
 #include <time.h>
+#include <unistd.h>
 #endif
 
 namespace tests {
@@ -41,6 +45,14 @@ fs::path ProgramDir() {
     return fs::path(file).parent_path();
 }
 
+NameWatch::NameWatch(const fs::path&) {}
+
+NameWatch::~NameWatch() = default;
+
+int NameWatch::Count() {
+    return 0;
+}
+
 void TimeZone::ReadZone() {}
 
 bool TimeZone::IsSet() const {
@@ -64,6 +76,30 @@ void Hide(const fs::path&) {}
 
 fs::path ProgramDir() {
     return fs::read_symlink("/proc/self/exe").parent_path();
+}
+
+NameWatch::NameWatch(const fs::path& file)
+    : name_(file.filename()), descriptor_(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
+    if (::inotify_add_watch(descriptor_, file.parent_path().c_str(), IN_MOVED_TO | IN_CREATE) < 0)
+        throw fs::filesystem_error("no watch", file, std::error_code(errno, std::generic_category()));
+}
+
+NameWatch::~NameWatch() {
+    ::close(descriptor_);
+}
+
+int NameWatch::Count() {
+    int count = 0;
+    alignas(inotify_event) std::array<char, 64 * 1024> buffer;
+    ssize_t length = 0;
+    while ((length = ::read(descriptor_, buffer.data(), buffer.size())) > 0) {
+        for (const char* place = buffer.data(); place < buffer.data() + length;) {
+            const auto* event = reinterpret_cast<const inotify_event*>(place);
+            count += event->name == name_ ? 1 : 0;
+            place += sizeof(inotify_event) + event->len;
+        }
+    }
+    return count;
 }
 
 void TimeZone::ReadZone() {

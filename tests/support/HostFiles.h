@@ -32,6 +32,25 @@ void Protect(const std::filesystem::path& file);
 /// The folder that the test program lies in.
 std::filesystem::path ProgramDir();
 
+/// Counts how often a file takes the name `file` during the life of the object; IsCounting() tells whether
+/// the host lets us see that.
+class NameWatch {
+  public:
+    explicit NameWatch(const std::filesystem::path& file);
+    ~NameWatch();
+    NameWatch(const NameWatch&) = delete;
+    NameWatch& operator=(const NameWatch&) = delete;
+
+    bool IsCounting() const { return descriptor_ >= 0; }
+
+    /// How often since the last call, or since the beginning.
+    int Count();
+
+  private:
+    std::string name_;
+    int descriptor_ = -1;
+};
+
 /// Gives the process the time of Central Europe for the life of the object. Where the whole system has one
 /// zone, IsSet() tells whether it is this.
 class TimeZone {

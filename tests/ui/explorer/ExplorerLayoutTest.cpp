@@ -1,4 +1,5 @@
 #include "app/Twips.h"
+#include "platform/Files.h"
 #include "ui/explorer/ExplorerWindowFixture.h"
 #include "ui/explorer/window/PaneLayout.h"
 #include "ui/explorer/window/VSplitter.h"
@@ -8,6 +9,8 @@
 #include <QProgressBar>
 #include <QRegularExpression>
 #include <QScreen>
+
+#include <chrono>
 
 namespace {
 
@@ -62,9 +65,37 @@ TEST_F(ExplorerLayout, TheWindowOpensAsTheSettingsSayAndSavesWhatTheyBecame) {
     EXPECT_EQ(Setting("Size", "Height"), std::to_string(app::TwipsFromPixels(outer.height())));
     EXPECT_EQ(Setting("VSplitter", "Left"), "3000");
     EXPECT_EQ(Setting("Grid", "ColWidth0"), "3000");
-    EXPECT_EQ(Setting("Grid", "ColWidth1"), "800");
-    EXPECT_EQ(Setting("Grid", "ColWidth3"), "2000");
+    EXPECT_EQ(Setting("Grid", "ColWidth1"), "799.93");
+    EXPECT_EQ(Setting("Grid", "ColWidth3"), "2000.12");
     EXPECT_FALSE(std::filesystem::exists(dir_.HostC() / "Pellarion/temp/ox_langfile0409.dll"));
+}
+
+TEST_F(ExplorerLayout, ClosingWritesTheSettingsOnceAndOnlyWhenTheyChanged) {
+    const std::filesystem::path file = tests::ProgramDir() / "setting.ini";
+    const auto close = [this](bool changes) {
+        Open();
+        if (changes) {
+            window_->resize(600, 500);
+            Splitter().SetLeft(3000);
+            List().header()->resizeSection(0, 200);
+            List().header()->resizeSection(2, 90);
+        }
+        window_->close();
+    };
+    const auto longAgo = std::filesystem::last_write_time(file) - std::chrono::hours(1);
+    std::filesystem::last_write_time(file, longAgo);
+    base::SystemError error;
+    const std::optional<std::string> before = platform::ReadWholeFile("P:\\setting.ini", 1000, error);
+    tests::NameWatch watch(file);
+    close(false);
+    EXPECT_EQ(platform::ReadWholeFile("P:\\setting.ini", 1000, error), before);
+    EXPECT_EQ(std::filesystem::last_write_time(file), longAgo);
+    EXPECT_EQ(watch.Count(), 0) << "the file is the same one";
+
+    close(true);
+    EXPECT_EQ(Setting("VSplitter", "Left"), "3000");
+    EXPECT_EQ(Setting("Grid", "ColWidth2"), "1350");
+    EXPECT_EQ(watch.Count(), watch.IsCounting() ? 1 : 0);
 }
 
 TEST_F(ExplorerLayout, MissingValuesHaveDefaultsOfTheirOwnAndWordsAreNoNumbers) {

@@ -1,7 +1,8 @@
 #pragma once
 
 #include "app/ApplicationState.h"
-#include "app/SettingsFile.h"
+#include "app/IniFile.h"
+#include "app/Settings.h"
 #include "app/Texts.h"
 #include "fakes/FakeDesktop.h"
 #include "fakes/RecordingMessages.h"

@@ -40,6 +40,31 @@ TEST_F(Marks, AddingTwiceKeepsOneLineAndRemovingTakesAllOfThem) {
     EXPECT_EQ(dir_.Count(), 1U);
 }
 
+TEST_F(Marks, AListThatWouldStayTheSameIsNotWritten) {
+    dir_.MakeFile("tree.dat", "\\one\r\n\\two\r\nno line end");
+    tests::NameWatch watch(dir_.Host("tree.dat"));
+    marks_.AddMark("\\TWO");
+    marks_.RemoveMark("\\three");
+    EXPECT_EQ(Content(), "\\one\r\n\\two\r\nno line end");
+    EXPECT_EQ(watch.Count(), 0);
+    marks_.RemoveMark("\\one");
+    EXPECT_EQ(Content(), "\\two\r\n");
+    EXPECT_EQ(watch.Count(), watch.IsCounting() ? 1 : 0);
+}
+
+TEST_F(Marks, LinesInTheCodePageAndInUtf8AreTheSame) {
+    const tests::ScopedVariable page("PELLARION_ANSI_CODEPAGE", "1252");
+    dir_.MakeFile("tree.dat", "\\Gr\xF6\xDF"
+                              "e\r\n");
+    EXPECT_TRUE(marks_.IsMarked("E:\\GRÖßE"));
+    marks_.AddMark("\\größe");
+    marks_.AddMark("\\日本");
+    EXPECT_EQ(Content(), "\\Gr\xF6\xDF"
+                         "e\r\n\\日本\r\n");
+    marks_.RemoveMark("\\größe");
+    EXPECT_EQ(Content(), "\\日本\r\n");
+}
+
 TEST_F(Marks, WithoutAListNothingIsMarkedAndNothingIsMade) {
     EXPECT_FALSE(marks_.IsMarked("E:\\Docs"));
     marks_.RemoveMark("\\Docs");

@@ -36,8 +36,8 @@ std::vector<std::string_view> LinesOf(std::string_view bytes) {
 }
 
 /// What two lines have in common exactly when they are equal but for letter case.
-std::string Folded(std::string_view ansiLine) {
-    return base::ToUpper(platform::AnsiToUtf8(ansiLine));
+std::string Folded(std::string_view line) {
+    return base::ToUpper(platform::FileTextToUtf8(line));
 }
 
 } // namespace
@@ -68,14 +68,14 @@ void FolderMarks::AddMark(std::string_view entry) const {
     auto bytes = ReadBytes(file_);
     if (!bytes)
         return;
-    const std::string line = platform::Utf8ToAnsi(entry);
-    for (const std::string_view known : LinesOf(*bytes)) {
-        if (Folded(known) == Folded(line))
+    const std::string wanted = Folded(entry);
+    for (const std::string_view line : LinesOf(*bytes)) {
+        if (Folded(line) == wanted)
             return;
     }
     if (!bytes->empty() && !bytes->ends_with(kLineEnd))
         *bytes += kLineEnd; // a line that was typed in by hand stays a line of its own
-    *bytes += line;
+    *bytes += entry;
     *bytes += kLineEnd;
     static_cast<void>(platform::WriteWholeFile(file_, *bytes));
 }
@@ -84,14 +84,19 @@ void FolderMarks::RemoveMark(std::string_view entry) const {
     const auto bytes = ReadBytes(file_);
     if (!bytes || !platform::FileExists(file_))
         return;
-    const std::string unwanted = Folded(platform::Utf8ToAnsi(entry));
+    const std::string unwanted = Folded(entry);
     std::string kept;
+    bool isFound = false;
     for (const std::string_view line : LinesOf(*bytes)) {
-        if (Folded(line) != unwanted) {
-            kept += line;
-            kept += kLineEnd;
+        if (Folded(line) == unwanted) {
+            isFound = true;
+            continue;
         }
+        kept += line;
+        kept += kLineEnd;
     }
+    if (!isFound)
+        return;
     static_cast<void>(platform::WriteWholeFile(file_, kept));
 }
 

@@ -17,9 +17,10 @@ class MarkSet {
     std::unordered_set<std::string> entries_; ///< in upper case
 };
 
-/// The mark list `tree.dat`: ANSI text, one entry per line, each line ended by CR LF. It is replaced as a
-/// whole, so that a drive pulled out leaves the old list or the new one. What cannot be read or written
-/// changes nothing.
+/// The mark list `tree.dat`: text, written as UTF-8 and read as ANSI where it is not that, one entry per
+/// line, each line ended by CR LF. It is replaced as a whole, so that a drive pulled out leaves the old list
+/// or the new one. What cannot be read or written changes nothing, and what would stay the same is not
+/// written.
 class FolderMarks {
   public:
     /// The list lies in `folder`, a path without a last backslash.

@@ -9,6 +9,7 @@
 #include <QMainWindow>
 
 #include <array>
+#include <optional>
 
 class QWindow;
 
@@ -63,7 +64,7 @@ class frmtarget : public QMainWindow, public FileListAccess {
     void ApplyTexts();
     void ApplyGeometry();
     void ApplyColumnWidths();
-    void SaveColumnWidths() const;
+    void SaveSettings() const;
     void LoadSteps();
     void Unload();
     void ShowPane(bool list);
@@ -87,7 +88,7 @@ class frmtarget : public QMainWindow, public FileListAccess {
     Navigator* navigator_;
     CommandSet* commandSet_;
     WindowGeometry geometry_;
-    std::array<int, 4> columnTwips_{}; ///< widths as read from the settings
+    std::array<std::optional<int>, 4> columnTwips_; ///< widths as read from the settings
     bool otherWindowWasActive_ = true; ///< a window of the program has been active since this one was
     bool closeWaits_ = false;          ///< the user has closed the window while it was busy
     bool unloaded_ = false;

@@ -1,5 +1,6 @@
 #include "app/ApplicationState.h"
 #include "app/Messages.h"
+#include "app/Settings.h"
 #include "app/Texts.h"
 #include "app/Twips.h"
 #include "platform/Drives.h"
@@ -19,7 +20,6 @@
 #include "ui/explorer/window/MainWindow.h"
 #include "ui/explorer/window/StatusStrip.h"
 #include "ui/explorer/window/VSplitter.h"
-#include "ui/explorer/window/WindowSettings.h"
 
 #include <QApplication>
 #include <QHeaderView>
@@ -48,9 +48,10 @@ constexpr std::size_t kDriveRootLength = 3;
 } // namespace
 
 void frmtarget::ApplyGeometry() {
-    geometry_.Apply();
-    if (const auto left = SavedSplitterLeft())
-        panes_->Splitter()->SetLeft(*left);
+    const app::Settings settings = app::ReadSettings();
+    geometry_.Apply(settings);
+    if (settings.splitterLeft)
+        panes_->Splitter()->SetLeft(*settings.splitterLeft);
 }
 
 void frmtarget::ApplyTexts() {
@@ -102,20 +103,27 @@ void frmtarget::LoadSteps() {
 }
 
 void frmtarget::ApplyColumnWidths() {
-    for (int column = 0; column < kSavedColumns; ++column) {
-        if (const auto twips = SavedColumnWidth(column)) {
-            columnTwips_[static_cast<std::size_t>(column)] = *twips;
+    columnTwips_ = app::ReadSettings().columnWidths;
+    int column = 0;
+    for (const std::optional<int> twips : columnTwips_) {
+        if (twips)
             panes_->List()->SetColumnWidth(column, app::PixelsFromTwips(*twips));
-        }
+        ++column;
     }
 }
 
-void frmtarget::SaveColumnWidths() const {
-    for (int column = 0; column < kSavedColumns; ++column) {
-        const int width = panes_->List()->ColumnWidth(column);
-        const int read = columnTwips_[static_cast<std::size_t>(column)];
-        SaveColumnWidth(column, app::PixelsFromTwips(read) == width ? read : app::TwipsFromPixels(width));
+void frmtarget::SaveSettings() const {
+    app::Settings settings = app::ReadSettings();
+    geometry_.Save(settings);
+    for (std::size_t column = 0; column < columnTwips_.size(); ++column) {
+        const int width = panes_->List()->ColumnWidth(static_cast<int>(column));
+        const std::optional<int> read = columnTwips_[column];
+        settings.columnWidths[column] =
+            read && app::PixelsFromTwips(*read) == width ? *read : app::TwipsFromPixels(width);
     }
+    if (panes_->Splitter()->Left() >= VSplitter::kSmallestLeft)
+        settings.splitterLeft = panes_->Splitter()->Left();
+    app::SaveSettings(settings);
 }
 
 void frmtarget::FuncRemovableDrive() {
@@ -140,10 +148,7 @@ void frmtarget::Unload() {
     unloaded_ = true;
     const BusyCursor busy;
     try {
-        geometry_.Save();
-        SaveColumnWidths();
-        if (panes_->Splitter()->Left() >= VSplitter::kSmallestLeft)
-            SaveSplitterLeft(panes_->Splitter()->Left());
+        SaveSettings();
         app::FreeExtraTextLibrary();
         app::FreeLanguageLibrary();
         for (QWidget* window : QApplication::topLevelWidgets()) {

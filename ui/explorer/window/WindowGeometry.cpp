@@ -1,7 +1,7 @@
 #include "ui/explorer/window/WindowGeometry.h"
 
+#include "app/Settings.h"
 #include "app/Twips.h"
-#include "ui/explorer/window/WindowSettings.h"
 
 #include <QScreen>
 #include <QWidget>
@@ -12,13 +12,13 @@ QSize WindowGeometry::FrameSize() const {
     return window_->frameGeometry().size() - window_->geometry().size();
 }
 
-void WindowGeometry::Apply() {
+void WindowGeometry::Apply(const app::Settings& settings) {
     if (window_->isMaximized() || window_->isFullScreen())
         return;
     appliedFrame_ = FrameSize();
     const QSize outer = window_->frameGeometry().size();
-    appliedTwips_ = {SavedWidth().value_or(app::TwipsFromPixels(outer.width())),
-                     SavedHeight().value_or(app::TwipsFromPixels(outer.height()))};
+    appliedTwips_ = {settings.width.value_or(app::TwipsFromPixels(outer.width())),
+                     settings.height.value_or(app::TwipsFromPixels(outer.height()))};
 
     const QRect available = window_->screen()->availableGeometry();
     const QSize wanted(app::PixelsFromTwips(appliedTwips_.width()),
@@ -35,13 +35,13 @@ void WindowGeometry::Apply() {
     window_->move(qMax(left, available.left()), qMax(top, available.top()));
 }
 
-void WindowGeometry::Save() const {
+void WindowGeometry::Save(app::Settings& settings) const {
     const QSize inner = window_->size();
     const QSize outer = inner + appliedFrame_;
-    SaveHeight(inner.height() == applied_.height() ? appliedTwips_.height()
-                                                   : app::TwipsFromPixels(outer.height()));
-    SaveWidth(inner.width() == applied_.width() ? appliedTwips_.width()
-                                                : app::TwipsFromPixels(outer.width()));
+    settings.height =
+        inner.height() == applied_.height() ? appliedTwips_.height() : app::TwipsFromPixels(outer.height());
+    settings.width =
+        inner.width() == applied_.width() ? appliedTwips_.width() : app::TwipsFromPixels(outer.width());
 }
 
 } // namespace ui

@@ -4,6 +4,10 @@
 
 class QWidget;
 
+namespace app {
+struct Settings;
+}
+
 namespace ui {
 
 /// The main window's size and place: as saved, in the middle of the screen, whenever the window comes back.
@@ -13,10 +17,11 @@ class WindowGeometry {
 
     /// Gives the window its saved outer size and centres it. A length that is not saved as a number is left
     /// alone, as is a window that fills the screen. A screen that is too small bounds size and place.
-    void Apply();
+    void Apply(const app::Settings& settings);
 
-    /// Saves the window's outer size. A size that nobody has changed is saved as it was read.
-    void Save() const;
+    /// Puts the window's outer size into `settings`. A size that nobody has changed is put there as it was
+    /// read.
+    void Save(app::Settings& settings) const;
 
   private:
     QSize FrameSize() const;

@@ -1,14 +1,14 @@
 // Reads any bytes as an initialisation file, and checks that a value written is read back and nothing else
 // changes.
 
-#include "platform/ProfileText.h"
+#include "base/ProfileText.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    using namespace platform;
+    using namespace base;
     const std::string_view content(reinterpret_cast<const char*>(data), size);
     const std::string written = SetProfileValue(content, "Size", "Height", "8040");
     if (FindProfileValue(written, "Size", "Height") != "8040")

@@ -1,11 +1,10 @@
-#include "platform/ProfileText.h"
+#include "base/ProfileText.h"
 
 #include "base/Letters.h"
-#include "platform/CodePage.h"
 
 #include <algorithm>
 
-namespace platform {
+namespace base {
 namespace {
 
 using namespace std::string_view_literals;
@@ -26,7 +25,7 @@ std::string_view Unquoted(std::string_view value) {
 }
 
 bool IsName(std::string_view bytes, std::string_view name) {
-    return base::EqualsNoCase(AnsiToUtf8(Trimmed(bytes)), AnsiToUtf8(name));
+    return EqualsNoCase(Trimmed(bytes), name);
 }
 
 /// Where the byte-order mark that some editors write ends.
@@ -112,4 +111,4 @@ std::string SetProfileValue(std::string_view content, std::string_view section, 
     return result += content.substr(position);
 }
 
-} // namespace platform
+} // namespace base

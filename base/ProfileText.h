@@ -4,11 +4,12 @@
 #include <string>
 #include <string_view>
 
-namespace platform {
+namespace base {
 
 // The content of an initialisation file as text: sections in square brackets, `key=value` lines, comments
 // from a semicolon on. Lines end in CR LF or LF. Of several sections or keys of one name the first counts.
-// Content, names and values are ANSI bytes; names are matched without regard to case.
+// Names are UTF-8 and are matched without regard to case. Values are bytes of any encoding: what the text
+// holds besides a value that is set stays as it is, whatever its encoding.
 
 /// The value of a key without the blanks around it and without one pair of quotation marks that enclose it;
 /// nothing when the section or the key is missing. A view into `content`.
@@ -20,4 +21,4 @@ std::optional<std::string_view> FindProfileValue(std::string_view content, std::
 std::string SetProfileValue(std::string_view content, std::string_view section, std::string_view key,
                             std::string_view value);
 
-} // namespace platform
+} // namespace base
