@@ -85,8 +85,10 @@ TEST(Startup, StopsWhenTheSettingsFileCannotBe) {
     };
     for (const auto& putInTheWay : obstacles) {
         ProgramFolder folder;
-        if (!putInTheWay(folder.Host("setting.ini")))
+        if (!putInTheWay(folder.Host("setting.ini"))) {
+            EXPECT_TRUE(tests::kIsWindows) << "links can be made everywhere else";
             continue;
+        }
         const ProbeResult result = folder.Start();
         EXPECT_EQ(result["outcome"], "stopped");
         EXPECT_EQ(result["ended"], "well");

@@ -41,11 +41,6 @@ TEST(Texts, AreCutAtTheirLimitsInTheCodePage) {
     EXPECT_EQ(folder.Start("501")["501"], std::string(382, '?')) << "letters that the page lacks";
 }
 
-TEST(Texts, NothingIsLoadedAtFirst) {
-    EXPECT_EQ(app::LoadText(302), "");
-    EXPECT_EQ(app::LoadExtraText(103), "");
-}
-
 TEST(Texts, PlaceholdersAreReplacedOnce) {
     app::Application().OwnerName = "%username %s";
     EXPECT_EQ(app::WithUserName("%UsErNaMe!"), "%username %s!");
@@ -67,19 +62,7 @@ TEST(Messages, TitlesAndErrorsFollowTheirRules) {
     EXPECT_EQ(messages.shown[1].title, "Pellarion") << "a message without a title";
 }
 
-TEST(Messages, DoorsArePutInPlaceAndBack) {
-    {
-        fakes::RecordingMessages outer;
-        outer.answers = {app::kAnswerNo};
-        {
-            fakes::RecordingMessages inner;
-            EXPECT_EQ(app::ShowText(505, 507, app::kMessageQuestion), app::kAnswerYes);
-            EXPECT_EQ(inner.Ids(), std::vector<std::uint32_t>{505});
-        }
-        EXPECT_EQ(app::ShowText(506, 507, app::kMessageQuestion), app::kAnswerNo);
-        EXPECT_EQ(outer.Ids(), std::vector<std::uint32_t>{506});
-    }
-    // The silent door answers by the buttons.
+TEST(Messages, SilentDoorAnswersByTheButtons) {
     EXPECT_EQ(app::ShowText(505, 507, app::kMessageQuestion), app::kAnswerYes);
     EXPECT_EQ(app::ShowText(524, 300, app::kMessageWarning), app::kAnswerOk);
     EXPECT_EQ(app::Messages().Ask("Name?", "", false), std::nullopt);

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "support/Records.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <set>
-#include <stdexcept>
 #include <string>
 #include <vector>
-#include <zlib.h>
 
 namespace tests {
 
@@ -66,13 +66,6 @@ class CabBuilder {
         return all;
     }
 
-    static std::string Number(std::size_t value, std::size_t size) {
-        std::string bytes;
-        for (std::size_t i = 0; i < size; ++i)
-            bytes += static_cast<char>(value >> (8 * i));
-        return bytes;
-    }
-
   private:
     std::string Header(int folderCount) const {
         const bool reserve = !headerReserve.empty() || !folderReserve.empty() || !dataReserve.empty();
@@ -94,7 +87,7 @@ class CabBuilder {
         for (std::size_t at = 0; at < raw.size(); at += 32768, ++count) {
             const std::string block = raw.substr(at, 32768);
             const std::string history = at == 0 ? "" : raw.substr(at - 32768, 32768);
-            const std::string packed = isStored ? block : "CK" + Deflated(block, history);
+            const std::string packed = isStored ? block : "CK" + Deflated(block, Z_FINISH, history);
             const std::string sizes = Number(packed.size(), 2) + Number(block.size(), 2);
             all += Number(withChecksums ? Checksum(sizes, Checksum(packed, 0)) : 0, 4) + sizes + dataReserve +
                    packed;
@@ -114,24 +107,6 @@ class CabBuilder {
         for (; at < data.size(); ++at)
             rest = rest << 8 | byte(at);
         return sum ^ rest;
-    }
-
-    static std::string Deflated(const std::string& raw, const std::string& history) {
-        z_stream stream{};
-        if (deflateInit2(&stream, 6, Z_DEFLATED, -15, 9, Z_DEFAULT_STRATEGY) != Z_OK)
-            throw std::runtime_error("deflateInit2");
-        if (!history.empty())
-            deflateSetDictionary(&stream, reinterpret_cast<const Bytef*>(history.data()),
-                                 static_cast<uInt>(history.size()));
-        std::string packed(raw.size() + 100, '\0');
-        stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(raw.data()));
-        stream.avail_in = static_cast<uInt>(raw.size());
-        stream.next_out = reinterpret_cast<Bytef*>(packed.data());
-        stream.avail_out = static_cast<uInt>(packed.size());
-        deflate(&stream, Z_FINISH);
-        packed.resize(stream.total_out);
-        deflateEnd(&stream);
-        return packed;
     }
 };
 

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "support/Records.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
-#include <zlib.h>
 
 namespace tests {
 
@@ -48,19 +48,7 @@ class RarBuilder {
         return bytes;
     }
 
-    static std::uint32_t Crc(std::string_view bytes) {
-        return static_cast<std::uint32_t>(
-            ::crc32_z(0, reinterpret_cast<const Bytef*>(bytes.data()), bytes.size()));
-    }
-
   private:
-    static std::string Number(std::uint64_t value, int size) {
-        std::string bytes;
-        for (; size > 0; --size, value >>= 8)
-            bytes += static_cast<char>(value & 0xFF);
-        return bytes;
-    }
-
     static std::string Variable(std::uint64_t value) {
         std::string bytes;
         for (; value > 0x7F; value >>= 7)

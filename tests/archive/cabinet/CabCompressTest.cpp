@@ -183,8 +183,10 @@ TEST_F(CabCompressTest, RefusesWhatACabinetCannotHold) {
     };
     for (const auto& [failure, name, make] : cases) {
         const fs::path at = dir.Host("src") / name.substr(0, name.find('\\'));
-        if (!make(at))
+        if (!make(at)) {
+            EXPECT_TRUE(kIsWindows) << name << " can be made everywhere else";
             continue;
+        }
         ExpectRefused(failure, "E:\\src\\" + name);
         fs::remove(at);
     }
@@ -252,6 +254,7 @@ TEST_F(CabCompressTest, SourceThatChangesIsNoticedAtAnyMoment) {
     };
     const std::string large = SampleText(5'000'000);
     for (const auto& [name, change] : changes) {
+        int made = 0;
         for (const double share : {0.0, 0.6}) {
             fs::remove_all(dir.Host("src"));
             dir.MakeFile("src/a", large);
@@ -263,9 +266,11 @@ TEST_F(CabCompressTest, SourceThatChangesIsNoticedAtAnyMoment) {
                 fs::remove(dir.Host("src.cab"));
                 continue;
             }
+            ++made;
             EXPECT_NE(report.failure, CabFailure::kNone) << name << " at " << share;
             EXPECT_EQ(dir.Count(), 1u) << name;
         }
+        EXPECT_GT(made, 0) << name << ": at neither moment";
     }
 }
 

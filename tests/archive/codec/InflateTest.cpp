@@ -49,13 +49,6 @@ TEST(Inflate, EmptyStreamGivesNothing) {
     EXPECT_TRUE(data.Empty());
 }
 
-TEST(Inflate, StoredBlocksJoinAndKeepTheirBytes) {
-    const Bytes first = Text("stored ");
-    const Bytes second = Text("twice");
-    ExpectData(RunInflate(DeflateWriter().Stored(false, first).Stored(true, second).Stream(), 12, false), 0,
-               Text("stored twice"));
-}
-
 TEST(Inflate, ShortStoredBlockAfterCodesIsKept) {
     // The last block's few bytes are all that follows the codes: they are there, however far the bits were
     // read.
@@ -120,33 +113,6 @@ TEST(Inflate, WhatDoesNotFitStopsTheStreamAndKeepsWhatCameBefore) {
                before);
 }
 
-TEST(Inflate, MatchesThatOverlapRepeatRecentBytes) {
-    // Distance codes 0 to 3 are the distances 1 to 4 and take no extra bits; code 285 is 258 bytes.
-    for (std::size_t code = 0; code < 4; code++) {
-        const Bytes seed = Text("wxyz");
-        Bytes expected = seed;
-        while (expected.size() < 4 + 258)
-            expected.push_back(expected[expected.size() - code - 1]);
-        DeflateWriter writer;
-        writer.Fixed(true).Literals(seed).LitLen(285).Distance(code).EndOfBlock();
-        ExpectData(RunInflate(writer.Stream(), expected.size(), false), 0, expected);
-    }
-}
-
-TEST(Inflate, LengthCode285TakesSixteenExtraBitsOnlyInDeflate64) {
-    DeflateWriter wide;
-    wide.Fixed(true).LitLen('a').LitLen(285, 0xFFFF, 16).Distance(0).EndOfBlock();
-    ExpectData(RunInflate(wide.Stream(), 65539, true), 0, Bytes(65539, 'a'));
-
-    DeflateWriter shortest;
-    shortest.Fixed(true).LitLen('a').LitLen(285, 0, 16).Distance(0).EndOfBlock();
-    ExpectData(RunInflate(shortest.Stream(), 4, true), 0, Bytes(4, 'a'));
-
-    DeflateWriter narrow;
-    narrow.Fixed(true).LitLen('a').LitLen(285).Distance(0).EndOfBlock();
-    ExpectData(RunInflate(narrow.Stream(), 259, false), 0, Bytes(259, 'a'));
-}
-
 TEST(Inflate, FarDistancesAreDecodedInBothModes) {
     support::Random random(30);
     const Bytes noise = support::RandomContent(random, support::Content::kNoise, 65535);
@@ -171,17 +137,6 @@ TEST(Inflate, FarDistancesAreDecodedInBothModes) {
                 expected.push_back(expected[expected.size() - c.distance]);
             ExpectData(RunInflate(writer.Stream(), expected.size(), deflate64), 0, expected);
         }
-    }
-}
-
-TEST(Inflate, LengthCodes286And287CopyNothingButTakeADistance) {
-    for (const std::size_t code : {286u, 287u}) {
-        DeflateWriter writer;
-        writer.Fixed(true).LitLen('a').LitLen(code).Distance(0).LitLen('b').EndOfBlock();
-        ExpectData(RunInflate(writer.Stream(), 2, false), 0, Text("ab"));
-        DeflateWriter before;
-        before.Fixed(true).LitLen('a').LitLen(code).Distance(1).LitLen('b').EndOfBlock();
-        ExpectData(RunInflate(before.Stream(), 2, false), -1, Text("a"));
     }
 }
 

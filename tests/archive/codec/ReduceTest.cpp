@@ -62,39 +62,6 @@ TEST(Reduce, EscapesAndCopiesOfEachFactor) {
     check(4, {144, 0x1F, 0xFF, 0x0A}, 267, 15 + 255 + 3);
 }
 
-TEST(Reduce, FollowerSetsOfEverySizeAndTheirIndexWidths) {
-    // The follower of 0 is always taken from its set, whose size decides the width of the index; the last
-    // follower has no followers of its own and is followed by 0 in full.
-    for (std::uint32_t size = 1; size <= 32; size++) {
-        const unsigned width = size <= 2 ? 1 : size <= 4 ? 2 : size <= 8 ? 3 : size <= 16 ? 4 : 5;
-        support::BitWriter writer;
-        for (int j = 255; j > 0; j--)
-            writer.Bits(0, 6);
-        writer.Bits(size, 6);
-        for (std::uint32_t k = 0; k < size; k++)
-            writer.Bits(200 + k, 8);
-        writer.Bits(0, 1).Bits(size - 1, width).Bits(0, 8).Bits(1, 1).Bits('x', 8);
-        EXPECT_EQ(RunUnreduce(writer.Stream(), 1, 3), (Bytes{static_cast<std::uint8_t>(199 + size), 0, 'x'}));
-    }
-}
-
-TEST(Reduce, CountsAbove32AreLimitedAndIndexesPastASetReadAsZero) {
-    support::BitWriter writer;
-    for (int j = 255; j > 0; j--)
-        writer.Bits(0, 6);
-    writer.Bits(63, 6);
-    for (std::uint32_t k = 0; k < 32; k++)
-        writer.Bits(100 + k, 8);
-    writer.Bits(0, 1).Bits(31, 5);
-    EXPECT_EQ(RunUnreduce(writer.Stream(), 1, 1), Bytes{131});
-
-    support::BitWriter past;
-    for (int j = 255; j > 0; j--)
-        past.Bits(0, 6);
-    past.Bits(1, 6).Bits('s', 8).Bits(0, 1).Bits(1, 1).Bits(0, 1).Bits(0, 1);
-    EXPECT_EQ(RunUnreduce(past.Stream(), 1, 2), (Bytes{0, 's'}));
-}
-
 TEST(Reduce, StaysWithinItsBuffers) {
     // A copy is cut where the recorded size is reached; positions before the start read as 0.
     EXPECT_EQ(RunUnreduce(Plain({'a', 144, 0x05, 0x00}), 1, 4), (Bytes{'a', 'a', 'a', 'a'}));

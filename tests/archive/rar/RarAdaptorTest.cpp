@@ -131,7 +131,7 @@ TEST_P(RarAdaptorTest, FollowsAnEntryOverVolumes) {
         builder.items = {{.name = "long",
                           .content = whole.substr(from, to - from),
                           .size = whole.size(),
-                          .crc = RarBuilder::Crc(last ? whole : "x"),
+                          .crc = Crc(last ? whole : "x"),
                           .splitBefore = from > 0,
                           .splitAfter = !last}};
         if (last)

@@ -118,17 +118,6 @@ TEST_F(DiskIOTest, AFullDiskLeavesNothingHalfWritten) {
     EXPECT_EQ(dir.Read("out/old"), "old content");
 }
 
-TEST_F(DiskIOTest, AReadOnlyTargetIsReported) {
-    dir.MakeFolder("out");
-    const SmallDisk disk(dir.Host("out"), 1 << 20);
-    if (!disk.IsMounted() || !disk.Protect())
-        GTEST_SKIP() << "mounting is not permitted";
-    Load({StoredEntry("a", "x"), StoredEntry("b/c", "x"), StoredEntry("d/", "")});
-    EXPECT_EQ(UnPackAll(), 0);
-    EXPECT_EQ(messages.Ids(), (Ids{560, 542, 560, 542}));
-    EXPECT_TRUE(Written().empty());
-}
-
 TEST_F(DiskIOTest, ATargetThatVanishesIsReported) {
     Load({StoredEntry("a", "x"), StoredEntry("b", "x")});
     const CountingObserver observer([&](std::int32_t) {

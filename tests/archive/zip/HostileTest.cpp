@@ -104,23 +104,5 @@ TEST_F(HostileTest, EntriesThatShareTheirBytesAreReadEachOnItsOwn) {
     EXPECT_EQ(dir.Read("out/n99"), std::string(100000, 'z'));
 }
 
-TEST_F(HostileTest, ALargeClaimTakesNoMemory) {
-    ZipEntry stored = StoredEntry("stored", "x");
-    stored.packed = 0x7FFFFFFF;
-    stored.size = 0x7FFFFFFF;
-    std::vector<ZipEntry> entries{stored};
-    for (const std::uint16_t method : std::initializer_list<std::uint16_t>{2, 5, 8, 9}) {
-        entries.push_back(stored);
-        entries.back().name = "m" + std::to_string(method);
-        entries.back().method = method;
-    }
-    Load(entries);
-    EXPECT_EQ(UnPackAll(), 0);
-    std::uintmax_t written = 0;
-    for (const std::string& name : Written())
-        written += std::filesystem::file_size(dir.Host("out/" + name));
-    EXPECT_LT(written, 64u << 20);
-}
-
 } // namespace
 } // namespace tests

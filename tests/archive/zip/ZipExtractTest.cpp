@@ -23,14 +23,22 @@ std::string Prose(std::size_t size) {
 }
 
 TEST_F(ZipExtractTest, ArchivesOfIndependentProgramsComeOutWhole) {
-    const std::string prose = Prose(300000);
+    const std::string prose = Prose(5000000);
     dir.MakeFile("in/Docs/prose.txt", prose);
+    // Repetitions from 60,000 bytes back, which only one of the methods can name.
+    std::string far;
+    std::mt19937 random(5);
+    for (int i = 0; i < 60000; ++i)
+        far += static_cast<char>(random());
+    while (far.size() < 5000000)
+        far.append(far, far.size() - 60000, 60000 - random() % 100);
+    dir.MakeFile("in/far", far);
     dir.MakeFile("in/empty", "");
     dir.MakeFile("in/Docs/deep/er/bytes.bin", std::string("\0\xFF\x01", 3));
     const std::string in = "cd '" + dir.Host("in").string() + "' && ";
     for (const std::string make :
          {"zip -r -9 ../a.zip .", "zip -r -0 ../a.zip .", "zip -rD ../a.zip .", "7zz a -tzip ../a.zip .",
-          "7zz a -tzip -mm=Deflate64 ../a.zip .", "python3 -m zipfile -c ../a.zip Docs empty"}) {
+          "7zz a -tzip -mm=Deflate64 ../a.zip .", "python3 -m zipfile -c ../a.zip Docs empty far"}) {
         std::filesystem::remove(dir.Host("a.zip"));
         std::filesystem::remove_all(dir.Host("out"));
         ASSERT_TRUE(RunProgram(in + make)) << make;
@@ -41,10 +49,11 @@ TEST_F(ZipExtractTest, ArchivesOfIndependentProgramsComeOutWhole) {
         // Folders made for folder entries keep their letter case, those made for files are in upper case.
         const std::string docs = hasFolders ? "Docs/" : "DOCS/";
         const std::string deep = hasFolders ? "Docs/deep/er/" : "DOCS/DEEP/ER/";
-        EXPECT_EQ(dir.Read("out/" + docs + "prose.txt"), prose) << make;
+        EXPECT_TRUE(dir.Read("out/" + docs + "prose.txt") == prose) << make;
+        EXPECT_TRUE(dir.Read("out/far") == far) << make;
         EXPECT_EQ(dir.Read("out/" + deep + "bytes.bin"), std::string("\0\xFF\x01", 3)) << make;
         EXPECT_EQ(dir.Read("out/empty"), "") << make;
-        EXPECT_EQ(Written().size(), 6u) << make;
+        EXPECT_EQ(Written().size(), 7u) << make;
     }
 }
 
@@ -138,29 +147,6 @@ TEST_F(ZipExtractTest, DamagedEntriesAreReportedAndWritten) {
     EXPECT_EQ(dir.Read("out/fine"), "fine");
     EXPECT_EQ(messages.Ids(), (Ids{557, 559, 558, 557, 559, 541, 557, 559}));
     EXPECT_EQ(messages.shown[0].flags, app::kMessageError);
-}
-
-TEST_F(ZipExtractTest, LargeEntriesComeOutWhole) {
-    // Repetitions from 60,000 bytes back, which only one of the methods can name.
-    std::string far;
-    std::mt19937 random(5);
-    for (int i = 0; i < 60000; ++i)
-        far += static_cast<char>(random());
-    while (far.size() < 5000000)
-        far.append(far, far.size() - 60000, 60000 - random() % 100);
-    dir.MakeFile("in/far", far);
-    dir.MakeFile("in/prose", Prose(5000000));
-    for (const std::string method : {"Deflate", "Deflate64", "Copy"}) {
-        std::filesystem::remove(dir.Host("a.zip"));
-        ASSERT_TRUE(
-            RunProgram("cd '" + dir.Host("in").string() + "' && 7zz a -tzip -mm=" + method + " ../a.zip ."));
-        front.Get_Contents(dir.Path("a.zip"));
-        EXPECT_EQ(UnPackAll(), 0);
-        EXPECT_EQ(messages.Ids(), Ids{}) << method;
-        EXPECT_TRUE(dir.Read("out/far") == far) << method;
-        EXPECT_TRUE(dir.Read("out/prose") == Prose(5000000)) << method;
-        EXPECT_EQ(Written().size(), 2u);
-    }
 }
 
 TEST_F(ZipExtractTest, DamagedLargeEntriesAreReportedAndWritten) {

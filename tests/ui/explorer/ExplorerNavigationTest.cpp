@@ -141,17 +141,18 @@ TEST_F(ExplorerNavigation, ADriveThatWasTakenOutIsReported) {
 
 TEST_F(ExplorerNavigation, HeaderClicksSortAndTurnTheOrderRound) {
     dir_.MakeFile("a.txt", "22");
-    dir_.MakeFile("b.txt", "1");
+    dir_.MakeFile("B.txt", "1");
     ClickNode("E:\\");
     ClickHeader(2);
-    EXPECT_EQ(Names(), (Texts{"Docs", "Music", "b.txt", "a.txt"}));
+    EXPECT_EQ(Names(), (Texts{"Docs", "Music", "B.txt", "a.txt"}));
     ClickHeader(2);
-    EXPECT_EQ(Names(), (Texts{"a.txt", "b.txt", "Docs", "Music"}));
+    EXPECT_EQ(Names(), (Texts{"a.txt", "B.txt", "Docs", "Music"}));
     ClickHeader(0);
-    EXPECT_EQ(Names(), (Texts{"Docs", "Music", "a.txt", "b.txt"}));
+    EXPECT_EQ(Names(), (Texts{"Docs", "Music", "a.txt", "B.txt"}))
+        << "folders first, and without regard to case";
     ClickHeader(0);
     ClickNode("E:\\");
-    EXPECT_EQ(Names(), (Texts{"b.txt", "a.txt", "Music", "Docs"}));
+    EXPECT_EQ(Names(), (Texts{"B.txt", "a.txt", "Music", "Docs"})) << "the order stays";
 }
 
 TEST_F(ExplorerNavigation, CheckedFoldersAreMarkedInTheListOfMarks) {

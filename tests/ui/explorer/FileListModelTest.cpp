@@ -67,15 +67,6 @@ struct Listing {
 
 } // namespace
 
-TEST_F(FileList, NamesSortWithoutRegardToCaseAndFoldersFirst) {
-    Add("b.txt", false);
-    Add("a.doc", false);
-    Add("A", true);
-    Fill();
-    EXPECT_EQ(Sorted(ui::FileListModel::kName, Qt::AscendingOrder), (Names{"A", "a.doc", "b.txt"}));
-    EXPECT_EQ(Sorted(ui::FileListModel::kName, Qt::DescendingOrder), (Names{"b.txt", "a.doc", "A"}));
-}
-
 TEST_F(FileList, SizesAndDatesSortByTheirKeysAndNotByTheirTexts) {
     Add("big", false, 1000, 20070201000000);
     Add("small", false, 999, 20070131235959);

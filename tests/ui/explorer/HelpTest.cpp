@@ -34,7 +34,7 @@ TEST_F(HelpCommands, AboutBoxNamesTheVersion) {
             return;
         wasSeen = true;
         EXPECT_EQ(about->windowTitle(), "About Pellarion");
-        EXPECT_EQ(about->findChild<QLabel*>("lblVersion")->text(), "Version 1.0.0");
+        EXPECT_EQ(about->findChild<QLabel*>("lblVersion")->text(), "Version " PROJECT_VERSION);
         EXPECT_EQ(about->findChild<QLabel*>("lblDisclaimer")->text().toStdString(), app::LoadExtraText(500));
         {
             const tests::ScopedVariable nothing("PATH", "/nowhere");
