@@ -6,6 +6,7 @@
 #include "archive/cabinet/CabinetFormat.h"
 #include "archive/cabinet/FolderReader.h"
 #include "archive/codec/MszipBlock.h"
+#include "base/LittleEndian.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -25,8 +26,8 @@ void ClearChecksums(std::vector<std::uint8_t>& bytes, const cabinet::CabinetDire
         std::size_t at = folder.dataOffset;
         for (unsigned block = 0; block < folder.blockCount && at + cabinet::kDataSize <= bytes.size();
              ++block) {
-            cabinet::Store32(&bytes[at], 0);
-            at += cabinet::kDataSize + directory.DataReserve() + cabinet::Load16(&bytes[at + 4]);
+            base::StoreLittle32(&bytes[at], 0);
+            at += cabinet::kDataSize + directory.DataReserve() + base::LoadLittle16(&bytes[at + 4]);
         }
     }
 }

@@ -1,5 +1,7 @@
 #include "archive/cabinet/MszipFolderDecoder.h"
 
+#include "base/LittleEndian.h"
+
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -59,9 +61,9 @@ bool MszipFolderDecoder::DecodeBlock() {
     input_.Seek(nextBlock_);
     if (input_.Read(header))
         return false;
-    const std::uint32_t checksum = Load32(&header[0]);
-    const std::size_t storedSize = Load16(&header[4]);
-    const std::size_t size = Load16(&header[6]);
+    const std::uint32_t checksum = base::LoadLittle32(&header[0]);
+    const std::size_t storedSize = base::LoadLittle16(&header[4]);
+    const std::size_t size = base::LoadLittle16(&header[6]);
     if (storedSize < kMarkSize || storedSize > stored.size() || size == 0 || size > kBlockSize)
         return false;
     input_.Seek(input_.Position() + dataReserve_);
