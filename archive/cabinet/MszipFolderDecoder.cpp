@@ -1,5 +1,6 @@
 #include "archive/cabinet/MszipFolderDecoder.h"
 
+#include "archive/codec/MszipBlock.h"
 #include "base/LittleEndian.h"
 
 #include <algorithm>
@@ -16,9 +17,8 @@ constexpr std::size_t kMarkSize = 2;     // "CK"
 } // namespace
 
 MszipFolderDecoder::MszipFolderDecoder(platform::BufferedInput& input, const Folder& folder,
-                                       std::size_t dataReserve, MszipBlockDecoder decodeBlock)
-    : input_(input), decodeBlock_(decodeBlock), dataReserve_(dataReserve), nextBlock_(folder.dataOffset),
-      blocksLeft_(folder.blockCount),
+                                       std::size_t dataReserve)
+    : input_(input), dataReserve_(dataReserve), nextBlock_(folder.dataOffset), blocksLeft_(folder.blockCount),
       window_((1 + std::min<std::size_t>(folder.blockCount, kBlocksAtOnce)) * kBlockSize + kSpare) {}
 
 base::SystemError MszipFolderDecoder::Decode(std::uint64_t count, const ByteSink& sink) {
@@ -71,7 +71,7 @@ bool MszipFolderDecoder::DecodeBlock() {
     if (input_.Read(data) || data[0] != 'C' || data[1] != 'K' ||
         (checksum != 0 && checksum != BlockChecksum(data, &header[4])))
         return false;
-    if (!decodeBlock_(data.subspan(kMarkSize), &window_[end_], history_, size, kSpare))
+    if (!codec::DecodeMszipBlock(data.subspan(kMarkSize), &window_[end_], history_, size, kSpare))
         return false;
     end_ += size;
     history_ = std::min(kBlockSize, history_ + size);
