@@ -52,8 +52,9 @@ const ArchiveReader* Cls_GetFileType::Reader() const {
     return State().ArchiveLoaded == 1 ? reader_ : nullptr;
 }
 
-std::int16_t Cls_GetFileType::UnPack(const EntrySelection& selection, const std::string& folder) {
-    return Reader() ? reader_->UnPack(selection, folder) : kStatusDone;
+std::int16_t Cls_GetFileType::UnPack(const EntrySelection& selection, const std::string& folder,
+                                     output::ExtractionObserver* observer) {
+    return Reader() ? reader_->UnPack(selection, folder, observer) : kStatusDone;
 }
 
 bool Cls_GetFileType::CanUnpack() const {
