@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/Number.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <set>
@@ -64,13 +66,6 @@ class CabBuilder {
         std::string all = head + folders + files + data;
         all.replace(8, 4, Number(all.size(), 4));
         return all;
-    }
-
-    static std::string Number(std::size_t value, std::size_t size) {
-        std::string bytes;
-        for (std::size_t i = 0; i < size; ++i)
-            bytes += static_cast<char>(value >> (8 * i));
-        return bytes;
     }
 
   private:

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/Number.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -54,13 +56,6 @@ class RarBuilder {
     }
 
   private:
-    static std::string Number(std::uint64_t value, int size) {
-        std::string bytes;
-        for (; size > 0; --size, value >>= 8)
-            bytes += static_cast<char>(value & 0xFF);
-        return bytes;
-    }
-
     static std::string Variable(std::uint64_t value) {
         std::string bytes;
         for (; value > 0x7F; value >>= 7)

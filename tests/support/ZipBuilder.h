@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/Number.h"
 #include "support/PlainEncryption.h"
 
 #include <cstdint>
@@ -10,16 +11,6 @@
 #include <zlib.h>
 
 namespace tests {
-
-inline void PutWord(std::string& out, std::uint32_t value) {
-    out += static_cast<char>(value & 0xFF);
-    out += static_cast<char>(value >> 8 & 0xFF);
-}
-
-inline void PutDoubleWord(std::string& out, std::uint32_t value) {
-    PutWord(out, value & 0xFFFF);
-    PutWord(out, value >> 16);
-}
 
 inline std::uint32_t Crc(std::string_view bytes) {
     return static_cast<std::uint32_t>(
@@ -105,13 +96,13 @@ struct ZipBuilder {
         const auto start = static_cast<std::uint32_t>(out.size());
         const std::uint32_t recorded = count.value_or(static_cast<std::uint32_t>(entries.size()));
         out += directory + beforeEnd;
-        PutDoubleWord(out, 0x06054B50);
-        PutDoubleWord(out, 0);
-        PutWord(out, recorded);
-        PutWord(out, recorded);
-        PutDoubleWord(out, static_cast<std::uint32_t>(directory.size()));
-        PutDoubleWord(out, directoryOffset.value_or(start));
-        PutWord(out, static_cast<std::uint32_t>(comment.size()));
+        out += Number(0x06054B50, 4);
+        out += Number(0, 4);
+        out += Number(recorded, 2);
+        out += Number(recorded, 2);
+        out += Number(static_cast<std::uint32_t>(directory.size()), 4);
+        out += Number(directoryOffset.value_or(start), 4);
+        out += Number(comment.size(), 2);
         return out + comment;
     }
 
@@ -121,38 +112,38 @@ struct ZipBuilder {
     }
 
     static void AppendLocal(std::string& out, const ZipEntry& entry) {
-        PutDoubleWord(out, 0x04034B50);
-        PutWord(out, entry.needed);
-        PutWord(out, entry.flags);
-        PutWord(out, entry.method);
-        PutWord(out, entry.time);
-        PutWord(out, entry.date);
-        PutDoubleWord(out, entry.localSizesAreZero ? 0 : entry.crc);
-        PutDoubleWord(out, entry.localSizesAreZero ? 0 : PackedSize(entry));
-        PutDoubleWord(out, entry.localSizesAreZero ? 0 : entry.size);
-        PutWord(out, static_cast<std::uint32_t>(entry.name.size()));
-        PutWord(out, static_cast<std::uint32_t>(entry.localExtra.size()));
+        out += Number(0x04034B50, 4);
+        out += Number(entry.needed, 2);
+        out += Number(entry.flags, 2);
+        out += Number(entry.method, 2);
+        out += Number(entry.time, 2);
+        out += Number(entry.date, 2);
+        out += Number(entry.localSizesAreZero ? 0 : entry.crc, 4);
+        out += Number(entry.localSizesAreZero ? 0 : PackedSize(entry), 4);
+        out += Number(entry.localSizesAreZero ? 0 : entry.size, 4);
+        out += Number(entry.name.size(), 2);
+        out += Number(entry.localExtra.size(), 2);
         out += entry.name + entry.localExtra + entry.stored + entry.behind;
     }
 
     static void AppendCentral(std::string& out, const ZipEntry& entry, std::uint32_t at) {
-        PutDoubleWord(out, 0x02014B50);
-        PutWord(out, entry.madeBy);
-        PutWord(out, entry.needed);
-        PutWord(out, entry.flags);
-        PutWord(out, entry.method);
-        PutWord(out, entry.time);
-        PutWord(out, entry.date);
-        PutDoubleWord(out, entry.crc);
-        PutDoubleWord(out, PackedSize(entry));
-        PutDoubleWord(out, entry.size);
-        PutWord(out, static_cast<std::uint32_t>(entry.name.size()));
-        PutWord(out, static_cast<std::uint32_t>(entry.extra.size()));
-        PutWord(out, static_cast<std::uint32_t>(entry.comment.size()));
-        PutWord(out, 0); // disk
-        PutWord(out, 0); // internal attributes
-        PutDoubleWord(out, 0);
-        PutDoubleWord(out, entry.offset.value_or(at));
+        out += Number(0x02014B50, 4);
+        out += Number(entry.madeBy, 2);
+        out += Number(entry.needed, 2);
+        out += Number(entry.flags, 2);
+        out += Number(entry.method, 2);
+        out += Number(entry.time, 2);
+        out += Number(entry.date, 2);
+        out += Number(entry.crc, 4);
+        out += Number(PackedSize(entry), 4);
+        out += Number(entry.size, 4);
+        out += Number(entry.name.size(), 2);
+        out += Number(entry.extra.size(), 2);
+        out += Number(entry.comment.size(), 2);
+        out += Number(0, 2); // disk
+        out += Number(0, 2); // internal attributes
+        out += Number(0, 4);
+        out += Number(entry.offset.value_or(at), 4);
         out += entry.name + entry.extra + entry.comment;
     }
 };

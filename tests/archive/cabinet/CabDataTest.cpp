@@ -84,8 +84,7 @@ TEST_F(CabDataTest, ClaimsBeyondTheDataAreRefusedAtOnce) {
     builder.items = {{"a", "short"}};
     const std::size_t files = 36 + 8;
     for (const auto& [size, offset] : {std::pair(0x7FFFFFFFu, 0u), {5u, 0xFFFFFFFFu}}) {
-        UseBytes(
-            builder.Bytes().replace(files, 8, CabBuilder::Number(size, 4) + CabBuilder::Number(offset, 4)));
+        UseBytes(builder.Bytes().replace(files, 8, Number(size, 4) + Number(offset, 4)));
         EXPECT_EQ(ExtractAll().number, 13u);
     }
 }
@@ -106,8 +105,8 @@ TEST_F(CabDataTest, BlocksThatOnlyTheLibraryDecodes) {
         for (int i = 0; i < block; ++i)
             mark += storedSize() + 8;
         // An empty stored block in front of the data is legal and is not what an encoder usually makes.
-        bytes.replace(mark - 4, 2, CabBuilder::Number(storedSize() + 5, 2));
-        bytes.replace(mark - 8, 4, CabBuilder::Number(0, 4));
+        bytes.replace(mark - 4, 2, Number(storedSize() + 5, 2));
+        bytes.replace(mark - 8, 4, Number(0, 4));
         bytes.insert(mark + 2, std::string("\0\0\0\xFF\xFF", 5));
         UseBytes(bytes);
         EXPECT_TRUE(ExtractOne("c"));
@@ -126,8 +125,8 @@ TEST_F(CabDataTest, MatchesBeforeTheDataReadNothingOfThisProgram) {
     const std::size_t folder = 36;
     const std::size_t first = bytes.find("CK") - 8;
     const std::size_t second = bytes.find("CK", first + 10) - 8;
-    bytes.replace(folder, 6, CabBuilder::Number(second, 4) + CabBuilder::Number(1, 2));
-    bytes.replace(folder + 8, 4, CabBuilder::Number(33000 - 32768, 4));
+    bytes.replace(folder, 6, Number(second, 4) + Number(1, 2));
+    bytes.replace(folder + 8, 4, Number(33000 - 32768, 4));
     UseBytes(bytes);
     if (!ExtractAll())
         return;
