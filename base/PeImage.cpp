@@ -1,5 +1,7 @@
 #include "base/PeImage.h"
 
+#include "base/LittleEndian.h"
+
 #include <algorithm>
 
 namespace base {
@@ -35,14 +37,11 @@ std::vector<PeSection> ReadSections(const Bytes& bytes, std::size_t table, std::
 } // namespace
 
 std::uint16_t Bytes::Word(std::size_t offset) const {
-    if (!Has(offset, 2))
-        return 0;
-    const auto at = [&](std::size_t i) { return static_cast<std::uint8_t>(data_[offset + i]); };
-    return static_cast<std::uint16_t>(at(0) | at(1) << 8);
+    return Has(offset, 2) ? LoadLittle16(At(offset)) : std::uint16_t{0};
 }
 
 std::uint32_t Bytes::DoubleWord(std::size_t offset) const {
-    return Has(offset, 4) ? Word(offset) | static_cast<std::uint32_t>(Word(offset + 2)) << 16 : 0;
+    return Has(offset, 4) ? LoadLittle32(At(offset)) : 0;
 }
 
 std::string_view Bytes::Part(std::size_t offset, std::size_t size) const {

@@ -25,6 +25,10 @@ class Bytes {
     std::string_view Part(std::size_t offset, std::size_t size) const;
 
   private:
+    const std::uint8_t* At(std::size_t offset) const {
+        return reinterpret_cast<const std::uint8_t*>(data_.data()) + offset;
+    }
+
     std::string_view data_;
 };
 

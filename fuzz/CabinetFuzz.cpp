@@ -5,7 +5,8 @@
 #include "archive/cabinet/CabinetDirectory.h"
 #include "archive/cabinet/CabinetFormat.h"
 #include "archive/cabinet/FolderReader.h"
-#include "archive/codec/MszipBlock.h"
+#include "archive/cabinet/MspackFolderDecoder.h"
+#include "base/LittleEndian.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -25,8 +26,8 @@ void ClearChecksums(std::vector<std::uint8_t>& bytes, const cabinet::CabinetDire
         std::size_t at = folder.dataOffset;
         for (unsigned block = 0; block < folder.blockCount && at + cabinet::kDataSize <= bytes.size();
              ++block) {
-            cabinet::Store32(&bytes[at], 0);
-            at += cabinet::kDataSize + directory.DataReserve() + cabinet::Load16(&bytes[at + 4]);
+            base::StoreLittle32(&bytes[at], 0);
+            at += cabinet::kDataSize + directory.DataReserve() + base::LoadLittle16(&bytes[at + 4]);
         }
     }
 }
@@ -36,17 +37,35 @@ struct Outcome {
     std::vector<std::uint8_t> content;
 };
 
-Outcome ReadEntry(MemoryFile& file, const cabinet::CabinetDirectory& directory, const cabinet::Entry& entry,
-                  cabinet::MszipBlockDecoder mszip) {
+cabinet::ByteSink Into(std::vector<std::uint8_t>& content) {
+    return [&content](std::span<const std::uint8_t> data) {
+        content.insert(content.end(), data.begin(), data.end());
+        return base::SystemError{};
+    };
+}
+
+Outcome ReadEntry(MemoryFile& file, const cabinet::CabinetDirectory& directory, const cabinet::Entry& entry) {
     platform::BufferedInput input(file);
     cabinet::SharedScratch scratch;
-    cabinet::FolderReader reader({file, input, directory.DataReserve(), mszip, scratch},
+    cabinet::FolderReader reader({file, input, directory.DataReserve(), scratch},
                                  directory.Folders()[entry.folder], false);
     Outcome outcome;
-    outcome.error = reader.Read(entry.offset, entry.size, [&](std::span<const std::uint8_t> data) {
-        outcome.content.insert(outcome.content.end(), data.begin(), data.end());
-        return base::SystemError{};
-    });
+    outcome.error = reader.Read(entry.offset, entry.size, Into(outcome.content));
+    return outcome;
+}
+
+Outcome ReadWithLibrary(MemoryFile& file, const cabinet::CabinetDirectory& directory,
+                        const cabinet::Entry& entry) {
+    const cabinet::Folder& folder = directory.Folders()[entry.folder];
+    Outcome outcome;
+    if (std::uint64_t{entry.offset} + entry.size > folder.Capacity()) {
+        outcome.error = {base::kErrorInvalidData};
+        return outcome;
+    }
+    cabinet::MspackFolderDecoder decoder(file, folder, directory.DataReserve());
+    outcome.error = decoder.Decode(entry.offset, {});
+    if (!outcome.error)
+        outcome.error = decoder.Decode(entry.size, Into(outcome.content));
     return outcome;
 }
 
@@ -66,8 +85,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             std::abort();
         if (++count > kMostEntries || entry.size > kMostBytes || entry.offset > kMostBytes)
             continue;
-        const Outcome own = ReadEntry(file, directory, entry, codec::DecodeMszipBlock);
-        const Outcome library = ReadEntry(file, directory, entry, nullptr);
+        const Outcome own = ReadEntry(file, directory, entry);
+        const Outcome library = ReadWithLibrary(file, directory, entry);
         if (!library.error && (own.error || own.content != library.content))
             std::abort();
     }

@@ -6,7 +6,6 @@
 #include "archive/cabinet/CabinetFormat.h"
 #include "archive/cabinet/CabinetWriter.h"
 #include "archive/cabinet/FolderReader.h"
-#include "archive/codec/MszipBlock.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -88,8 +87,7 @@ void ReadBack(MemoryFile& file, const Contents& contents) {
         std::abort();
     platform::BufferedInput input(file);
     cabinet::SharedScratch scratch;
-    cabinet::FolderReader reader({file, input, 0, codec::DecodeMszipBlock, scratch}, directory.Folders()[0],
-                                 false);
+    cabinet::FolderReader reader({file, input, 0, scratch}, directory.Folders()[0], false);
     for (const cabinet::Entry& entry : directory.Entries()) {
         std::vector<std::uint8_t> content;
         const base::SystemError error =

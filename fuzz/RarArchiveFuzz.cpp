@@ -3,11 +3,11 @@
 
 #include "FuzzSupport.h"
 #include "MemoryFile.h"
+#include "archive/codec/Crc32.h"
 #include "archive/rar/RarAdaptor.h"
 #include "archive/rar/RarBlock.h"
+#include "base/LittleEndian.h"
 #include "platform/OutputFolder.h"
-
-#include <zlib.h>
 
 namespace {
 
@@ -65,9 +65,9 @@ void MendChecksums(std::vector<std::uint8_t>& bytes) {
         if (length < rar::kHeaderStart || length > rest.size())
             return;
         const std::size_t sumSize = isNew ? 4 : 2;
-        const auto sum = ::crc32_z(0, rest.data() + sumSize, length - sumSize);
-        for (std::size_t i = 0; i < sumSize; ++i)
-            rest[i] = static_cast<std::uint8_t>(sum >> 8 * i);
+        const std::uint32_t sum =
+            codec::Cls_CRC32().CalcCRC32File(std::span(rest).subspan(sumSize, length - sumSize));
+        base::StoreLittle(rest.data(), sum, sumSize);
         rar::Block block;
         if (!(isNew ? rar::ParseBlock5(rest.first(length), block)
                     : rar::ParseBlock4(rest.first(length), block)) ||

@@ -1,10 +1,10 @@
 // Reads any bytes as one header of a RAR archive, with the checksum that it should have.
 
 #include "FuzzSupport.h"
+#include "archive/codec/Crc32.h"
 #include "archive/rar/RarBlock.h"
+#include "base/LittleEndian.h"
 #include "base/Utf8.h"
-
-#include <zlib.h>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace platform;
@@ -13,9 +13,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const bool isNew = (data[0] & 1) != 0;
     std::vector<std::uint8_t> header(data + 1, data + size);
     const std::size_t sumSize = isNew ? 4 : 2;
-    const auto sum = ::crc32_z(0, header.data() + sumSize, header.size() - sumSize);
-    for (std::size_t i = 0; i < sumSize; ++i)
-        header[i] = static_cast<std::uint8_t>(sum >> 8 * i);
+    const std::uint32_t sum =
+        codec::Cls_CRC32().CalcCRC32File(std::span(header).subspan(sumSize, header.size() - sumSize));
+    base::StoreLittle(header.data(), sum, sumSize);
     rar::Block block;
     if (isNew ? rar::ParseBlock5(header, block) : rar::ParseBlock4(header, block)) {
         fuzz::Check(base::IsUtf8(block.entry.name));

@@ -1,5 +1,6 @@
 #include "platform/DropFiles.h"
 
+#include "base/LittleEndian.h"
 #include "base/Utf8.h"
 #include "platform/CodePage.h"
 
@@ -11,11 +12,6 @@ namespace platform {
 namespace {
 
 constexpr std::size_t kWideFlagOffset = 16;
-
-std::uint32_t Get32(std::span<const std::uint8_t> bytes, std::size_t at) {
-    return static_cast<std::uint32_t>(bytes[at]) | static_cast<std::uint32_t>(bytes[at + 1]) << 8 |
-           static_cast<std::uint32_t>(bytes[at + 2]) << 16 | static_cast<std::uint32_t>(bytes[at + 3]) << 24;
-}
 
 std::vector<std::string> AnsiNames(std::span<const std::uint8_t> bytes) {
     std::vector<std::string> names;
@@ -32,7 +28,7 @@ std::vector<std::string> WideNames(std::span<const std::uint8_t> bytes) {
     std::vector<std::string> names;
     std::u16string name;
     for (std::size_t at = 0; at + 1 < bytes.size(); at += 2) {
-        const auto unit = static_cast<char16_t>(bytes[at] | bytes[at + 1] << 8);
+        const auto unit = static_cast<char16_t>(base::LoadLittle16(&bytes[at]));
         if (unit != 0) {
             name.push_back(unit);
             continue;
@@ -63,11 +59,11 @@ std::string BuildDropFiles(const std::vector<std::string>& paths) {
 std::vector<std::string> ParseDropFiles(std::span<const std::uint8_t> block) {
     if (block.size() < kDropFilesHeaderSize)
         return {};
-    const std::size_t start = Get32(block, 0);
+    const std::size_t start = base::LoadLittle32(block.data());
     if (start < kDropFilesHeaderSize || start > block.size())
         return {};
     const std::span<const std::uint8_t> names = block.subspan(start);
-    return Get32(block, kWideFlagOffset) == 0 ? AnsiNames(names) : WideNames(names);
+    return base::LoadLittle32(&block[kWideFlagOffset]) == 0 ? AnsiNames(names) : WideNames(names);
 }
 
 } // namespace platform

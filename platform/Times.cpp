@@ -1,28 +1,23 @@
 #include "platform/Times.h"
 
+#include <algorithm>
+#include <chrono>
+#include <limits>
+#include <ratio>
+
 namespace platform {
 namespace {
 
-constexpr std::uint64_t kTicksPerSecond = 10'000'000;
-constexpr std::uint64_t kSecondsPerDay = 86'400;
+namespace chrono = std::chrono;
+
+using Ticks = chrono::duration<std::int64_t, std::ratio<1, 10'000'000>>;
+
 constexpr int kFirstYear = 1601;
-constexpr int kLastYear = 30827;
+constexpr int kLastYear = 30827; // the last one of which every moment has a number of ticks
+constexpr chrono::sys_days kFirstDay = chrono::year(kFirstYear) / chrono::January / 1;
 
-bool IsLeapYear(int year) {
-    return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
-}
-
-int DaysInMonth(int year, int month) {
-    static constexpr int kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    return month == 2 && IsLeapYear(year) ? 29 : kDays[month - 1];
-}
-
-/// Days from 1 January 1601 to 1 January of `year`.
-std::uint64_t DaysBeforeYear(int year) {
-    const int years = year - kFirstYear;
-    // 1601 opens a 400-year cycle, so that the leap years passed are simply counted.
-    return static_cast<std::uint64_t>(years) * 365 +
-           static_cast<std::uint64_t>(years / 4 - years / 100 + years / 400);
+constexpr bool IsWithin(int value, int least, int most) {
+    return value >= least && value <= most;
 }
 
 } // namespace
@@ -40,40 +35,34 @@ bool DosDateTimeToFileTime(std::uint16_t date, std::uint16_t time, FileTime& fil
 }
 
 SystemTime FileTimeToSystemTime(FileTime fileTime) {
-    const std::uint64_t seconds = fileTime.ticks / kTicksPerSecond;
-    std::uint64_t day = seconds / kSecondsPerDay;
-    const int ofDay = static_cast<int>(seconds % kSecondsPerDay);
-    // 400 years have 146,097 days: the estimate is at most one year too low or too high.
+    constexpr std::uint64_t kMost = std::numeric_limits<Ticks::rep>::max();
+    const Ticks ticks(static_cast<Ticks::rep>(std::min(fileTime.ticks, kMost)));
+    const auto days = chrono::floor<chrono::days>(ticks);
+    const chrono::year_month_day date(kFirstDay + days);
+    const chrono::hh_mm_ss time(chrono::floor<chrono::seconds>(ticks - days));
     SystemTime fields;
-    fields.year = kFirstYear + static_cast<int>(day * 400 / 146'097);
-    while (DaysBeforeYear(fields.year) > day)
-        --fields.year;
-    while (DaysBeforeYear(fields.year + 1) <= day)
-        ++fields.year;
-    day -= DaysBeforeYear(fields.year);
-    fields.month = 1;
-    while (day >= static_cast<std::uint64_t>(DaysInMonth(fields.year, fields.month))) {
-        day -= static_cast<std::uint64_t>(DaysInMonth(fields.year, fields.month));
-        ++fields.month;
-    }
-    fields.day = static_cast<int>(day) + 1;
-    fields.hour = ofDay / 3600;
-    fields.minute = ofDay / 60 % 60;
-    fields.second = ofDay % 60;
+    fields.year = static_cast<int>(date.year());
+    fields.month = static_cast<int>(static_cast<unsigned>(date.month()));
+    fields.day = static_cast<int>(static_cast<unsigned>(date.day()));
+    fields.hour = static_cast<int>(time.hours().count());
+    fields.minute = static_cast<int>(time.minutes().count());
+    fields.second = static_cast<int>(time.seconds().count());
     return fields;
 }
 
 bool SystemTimeToFileTime(const SystemTime& systemTime, FileTime& fileTime) {
     const SystemTime& t = systemTime;
-    if (t.year < kFirstYear || t.year > kLastYear || t.month < 1 || t.month > 12 || t.day < 1 ||
-        t.day > DaysInMonth(t.year, t.month) || t.hour < 0 || t.hour > 23 || t.minute < 0 || t.minute > 59 ||
-        t.second < 0 || t.second > 59)
+    // A month or day outside these bounds would be another one in the calendar's small types.
+    if (!IsWithin(t.year, kFirstYear, kLastYear) || !IsWithin(t.month, 1, 12) || !IsWithin(t.day, 1, 31) ||
+        !IsWithin(t.hour, 0, 23) || !IsWithin(t.minute, 0, 59) || !IsWithin(t.second, 0, 59))
         return false;
-    std::uint64_t days = DaysBeforeYear(t.year) + static_cast<std::uint64_t>(t.day - 1);
-    for (int month = 1; month < t.month; ++month)
-        days += static_cast<std::uint64_t>(DaysInMonth(t.year, month));
-    const int ofDay = t.hour * 3600 + t.minute * 60 + t.second;
-    fileTime.ticks = (days * kSecondsPerDay + static_cast<std::uint64_t>(ofDay)) * kTicksPerSecond;
+    const chrono::year_month_day date(chrono::year(t.year), chrono::month(static_cast<unsigned>(t.month)),
+                                      chrono::day(static_cast<unsigned>(t.day)));
+    if (!date.ok())
+        return false;
+    const Ticks ticks = chrono::sys_days(date) - kFirstDay + chrono::hours(t.hour) +
+                        chrono::minutes(t.minute) + chrono::seconds(t.second);
+    fileTime.ticks = static_cast<std::uint64_t>(ticks.count());
     return true;
 }
 

@@ -1,6 +1,7 @@
 #include "archive/cabinet/BlockCompressor.h"
 
 #include "archive/cabinet/CabinetFormat.h"
+#include "base/LittleEndian.h"
 
 #include <algorithm>
 #include <new>
@@ -34,8 +35,8 @@ constexpr int kEmptyFinalBits = 10;
 std::size_t Store(std::span<const std::uint8_t> raw, std::uint8_t* out) {
     const auto size = static_cast<std::uint16_t>(raw.size());
     out[0] = 1;
-    Store16(out + 1, size);
-    Store16(out + 3, static_cast<std::uint16_t>(~size));
+    base::StoreLittle16(out + 1, size);
+    base::StoreLittle16(out + 3, static_cast<std::uint16_t>(~size));
     std::ranges::copy(raw, out + kStoredHeader);
     return kStoredHeader + raw.size();
 }
@@ -94,9 +95,9 @@ std::size_t BlockCompressor::Compress(std::span<const std::uint8_t> raw, std::ui
         packedSize = Store(raw, packed);
 
     const std::size_t storedSize = kMarkSize + packedSize;
-    Store16(out + 4, static_cast<std::uint16_t>(storedSize));
-    Store16(out + 6, static_cast<std::uint16_t>(raw.size()));
-    Store32(out, BlockChecksum({data, storedSize}, out + 4));
+    base::StoreLittle16(out + 4, static_cast<std::uint16_t>(storedSize));
+    base::StoreLittle16(out + 6, static_cast<std::uint16_t>(raw.size()));
+    base::StoreLittle32(out, BlockChecksum({data, storedSize}, out + 4));
     return kDataSize + storedSize;
 }
 

@@ -3,7 +3,6 @@
 #include "archive/cabinet/CabErrors.h"
 #include "archive/cabinet/CabFilesCallback.h"
 #include "archive/cabinet/CabTargetPath.h"
-#include "archive/codec/MszipBlock.h"
 #include "archive/output/OpenFolders.h"
 #include "base/Letters.h"
 
@@ -34,7 +33,7 @@ bool MayBeMissingFolder(std::uint32_t number) {
 
 } // namespace
 
-CabFile::CabFile() : iterator_(codec::DecodeMszipBlock) {}
+CabFile::CabFile() = default;
 
 CabFile::~CabFile() {
     if (CurrentCabFile() == this)

@@ -10,8 +10,8 @@ class CabFile;
 CabFile* CurrentCabFile();
 void SetCurrentCabFile(CabFile* cabFile);
 
-/// The function that the platform's cabinet iterator calls: hands all to CurrentCabFile and returns its
-/// answer, or platform::kNoError when there is none.
+/// The function that the cabinet iterator calls: hands all to CurrentCabFile and returns its
+/// answer, or kNoError when there is none.
 std::uint32_t CabIterateCallback(std::uintptr_t context, std::uint32_t notification, void* param1,
                                  std::uintptr_t param2);
 

@@ -2,6 +2,7 @@
 
 #include "archive/cabinet/CabinetFormat.h"
 #include "base/Letters.h"
+#include "base/LittleEndian.h"
 #include "base/Utf8.h"
 #include "platform/BufferedInput.h"
 #include "platform/CodePage.h"
@@ -79,14 +80,14 @@ base::SystemError CabinetDirectory::Reader::ReadHeader() {
     std::array<std::uint8_t, kHeaderSize> header;
     if (const base::SystemError error = input_.Read(header))
         return error;
-    if (Load32(header.data()) != kSignature)
+    if (base::LoadLittle32(header.data()) != kSignature)
         return kBad;
-    filesOffset_ = Load32(header.data() + 16);
-    folderCount_ = Load16(header.data() + 26);
-    fileCount_ = Load16(header.data() + 28);
-    const std::uint16_t flags = Load16(header.data() + 30);
-    directory_.setId_ = Load16(header.data() + 32);
-    directory_.cabinetNumber_ = Load16(header.data() + 34);
+    filesOffset_ = base::LoadLittle32(header.data() + 16);
+    folderCount_ = base::LoadLittle16(header.data() + 26);
+    fileCount_ = base::LoadLittle16(header.data() + 28);
+    const std::uint16_t flags = base::LoadLittle16(header.data() + 30);
+    directory_.setId_ = base::LoadLittle16(header.data() + 32);
+    directory_.cabinetNumber_ = base::LoadLittle16(header.data() + 34);
     directory_.hasNext_ = (flags & kHasNext) != 0;
     if (folderCount_ == 0 || fileCount_ == 0)
         return kBad;
@@ -97,7 +98,7 @@ base::SystemError CabinetDirectory::Reader::ReadHeader() {
             return error;
         folderReserve_ = sizes[2];
         directory_.dataReserve_ = sizes[3];
-        input_.Seek(input_.Position() + Load16(sizes.data()));
+        input_.Seek(input_.Position() + base::LoadLittle16(sizes.data()));
     }
     std::string ignored;
     if ((flags & kHasPrevious) != 0) {
@@ -120,8 +121,8 @@ base::SystemError CabinetDirectory::Reader::ReadFolder() {
     if (const base::SystemError error = input_.Read(record))
         return error;
     input_.Seek(input_.Position() + folderReserve_);
-    directory_.folders_.push_back(
-        {Load32(record.data()), Load16(record.data() + 4), Load16(record.data() + 6)});
+    directory_.folders_.push_back({base::LoadLittle32(record.data()), base::LoadLittle16(record.data() + 4),
+                                   base::LoadLittle16(record.data() + 6)});
     return {};
 }
 
@@ -130,12 +131,12 @@ base::SystemError CabinetDirectory::Reader::ReadFile() {
     if (const base::SystemError error = input_.Read(record))
         return error;
     Entry entry;
-    entry.size = Load32(record.data());
-    entry.offset = Load32(record.data() + 4);
-    entry.date = Load16(record.data() + 10);
-    entry.time = Load16(record.data() + 12);
-    entry.attributes = Load16(record.data() + 14);
-    if (const base::SystemError error = Place(Load16(record.data() + 8), entry))
+    entry.size = base::LoadLittle32(record.data());
+    entry.offset = base::LoadLittle32(record.data() + 4);
+    entry.date = base::LoadLittle16(record.data() + 10);
+    entry.time = base::LoadLittle16(record.data() + 12);
+    entry.attributes = base::LoadLittle16(record.data() + 14);
+    if (const base::SystemError error = Place(base::LoadLittle16(record.data() + 8), entry))
         return error;
     std::string stored;
     if (const base::SystemError error = ReadString(stored, false))

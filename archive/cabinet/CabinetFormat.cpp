@@ -1,6 +1,6 @@
 #include "archive/cabinet/CabinetFormat.h"
 
-#include <cstring>
+#include "base/LittleEndian.h"
 
 namespace cabinet {
 namespace {
@@ -10,17 +10,11 @@ namespace {
 std::uint32_t Checksum(std::span<const std::uint8_t> data, std::uint32_t sum) {
     std::uint64_t wide = 0;
     std::size_t at = 0;
-    for (; at + 8 <= data.size(); at += 8) {
-        std::uint64_t word = 0;
-        std::memcpy(&word, data.data() + at, sizeof word);
-        wide ^= word;
-    }
-    // In memory order again, whatever the byte order of this machine.
-    std::uint8_t folded[8];
-    std::memcpy(folded, &wide, sizeof folded);
-    sum ^= Load32(folded) ^ Load32(folded + 4);
+    for (; at + 8 <= data.size(); at += 8)
+        wide ^= base::LoadLittle64(data.data() + at);
+    sum ^= static_cast<std::uint32_t>(wide) ^ static_cast<std::uint32_t>(wide >> 32);
     if (data.size() - at >= 4) {
-        sum ^= Load32(data.data() + at);
+        sum ^= base::LoadLittle32(data.data() + at);
         at += 4;
     }
     std::uint32_t rest = 0;

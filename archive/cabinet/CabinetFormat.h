@@ -45,24 +45,6 @@ inline constexpr std::uint32_t kLargestFolder = kMostBlocks * kBlockSize;
 static_assert(kLargestFolder == 0x7FFF8000);
 inline constexpr std::size_t kMostFiles = 65535;
 
-inline std::uint16_t Load16(const std::uint8_t* bytes) {
-    return static_cast<std::uint16_t>(bytes[0] | bytes[1] << 8);
-}
-
-inline std::uint32_t Load32(const std::uint8_t* bytes) {
-    return static_cast<std::uint32_t>(Load16(bytes)) | static_cast<std::uint32_t>(Load16(bytes + 2)) << 16;
-}
-
-inline void Store16(std::uint8_t* bytes, std::uint16_t value) {
-    bytes[0] = static_cast<std::uint8_t>(value);
-    bytes[1] = static_cast<std::uint8_t>(value >> 8);
-}
-
-inline void Store32(std::uint8_t* bytes, std::uint32_t value) {
-    Store16(bytes, static_cast<std::uint16_t>(value));
-    Store16(bytes + 2, static_cast<std::uint16_t>(value >> 16));
-}
-
 /// Checksum of a data block: of its stored bytes, then of its two size fields (`sizes`, 4 bytes).
 std::uint32_t BlockChecksum(std::span<const std::uint8_t> data, const std::uint8_t* sizes);
 

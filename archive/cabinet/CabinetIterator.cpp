@@ -10,12 +10,10 @@
 #include <algorithm>
 #include <functional>
 #include <numeric>
+#include <span>
 #include <vector>
 
 namespace cabinet {
-
-using cabinet::CabinetSession;
-using cabinet::Entry;
 
 namespace {
 
@@ -40,7 +38,7 @@ platform::FileTraits TraitsOf(const Entry& entry) {
         const platform::FileTime utc = platform::LocalFileTimeToFileTime(local);
         traits.times = platform::FileTimes{utc, utc, utc};
     }
-    traits.executable = (entry.attributes & cabinet::kAttributeExecute) != 0;
+    traits.executable = (entry.attributes & kAttributeExecute) != 0;
     return traits;
 }
 
@@ -93,8 +91,6 @@ base::SystemError Compare(CabinetSession& session, const Entry& entry, const FIL
 
 class CabinetIterator::Implementation {
   public:
-    explicit Implementation(MszipBlockDecoder decoder) : decoder_(decoder) {}
-
     base::SystemError Iterate(const std::string& path, Callback callback, std::uintptr_t context,
                               std::string_view name);
 
@@ -120,7 +116,6 @@ class CabinetIterator::Implementation {
     CabinetSession* Session(const std::string& path, base::SystemError& error);
     void Trim(const CabinetSession* inUse);
 
-    MszipBlockDecoder decoder_;
     std::vector<std::unique_ptr<CabinetSession>> sessions_;
     std::uint64_t clock_ = 0;
 };
@@ -166,7 +161,7 @@ base::SystemError CabinetIterator::Implementation::Run::AskForNext() {
     if (askedForNext)
         return {};
     askedForNext = true;
-    const cabinet::CabinetDirectory& directory = session.Directory();
+    const CabinetDirectory& directory = session.Directory();
     CABINET_INFO info{directory.NextCabinet(), directory.NextDisk(), directory.SetId(),
                       directory.CabinetNumber()};
     return Notify(kNotifyNeedNewCabinet, &info);
@@ -206,7 +201,7 @@ CabinetSession* CabinetIterator::Implementation::Session(const std::string& path
         }
         sessions_.erase(known);
     }
-    std::unique_ptr<CabinetSession> session = CabinetSession::Open(path, decoder_, error);
+    std::unique_ptr<CabinetSession> session = CabinetSession::Open(path, error);
     if (!session)
         return nullptr;
     session->lastUse = ++clock_;
@@ -228,8 +223,7 @@ void CabinetIterator::Implementation::Trim(const CabinetSession* inUse) {
     }
 }
 
-CabinetIterator::CabinetIterator(MszipBlockDecoder decoder)
-    : implementation_(std::make_unique<Implementation>(decoder)) {}
+CabinetIterator::CabinetIterator() : implementation_(std::make_unique<Implementation>()) {}
 
 CabinetIterator::~CabinetIterator() = default;
 

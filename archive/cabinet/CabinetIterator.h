@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <span>
 #include <string>
 #include <string_view>
 
@@ -73,15 +72,8 @@ struct CABINET_INFO {
     std::uint16_t CabinetNumber = 0; ///< of the cabinet that is open, from 0
 };
 
-/// Decodes one MSZIP data block without its two signature bytes: a Deflate stream (RFC 1951) that may reach
-/// back into what stands before `output`. `output` points behind `history` bytes of decoded data; the block
-/// fills exactly `size` bytes, and up to `spare` more may be written over. Answers false when it cannot,
-/// whatever the reason.
-using MszipBlockDecoder = bool (*)(std::span<const std::uint8_t> packed, std::uint8_t* output,
-                                   std::size_t history, std::size_t size, std::size_t spare);
-
-/// The platform's cabinet iterator. The cabinets it has opened, and how far their folders are decoded, are
-/// kept between calls for as long as the files on disk stay the same and the iterator lives, so that
+/// Iterates over the files of cabinets. The cabinets it has opened, and how far their folders are decoded,
+/// are kept between calls for as long as the files on disk stay the same and the iterator lives, so that
 /// extracting all files one by one, in any order, costs little more than extracting them in one iteration.
 class CabinetIterator {
   public:
@@ -89,8 +81,7 @@ class CabinetIterator {
     using Callback = std::uint32_t (*)(std::uintptr_t context, std::uint32_t notification, void* param1,
                                        std::uintptr_t param2);
 
-    /// With `decoder`, MSZIP data is decoded by it; what it refuses is left to the library behind this door.
-    explicit CabinetIterator(MszipBlockDecoder decoder = nullptr);
+    CabinetIterator();
     ~CabinetIterator();
     CabinetIterator(const CabinetIterator&) = delete;
     CabinetIterator& operator=(const CabinetIterator&) = delete;

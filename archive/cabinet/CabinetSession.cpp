@@ -8,16 +8,14 @@ constexpr std::size_t kMostDecoderMemory = 20u << 20;
 
 } // namespace
 
-CabinetSession::CabinetSession(std::string path, std::unique_ptr<platform::FileReader> file,
-                               MszipBlockDecoder mszip)
-    : path_(std::move(path)), file_(std::move(file)), input_(*file_), mszip_(mszip) {}
+CabinetSession::CabinetSession(std::string path, std::unique_ptr<platform::FileReader> file)
+    : path_(std::move(path)), file_(std::move(file)), input_(*file_) {}
 
-std::unique_ptr<CabinetSession> CabinetSession::Open(const std::string& path, MszipBlockDecoder mszip,
-                                                     base::SystemError& error) {
+std::unique_ptr<CabinetSession> CabinetSession::Open(const std::string& path, base::SystemError& error) {
     std::unique_ptr<platform::FileReader> file = platform::FileReader::Open(path, error);
     if (!file)
         return nullptr;
-    std::unique_ptr<CabinetSession> session(new CabinetSession(path, std::move(file), mszip));
+    std::unique_ptr<CabinetSession> session(new CabinetSession(path, std::move(file)));
     error = session->directory_.Read(*session->file_);
     return error ? nullptr : std::move(session);
 }
@@ -34,7 +32,7 @@ base::SystemError CabinetSession::ReadEntry(const Entry& entry, const ByteSink& 
 }
 
 FolderReader& CabinetSession::Reader(std::uint16_t folder) {
-    const DataSource source{*file_, input_, directory_.DataReserve(), mszip_, scratch_};
+    const DataSource source{*file_, input_, directory_.DataReserve(), scratch_};
     started_.resize(directory_.Folders().size());
     FolderReader& reader =
         readers_.try_emplace(folder, source, directory_.Folders()[folder], started_[folder]).first->second;

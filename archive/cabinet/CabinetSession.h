@@ -1,7 +1,6 @@
 #pragma once
 
 #include "archive/cabinet/CabinetDirectory.h"
-#include "archive/cabinet/CabinetIterator.h"
 #include "archive/cabinet/FolderReader.h"
 #include "platform/BufferedInput.h"
 #include "platform/FileReader.h"
@@ -17,8 +16,7 @@ namespace cabinet {
 class CabinetSession {
   public:
     /// Opens the cabinet at `path`. Returns null and sets `error` on failure.
-    static std::unique_ptr<CabinetSession> Open(const std::string& path, MszipBlockDecoder mszip,
-                                                base::SystemError& error);
+    static std::unique_ptr<CabinetSession> Open(const std::string& path, base::SystemError& error);
 
     const std::string& Path() const { return path_; }
 
@@ -37,7 +35,7 @@ class CabinetSession {
     std::uint64_t lastUse = 0;
 
   private:
-    CabinetSession(std::string path, std::unique_ptr<platform::FileReader> file, MszipBlockDecoder mszip);
+    CabinetSession(std::string path, std::unique_ptr<platform::FileReader> file);
 
     FolderReader& Reader(std::uint16_t folder);
     void DropDecoders(const FolderReader& inUse);
@@ -45,7 +43,6 @@ class CabinetSession {
     std::string path_;
     std::unique_ptr<platform::FileReader> file_;
     platform::BufferedInput input_;
-    MszipBlockDecoder mszip_;
     CabinetDirectory directory_;
     SharedScratch scratch_;
     std::map<std::uint16_t, FolderReader> readers_;

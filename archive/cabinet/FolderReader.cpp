@@ -59,9 +59,8 @@ void FolderReader::Restart() {
     keepsAll_ = wasStarted_;
     wasStarted_ = true;
     kept_.clear(); // it would be decoded again anyway
-    if (source_.mszip && !libraryOnly_ && (folder_.method & kMethodMask) == kMszip)
-        decoder_ =
-            std::make_unique<MszipFolderDecoder>(source_.input, folder_, source_.dataReserve, source_.mszip);
+    if (!libraryOnly_ && (folder_.method & kMethodMask) == kMszip)
+        decoder_ = std::make_unique<MszipFolderDecoder>(source_.input, folder_, source_.dataReserve);
     else
         decoder_ = std::make_unique<MspackFolderDecoder>(source_.file, folder_, source_.dataReserve);
 }

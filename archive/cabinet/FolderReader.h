@@ -1,7 +1,6 @@
 #pragma once
 
 #include "archive/cabinet/CabinetDirectory.h"
-#include "archive/cabinet/CabinetIterator.h"
 #include "archive/cabinet/FolderDecoder.h"
 #include "platform/BufferedInput.h"
 #include "platform/ScratchFile.h"
@@ -19,12 +18,11 @@ struct SharedScratch {
     std::vector<std::uint8_t> buffer; ///< for what is read from it
 };
 
-/// Where the data of a cabinet comes from and how MSZIP is decoded.
+/// Where the data of a cabinet comes from, and where what is decoded may be kept.
 struct DataSource {
     platform::FileReader& file;
     platform::BufferedInput& input;
     std::size_t dataReserve;
-    MszipBlockDecoder mszip; ///< may be null
     SharedScratch& scratch;
 };
 

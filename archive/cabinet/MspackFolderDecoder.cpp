@@ -2,6 +2,7 @@
 
 #include "archive/cabinet/CabinetFormat.h"
 #include "archive/cabinet/MspackServices.h"
+#include "base/LittleEndian.h"
 #include "platform/BufferedInput.h"
 
 #include <algorithm>
@@ -21,19 +22,19 @@ std::vector<std::uint8_t> RecordsFor(const Folder& folder, std::size_t dataReser
     constexpr std::size_t kFilesAt = kHeaderSize + kReserveSizesSize + kFolderSize;
     std::vector<std::uint8_t> bytes(kFilesAt + kFileSize + kNameSize);
     const auto dataAt = static_cast<std::uint32_t>(bytes.size());
-    Store32(&bytes[0], kSignature);
-    Store32(&bytes[8], 0xFFFFFFFF);
-    Store32(&bytes[16], kFilesAt);
+    base::StoreLittle32(&bytes[0], kSignature);
+    base::StoreLittle32(&bytes[8], 0xFFFFFFFF);
+    base::StoreLittle32(&bytes[16], kFilesAt);
     bytes[24] = 3;
     bytes[25] = 1;
-    Store16(&bytes[26], 1);
-    Store16(&bytes[28], 1);
-    Store16(&bytes[30], kHasReserve);
+    base::StoreLittle16(&bytes[26], 1);
+    base::StoreLittle16(&bytes[28], 1);
+    base::StoreLittle16(&bytes[30], kHasReserve);
     bytes[kHeaderSize + 3] = static_cast<std::uint8_t>(dataReserve);
     std::uint8_t* record = &bytes[kHeaderSize + kReserveSizesSize];
-    Store32(record, dataAt);
-    Store16(record + 4, folder.blockCount);
-    Store16(record + 6, folder.method);
+    base::StoreLittle32(record, dataAt);
+    base::StoreLittle16(record + 4, folder.blockCount);
+    base::StoreLittle16(record + 6, folder.method);
     bytes[kFilesAt + kFileSize] = '-';
     return bytes;
 }

@@ -1,5 +1,8 @@
 #include "archive/cabinet/MszipFolderDecoder.h"
 
+#include "archive/codec/MszipBlock.h"
+#include "base/LittleEndian.h"
+
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -14,9 +17,8 @@ constexpr std::size_t kMarkSize = 2;     // "CK"
 } // namespace
 
 MszipFolderDecoder::MszipFolderDecoder(platform::BufferedInput& input, const Folder& folder,
-                                       std::size_t dataReserve, MszipBlockDecoder decodeBlock)
-    : input_(input), decodeBlock_(decodeBlock), dataReserve_(dataReserve), nextBlock_(folder.dataOffset),
-      blocksLeft_(folder.blockCount),
+                                       std::size_t dataReserve)
+    : input_(input), dataReserve_(dataReserve), nextBlock_(folder.dataOffset), blocksLeft_(folder.blockCount),
       window_((1 + std::min<std::size_t>(folder.blockCount, kBlocksAtOnce)) * kBlockSize + kSpare) {}
 
 base::SystemError MszipFolderDecoder::Decode(std::uint64_t count, const ByteSink& sink) {
@@ -59,9 +61,9 @@ bool MszipFolderDecoder::DecodeBlock() {
     input_.Seek(nextBlock_);
     if (input_.Read(header))
         return false;
-    const std::uint32_t checksum = Load32(&header[0]);
-    const std::size_t storedSize = Load16(&header[4]);
-    const std::size_t size = Load16(&header[6]);
+    const std::uint32_t checksum = base::LoadLittle32(&header[0]);
+    const std::size_t storedSize = base::LoadLittle16(&header[4]);
+    const std::size_t size = base::LoadLittle16(&header[6]);
     if (storedSize < kMarkSize || storedSize > stored.size() || size == 0 || size > kBlockSize)
         return false;
     input_.Seek(input_.Position() + dataReserve_);
@@ -69,7 +71,7 @@ bool MszipFolderDecoder::DecodeBlock() {
     if (input_.Read(data) || data[0] != 'C' || data[1] != 'K' ||
         (checksum != 0 && checksum != BlockChecksum(data, &header[4])))
         return false;
-    if (!decodeBlock_(data.subspan(kMarkSize), &window_[end_], history_, size, kSpare))
+    if (!codec::DecodeMszipBlock(data.subspan(kMarkSize), &window_[end_], history_, size, kSpare))
         return false;
     end_ += size;
     history_ = std::min(kBlockSize, history_ + size);

@@ -2,7 +2,6 @@
 
 #include "archive/cabinet/CabinetDirectory.h"
 #include "archive/cabinet/CabinetFormat.h"
-#include "archive/cabinet/CabinetIterator.h"
 #include "archive/cabinet/FolderDecoder.h"
 #include "platform/BufferedInput.h"
 
@@ -10,14 +9,13 @@
 
 namespace cabinet {
 
-/// Decodes an MSZIP folder, block by block, with a given decoder of Deflate streams. It takes sound blocks
+/// Decodes an MSZIP folder, block by block, with the program's own Deflate decoder. It takes sound blocks
 /// only: at the first that is anything else it fails, with Position() at the block's start, and another
 /// decoder is to say what the block is.
 class MszipFolderDecoder final : public FolderDecoder {
   public:
     /// `input` is shared with other decoders of the cabinet and outlives this one.
-    MszipFolderDecoder(platform::BufferedInput& input, const Folder& folder, std::size_t dataReserve,
-                       MszipBlockDecoder decodeBlock);
+    MszipFolderDecoder(platform::BufferedInput& input, const Folder& folder, std::size_t dataReserve);
 
     base::SystemError Decode(std::uint64_t count, const ByteSink& sink) override;
 
@@ -31,7 +29,6 @@ class MszipFolderDecoder final : public FolderDecoder {
     bool DecodeBlock();
 
     platform::BufferedInput& input_;
-    MszipBlockDecoder decodeBlock_;
     std::size_t dataReserve_;
     std::uint64_t nextBlock_; // where it is stored
     std::uint32_t blocksLeft_;

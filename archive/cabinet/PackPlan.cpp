@@ -1,6 +1,7 @@
 #include "archive/cabinet/PackPlan.h"
 
 #include "archive/cabinet/CabinetFormat.h"
+#include "base/LittleEndian.h"
 #include "platform/Files.h"
 
 #include <algorithm>
@@ -23,12 +24,12 @@ bool IsAscii(std::string_view text) {
 
 void Append16(std::vector<std::uint8_t>& bytes, std::uint16_t value) {
     bytes.resize(bytes.size() + 2);
-    Store16(bytes.data() + bytes.size() - 2, value);
+    base::StoreLittle16(bytes.data() + bytes.size() - 2, value);
 }
 
 void Append32(std::vector<std::uint8_t>& bytes, std::uint32_t value) {
     bytes.resize(bytes.size() + 4);
-    Store32(bytes.data() + bytes.size() - 4, value);
+    base::StoreLittle32(bytes.data() + bytes.size() - 4, value);
 }
 
 void AppendHeader(std::vector<std::uint8_t>& bytes, const PackPlan& plan, std::uint32_t cabinetSize) {

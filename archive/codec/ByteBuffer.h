@@ -31,8 +31,6 @@ class ByteBuffer {
 
     std::size_t Size() const { return size_; }
 
-    bool Empty() const { return size_ == 0; }
-
     std::span<std::uint8_t> Span() { return {data_.get(), size_}; }
 
     std::span<const std::uint8_t> Span() const { return {data_.get(), size_}; }

@@ -2,6 +2,7 @@
 
 #include "archive/codec/CpuTarget.h"
 #include "archive/codec/Crc32Clmul.h"
+#include "base/LittleEndian.h"
 
 namespace codec {
 
@@ -22,11 +23,6 @@ constexpr SliceTables MakeSliceTables() {
 }
 
 constexpr SliceTables kSliceTables = MakeSliceTables();
-
-std::uint32_t LoadLittle32(const std::uint8_t* bytes) {
-    return static_cast<std::uint32_t>(bytes[0]) | static_cast<std::uint32_t>(bytes[1]) << 8 |
-           static_cast<std::uint32_t>(bytes[2]) << 16 | static_cast<std::uint32_t>(bytes[3]) << 24;
-}
 
 constexpr Crc32Kernel kPortable{"portable", UpdateCrc32Portable};
 
@@ -50,8 +46,8 @@ std::vector<const Crc32Kernel*> FindKernels() {
 
 std::uint32_t UpdateCrc32Portable(std::uint32_t crc, const std::uint8_t* data, std::size_t size) {
     for (; size >= kSlices; data += kSlices, size -= kSlices) {
-        const std::uint32_t low = LoadLittle32(data) ^ crc;
-        const std::uint32_t high = LoadLittle32(data + 4);
+        const std::uint32_t low = base::LoadLittle32(data) ^ crc;
+        const std::uint32_t high = base::LoadLittle32(data + 4);
         crc = kSliceTables[7][low & 0xFF] ^ kSliceTables[6][(low >> 8) & 0xFF] ^
               kSliceTables[5][(low >> 16) & 0xFF] ^ kSliceTables[4][low >> 24] ^
               kSliceTables[3][high & 0xFF] ^ kSliceTables[2][(high >> 8) & 0xFF] ^

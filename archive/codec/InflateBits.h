@@ -1,26 +1,12 @@
 #pragma once
 
-#include <bit>
+#include "base/LittleEndian.h"
+
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <span>
 
 namespace codec {
-
-/// Eight bytes as one little-endian number.
-inline std::uint64_t LoadLittle64(const std::uint8_t* bytes) {
-    if constexpr (std::endian::native == std::endian::little) {
-        std::uint64_t value;
-        std::memcpy(&value, bytes, sizeof value);
-        return value;
-    } else {
-        std::uint64_t value = 0;
-        for (unsigned i = 0; i < 8; i++)
-            value |= static_cast<std::uint64_t>(bytes[i]) << (8 * i);
-        return value;
-    }
-}
 
 /// Bits of a byte array, lowest bit of each byte first. Past the end of the array they read as 0.
 ///
@@ -41,7 +27,7 @@ struct InflateBits {
     /// Makes at least 56 bits valid.
     void Refill() {
         if (end - next >= 8) {
-            buffer |= LoadLittle64(next) << count;
+            buffer |= base::LoadLittle64(next) << count;
             next += (63 - count) >> 3;
             count |= 56;
             return;

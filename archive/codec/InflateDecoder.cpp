@@ -2,6 +2,7 @@
 
 #include "archive/codec/InflateSymbol.h"
 #include "archive/codec/MatchCopy.h"
+#include "base/LittleEndian.h"
 
 #include <algorithm>
 
@@ -22,10 +23,6 @@ constexpr std::size_t kWorthPairs = 256;
 
 constexpr std::int16_t kDamaged = -1;
 constexpr std::int16_t kBadStoredLength = -2;
-
-std::size_t LoadLittle16(const std::uint8_t* bytes) {
-    return static_cast<std::size_t>(bytes[0] | bytes[1] << 8);
-}
 
 } // namespace
 
@@ -76,8 +73,8 @@ InflateDecoder::Outcome InflateDecoder::CopyStored() {
         status_ = kDamaged;
         return Outcome::kStop;
     }
-    const std::size_t length = LoadLittle16(bits_.begin + position);
-    const std::size_t complement = LoadLittle16(bits_.begin + position + 2);
+    const std::size_t length = base::LoadLittle16(bits_.begin + position);
+    const std::size_t complement = base::LoadLittle16(bits_.begin + position + 2);
     position += 4;
     if ((length ^ complement) != 0xFFFF)
         status_ = kBadStoredLength;

@@ -2,6 +2,7 @@
 
 #include "archive/codec/InflateKernels.h"
 #include "archive/codec/MatchCopy.h"
+#include "base/LittleEndian.h"
 
 #include <cstring>
 
@@ -64,7 +65,7 @@ class InflateFastLoop {
 
     /// The stream at the bit position: at least 57 bits.
     [[gnu::always_inline]] std::uint64_t Load() const {
-        return LoadLittle64(in_ + (position_ >> 3)) >> (position_ & 7);
+        return base::LoadLittle64(in_ + (position_ >> 3)) >> (position_ & 7);
     }
 
     [[gnu::always_inline]] void Aim() {

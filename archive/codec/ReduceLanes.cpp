@@ -1,5 +1,7 @@
 #include "archive/codec/ReduceLanes.h"
 
+#include "base/LittleEndian.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -39,7 +41,7 @@ ReduceLanes::ReduceLanes(std::span<const std::uint8_t> input, const FollowerTabl
 
 /// The stream at a position: at least 57 bits.
 std::uint64_t ReduceLanes::Load(std::uint64_t position) const {
-    return LoadLittle64(in_ + (position >> 3)) >> (position & 7);
+    return base::LoadLittle64(in_ + (position >> 3)) >> (position & 7);
 }
 
 void ReduceLanes::Decode(ReducePlace& place, ReduceOutput& output) {

@@ -2,6 +2,7 @@
 
 #include "archive/codec/InflateBits.h"
 #include "archive/codec/MatchCopy.h"
+#include "base/LittleEndian.h"
 
 #include <algorithm>
 #include <bit>
@@ -82,7 +83,7 @@ std::size_t ReduceOutput::PutFast(std::span<const std::uint8_t> values) {
     std::uint8_t* out = room_.data() + at_;
     const std::uint8_t* const lastOut = room_.data() + room_.size() - kFastSpace;
     while (next <= lastNext && out <= lastOut) {
-        const unsigned plain = BytesBeforeEscape(LoadLittle64(next));
+        const unsigned plain = BytesBeforeEscape(base::LoadLittle64(next));
         std::memcpy(out, next, 8);
         out += plain;
         next += plain;

@@ -4,7 +4,7 @@
 
 namespace output {
 
-/// Told of the progress of an extraction. The ZIP dialog stands behind it.
+/// Is told of the progress of an extraction, by the thread that runs it. The ZIP dialog is one.
 class ExtractionObserver {
   public:
     virtual ~ExtractionObserver() = default;
@@ -17,11 +17,5 @@ class ExtractionObserver {
     /// So many bytes of a large entry, the one in hand, have been written, of so many.
     virtual void EntryProgress(std::uint64_t, std::uint64_t) {}
 };
-
-/// The observer in use, or null.
-ExtractionObserver* Observer();
-
-/// Puts another observer (or none) in place and returns the one before. The caller keeps ownership.
-ExtractionObserver* SetObserver(ExtractionObserver* observer);
 
 } // namespace output

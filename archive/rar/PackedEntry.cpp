@@ -1,7 +1,6 @@
 #include "archive/rar/PackedEntry.h"
 
 #include <numeric>
-#include <zlib.h>
 
 namespace rar {
 
@@ -15,13 +14,13 @@ int CheckedOutput::Put(Bytes bytes) {
         return kRarBadData;
     done_ += bytes.size();
     if (entry_.packing.crc)
-        crc_ = static_cast<std::uint32_t>(::crc32_z(crc_, bytes.data(), bytes.size()));
+        crc_.CalcCRC32Block(bytes);
     return sink_(bytes);
 }
 
 int CheckedOutput::Finish() const {
-    const bool isWhole = done_ == entry_.size && crc_ == entry_.packing.crc.value_or(crc_);
-    return isWhole ? kRarSuccess : kRarBadData;
+    const bool isSound = !entry_.packing.crc || crc_.CRC32() == *entry_.packing.crc;
+    return done_ == entry_.size && isSound ? kRarSuccess : kRarBadData;
 }
 
 } // namespace rar

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "archive/codec/Crc32.h"
 #include "archive/rar/RarBlock.h"
 #include "archive/rar/RarLibrary.h"
 
@@ -44,7 +45,7 @@ class CheckedOutput {
     const PackedEntry& entry_;
     const Sink& sink_;
     std::uint64_t done_ = 0;
-    std::uint32_t crc_ = 0;
+    codec::Cls_CRC32 crc_;
 };
 
 } // namespace rar

@@ -1,10 +1,10 @@
+#include "archive/codec/Crc32.h"
 #include "archive/rar/RarBlock.h"
 #include "archive/rar/RarBytes.h"
 #include "archive/rar/RarName4.h"
 #include "platform/Times.h"
 
 #include <algorithm>
-#include <zlib.h>
 
 namespace rar {
 
@@ -50,7 +50,8 @@ constexpr std::uint32_t kDosFolder = 0x10;
 /// header and left it out of the sum.
 bool ChecksumFits(Bytes header, std::size_t summed) {
     const std::uint16_t stored = ByteTaker(header).Take16();
-    const auto sum = ::crc32_z(0, header.data() + 2, std::min(summed, header.size()) - 2);
+    const std::uint32_t sum =
+        codec::Cls_CRC32().CalcCRC32File(header.first(std::min(summed, header.size())).subspan(2));
     return static_cast<std::uint16_t>(sum) == stored;
 }
 

@@ -1,10 +1,10 @@
+#include "archive/codec/Crc32.h"
 #include "archive/rar/RarBlock.h"
 #include "archive/rar/RarBytes.h"
 #include "archive/rar/RarName4.h"
 #include "base/Utf8.h"
 
 #include <algorithm>
-#include <zlib.h>
 
 namespace rar {
 
@@ -145,7 +145,7 @@ std::size_t HeaderLength5(Bytes start) {
 bool ParseBlock5(Bytes header, Block& block) {
     ByteTaker taker(header);
     const std::uint32_t sum = taker.Take32();
-    if (::crc32_z(0, taker.Rest().data(), taker.Rest().size()) != sum)
+    if (codec::Cls_CRC32().CalcCRC32File(taker.Rest()) != sum)
         return false;
     taker.TakeVariable(); // the length
     const std::uint64_t type = taker.TakeVariable();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/LittleEndian.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -28,13 +30,13 @@ class ByteTaker {
         return taken;
     }
 
-    std::uint8_t Take8() { return static_cast<std::uint8_t>(TakeNumber(1)); }
+    std::uint8_t Take8() { return TakeNumber<std::uint8_t>(); }
 
-    std::uint16_t Take16() { return static_cast<std::uint16_t>(TakeNumber(2)); }
+    std::uint16_t Take16() { return TakeNumber<std::uint16_t>(); }
 
-    std::uint32_t Take32() { return static_cast<std::uint32_t>(TakeNumber(4)); }
+    std::uint32_t Take32() { return TakeNumber<std::uint32_t>(); }
 
-    std::uint64_t Take64() { return TakeNumber(8); }
+    std::uint64_t Take64() { return TakeNumber<std::uint64_t>(); }
 
     /// A number of variable length, at most ten bytes.
     std::uint64_t TakeVariable() {
@@ -53,12 +55,10 @@ class ByteTaker {
     }
 
   private:
-    std::uint64_t TakeNumber(std::size_t size) {
-        const auto bytes = Take(size);
-        std::uint64_t value = 0;
-        for (std::size_t i = bytes.size(); i-- > 0;)
-            value = value << 8 | bytes[i];
-        return value;
+    template <typename Number>
+    Number TakeNumber() {
+        const auto bytes = Take(sizeof(Number));
+        return bytes.empty() ? Number{0} : base::LoadLittle<Number>(bytes.data());
     }
 
     std::span<const std::uint8_t> rest_;

@@ -1,6 +1,6 @@
 #include "archive/rar/RarHeaders.h"
 
-#include <zlib.h>
+#include "archive/codec/Crc32.h"
 
 namespace rar {
 
@@ -36,7 +36,7 @@ class HeaderWriter {
 };
 
 std::uint32_t Crc(Bytes bytes) {
-    return static_cast<std::uint32_t>(::crc32_z(0, bytes.data(), bytes.size()));
+    return codec::Cls_CRC32().CalcCRC32File(bytes);
 }
 
 /// A header of format 4 with its checksum in front.

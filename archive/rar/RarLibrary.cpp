@@ -19,10 +19,10 @@ std::unique_ptr<RarLibrary> Choose(const std::optional<std::string>& setting) {
     const std::string name = platform::SharedLibraryName("unrar");
     std::unique_ptr<RarLibrary> library;
     if (!setting)
-        library = rar::BindRarLibrary(platform::HostPathOf(platform::ProgramFolder() + '\\' + name));
+        library = BindRarLibrary(platform::HostPathOf(platform::ProgramFolder() + '\\' + name));
     if (!library && !(setting && setting->empty()))
-        library = rar::BindRarLibrary(setting.value_or(name));
-    return library ? std::move(library) : std::make_unique<rar::RarAdaptor>();
+        library = BindRarLibrary(setting.value_or(name));
+    return library ? std::move(library) : std::make_unique<RarAdaptor>();
 }
 
 } // namespace

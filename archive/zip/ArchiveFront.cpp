@@ -3,6 +3,7 @@
 #include "archive/zip/ArchiveState.h"
 #include "archive/zip/ZipArchive.h"
 #include "archive/zip/ZipRecords.h"
+#include "base/LittleEndian.h"
 #include "platform/FileReader.h"
 
 #include <array>
@@ -18,7 +19,8 @@ std::uint16_t FirstWord(const std::string& fileName) {
     base::SystemError error;
     const auto file = platform::FileReader::Open(fileName, error);
     std::array<std::uint8_t, 2> bytes{};
-    return file && file->ReadAt(0, bytes) == bytes.size() ? ReadWord(bytes.data()) : std::uint16_t{0};
+    return file && file->ReadAt(0, bytes) == bytes.size() ? base::LoadLittle16(bytes.data())
+                                                          : std::uint16_t{0};
 }
 
 } // namespace
@@ -50,8 +52,9 @@ const ArchiveReader* Cls_GetFileType::Reader() const {
     return State().ArchiveLoaded == 1 ? reader_ : nullptr;
 }
 
-std::int16_t Cls_GetFileType::UnPack(const EntrySelection& selection, const std::string& folder) {
-    return Reader() ? reader_->UnPack(selection, folder) : kStatusDone;
+std::int16_t Cls_GetFileType::UnPack(const EntrySelection& selection, const std::string& folder,
+                                     output::ExtractionObserver* observer) {
+    return Reader() ? reader_->UnPack(selection, folder, observer) : kStatusDone;
 }
 
 bool Cls_GetFileType::CanUnpack() const {

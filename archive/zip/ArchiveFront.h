@@ -17,8 +17,10 @@ class Cls_GetFileType {
     /// an empty name, -2 for anything that is not ZIP, else 0 whatever the reader did: look at FileCount too.
     std::int16_t Get_Contents(const std::string& fileName);
 
-    /// Extracts the selected entries into `folder`; 0 when nothing is loaded. See Cls_Zip::UnPack.
-    std::int16_t UnPack(const EntrySelection& selection, const std::string& folder);
+    /// Extracts the selected entries into `folder`; 0 when nothing is loaded. See Cls_Zip::UnPack. `observer`
+    /// may be null; the caller keeps it.
+    std::int16_t UnPack(const EntrySelection& selection, const std::string& folder,
+                        output::ExtractionObserver* observer = nullptr);
 
     std::int16_t Pack() { return 0; }
 

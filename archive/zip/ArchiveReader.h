@@ -1,5 +1,6 @@
 #pragma once
 
+#include "archive/output/ExtractionObserver.h"
 #include "platform/Times.h"
 
 #include <cstdint>
@@ -24,7 +25,8 @@ class ArchiveReader {
     virtual ~ArchiveReader() = default;
 
     virtual std::int16_t Get_Contents(const std::string& fileName) = 0;
-    virtual std::int16_t UnPack(const EntrySelection& selection, const std::string& folder) = 0;
+    virtual std::int16_t UnPack(const EntrySelection& selection, const std::string& folder,
+                                output::ExtractionObserver* observer) = 0;
     virtual std::int16_t Pack() = 0;
     virtual bool CanUnpack() const = 0;
     virtual std::int32_t FileCount() const = 0;

@@ -1,12 +1,10 @@
 #include "archive/zip/EntryPieces.h"
 
-#include "archive/output/ExtractionObserver.h"
-
 namespace zip {
 
 EntryPieces::EntryPieces(std::unique_ptr<platform::OutputFile> file, codec::Cls_CRC32& crc,
-                         std::size_t expected)
-    : file_(std::move(file)), crc_(crc), expected_(expected) {
+                         std::size_t expected, output::ExtractionObserver* observer)
+    : file_(std::move(file)), crc_(crc), expected_(expected), observer_(observer) {
     crc_.ResetCRC32();
 }
 
@@ -15,8 +13,8 @@ void EntryPieces::Take(std::span<const std::uint8_t> piece) {
     size_ += piece.size();
     if (!failed_ && file_->Write(piece))
         failed_ = true;
-    if (output::ExtractionObserver* observer = output::Observer())
-        observer->EntryProgress(size_, expected_);
+    if (observer_)
+        observer_->EntryProgress(size_, expected_);
 }
 
 bool EntryPieces::Commit(const std::optional<platform::FileTimes>& times) {

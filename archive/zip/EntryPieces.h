@@ -1,6 +1,7 @@
 #pragma once
 
 #include "archive/codec/Crc32.h"
+#include "archive/output/ExtractionObserver.h"
 #include "platform/OutputFolder.h"
 
 #include <cstddef>
@@ -15,9 +16,10 @@ namespace zip {
 /// the pieces are only counted and checked.
 class EntryPieces {
   public:
-    /// `crc` outlives this and is used by nothing else meanwhile. `expected` bytes are the whole entry, for
-    /// the observer.
-    EntryPieces(std::unique_ptr<platform::OutputFile> file, codec::Cls_CRC32& crc, std::size_t expected);
+    /// `crc` and `observer`, which may be null, outlive this; `crc` is used by nothing else meanwhile.
+    /// `expected` bytes are the whole entry, for the observer.
+    EntryPieces(std::unique_ptr<platform::OutputFile> file, codec::Cls_CRC32& crc, std::size_t expected,
+                output::ExtractionObserver* observer);
 
     void Take(std::span<const std::uint8_t> piece);
 
@@ -32,6 +34,7 @@ class EntryPieces {
     std::unique_ptr<platform::OutputFile> file_;
     codec::Cls_CRC32& crc_;
     std::size_t expected_;
+    output::ExtractionObserver* observer_;
     std::size_t size_ = 0;
     bool failed_ = false;
 };

@@ -29,7 +29,8 @@ std::int16_t Cls_Zip::Get_Contents(const std::string& fileName) {
     return kStatusDone;
 }
 
-std::int16_t Cls_Zip::UnPack(const EntrySelection& selection, const std::string& folder) {
+std::int16_t Cls_Zip::UnPack(const EntrySelection& selection, const std::string& folder,
+                             output::ExtractionObserver* observer) {
     const auto directory = directory_;
     const auto count = static_cast<std::size_t>(FileCount());
     if (count == 0 || selection.size() != count + 1 || !directory || directory->entries.size() != count)
@@ -42,7 +43,7 @@ std::int16_t Cls_Zip::UnPack(const EntrySelection& selection, const std::string&
     }
     const codec::ByteBuffer::ReuseScope reuse;
     State().UnpackBuffer.Clear();
-    return ZipExtraction(*file, directory->entries, folder).Run(selection);
+    return ZipExtraction(*file, directory->entries, folder, observer).Run(selection);
 }
 
 std::int32_t Cls_Zip::FileCount() const {

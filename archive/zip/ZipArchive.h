@@ -19,7 +19,8 @@ class Cls_Zip final : public ArchiveReader {
     /// when nothing is loaded, when `selection` does not have one position per entry besides its first, when
     /// the archive cannot be opened any more, or when the last entry that decided the status was of a refused
     /// method.
-    std::int16_t UnPack(const EntrySelection& selection, const std::string& folder) override;
+    std::int16_t UnPack(const EntrySelection& selection, const std::string& folder,
+                        output::ExtractionObserver* observer) override;
 
     std::int16_t Pack() override { return kStatusDone; }
 

@@ -3,7 +3,6 @@
 #include "app/Messages.h"
 #include "archive/codec/Inflate.h"
 #include "archive/codec/Reduce.h"
-#include "archive/output/ExtractionObserver.h"
 #include "archive/zip/ArchiveState.h"
 #include "archive/zip/EntryFile.h"
 #include "archive/zip/ZipRecords.h"
@@ -70,8 +69,8 @@ bool IsFolderEntry(const ArchiveEntry& entry) {
 }
 
 ZipExtraction::ZipExtraction(platform::FileReader& archive, const std::vector<ArchiveEntry>& entries,
-                             std::string folder)
-    : archive_(archive), entries_(entries), folder_(AsTarget(std::move(folder))),
+                             std::string folder, output::ExtractionObserver* observer)
+    : archive_(archive), entries_(entries), folder_(AsTarget(std::move(folder))), observer_(observer),
       folders_(folder_, &messages_) {}
 
 std::int16_t ZipExtraction::Run(const EntrySelection& selection) {
@@ -89,8 +88,7 @@ std::int16_t ZipExtraction::Run(const EntrySelection& selection) {
             Buffer().Clear();
             Report(kTextNotWritten);
         }
-        if (output::ExtractionObserver* observer = output::Observer();
-            observer && !observer->EntryDone(number, count)) {
+        if (observer_ && !observer_->EntryDone(number, count)) {
             Buffer().Clear();
             return kStatusRefused;
         }
@@ -217,7 +215,7 @@ bool ZipExtraction::CopyLarge(const ArchiveEntry& entry, const StoredBytes& stor
     auto file = BeginLarge(entry, stored.size);
     if (!file)
         return false;
-    EntryPieces pieces(std::move(file), crc_, stored.size);
+    EntryPieces pieces(std::move(file), crc_, stored.size, observer_);
     Buffer().Resize(kPiece);
     while (pieces.Size() < stored.size) {
         const std::size_t wanted = std::min(kPiece, stored.size - pieces.Size());
@@ -238,7 +236,7 @@ bool ZipExtraction::InflateLarge(const ArchiveEntry& entry) {
     auto file = BeginLarge(entry, size);
     if (!file)
         return false;
-    std::optional<EntryPieces> pieces(std::in_place, std::move(file), crc_, size);
+    std::optional<EntryPieces> pieces(std::in_place, std::move(file), crc_, size, observer_);
     if (codec::InflateInPieces(Buffer().Span(), entry.uncompressedSize - 1, entry.method == kDeflated64,
                                [&](std::span<const std::uint8_t> piece) { pieces->Take(piece); })) {
         WriteLarge(entry, *pieces);

@@ -2,6 +2,7 @@
 
 #include "archive/codec/Crc32.h"
 #include "archive/codec/TraditionalDecryption.h"
+#include "archive/output/ExtractionObserver.h"
 #include "archive/output/OpenFolders.h"
 #include "archive/output/RepeatedMessages.h"
 #include "archive/zip/ArchiveBytes.h"
@@ -24,9 +25,10 @@ bool IsFolderEntry(const ArchiveEntry& entry);
 /// written.
 class ZipExtraction {
   public:
-    /// `archive` and `entries` outlive the extraction. `folder` is the target.
-    ZipExtraction(platform::FileReader& archive, const std::vector<ArchiveEntry>& entries,
-                  std::string folder);
+    /// `archive`, `entries` and `observer`, which may be null, outlive the extraction. `folder` is the
+    /// target.
+    ZipExtraction(platform::FileReader& archive, const std::vector<ArchiveEntry>& entries, std::string folder,
+                  output::ExtractionObserver* observer);
 
     /// Extracts the entries whose position in `selection` is true; answers the status of UnPack.
     std::int16_t Run(const EntrySelection& selection);
@@ -55,6 +57,7 @@ class ZipExtraction {
     ArchiveBytes archive_;
     const std::vector<ArchiveEntry>& entries_;
     std::string folder_;
+    output::ExtractionObserver* observer_;
     output::RepeatedMessages messages_;
     output::OpenFolders folders_;
     codec::Cls_CRC32 crc_;

@@ -27,19 +27,6 @@ inline constexpr std::size_t kDescriptorSize = 16;
 inline constexpr std::size_t kCentralSize = 46;
 inline constexpr std::size_t kEndSize = 22;
 
-inline std::uint16_t ReadWord(const std::uint8_t* bytes) {
-    return static_cast<std::uint16_t>(bytes[0] | bytes[1] << 8);
-}
-
-inline std::uint32_t ReadDoubleWord(const std::uint8_t* bytes) {
-    return static_cast<std::uint32_t>(ReadWord(bytes)) | static_cast<std::uint32_t>(ReadWord(bytes + 2))
-                                                             << 16;
-}
-
-inline std::int32_t ReadSigned32(const std::uint8_t* bytes) {
-    return static_cast<std::int32_t>(ReadDoubleWord(bytes));
-}
-
 /// What is used of an end of central directory record (4.3.16).
 struct EndRecord {
     std::uint32_t signature = 0;

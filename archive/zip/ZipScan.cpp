@@ -2,6 +2,7 @@
 
 #include "archive/output/RepeatedMessages.h"
 #include "archive/zip/ZipRecords.h"
+#include "base/LittleEndian.h"
 
 namespace zip {
 
@@ -30,7 +31,7 @@ class Scan {
             const auto head = file_.View(offset_, kLocalSize);
             if (head.size() < kSignatureSize)
                 return std::nullopt;
-            switch (ReadDoubleWord(head.data())) {
+            switch (base::LoadLittle32(head.data())) {
             case kCentralSignature:
                 return ScannedDirectory{offset_, entries};
             case kLocalSignature: {
@@ -68,7 +69,7 @@ class Scan {
             const auto block = file_.View(offset_, kRubbishBlock);
             std::size_t at = 0;
             for (; block.size() - at >= kSignatureSize; at += kSignatureSize) {
-                const std::uint32_t word = ReadDoubleWord(block.data() + at);
+                const std::uint32_t word = base::LoadLittle32(block.data() + at);
                 if (word == kCentralSignature || word == kLocalSignature || word == kDescriptorSignature) {
                     offset_ += at;
                     return;

@@ -16,20 +16,6 @@ constexpr std::uint32_t kNumberedCaption = 308;
 constexpr char kEncryptedPrefix = '+';
 constexpr char kPlainPrefix = ' ';
 
-/// Puts an observer in place for as long as it lives.
-class Observing {
-  public:
-    explicit Observing(output::ExtractionObserver* observer) : before_(output::SetObserver(observer)) {}
-
-    ~Observing() { output::SetObserver(before_); }
-
-    Observing(const Observing&) = delete;
-    Observing& operator=(const Observing&) = delete;
-
-  private:
-    output::ExtractionObserver* before_;
-};
-
 } // namespace
 
 frmWinExtract::frmWinExtract(QWidget* parent)
@@ -76,8 +62,7 @@ ArchiveWindow::Outcome frmWinExtract::ExtractRows(Job& job) {
     for (std::size_t row = 0; row < job.wanted.size(); ++row)
         flags[static_cast<std::size_t>(entryOf(row))] = job.wanted[row];
     lastEntryDone_ = 0;
-    const Observing observing(this);
-    const std::int16_t status = front_.UnPack(flags, DestinationOf(Model().Row(0), job.folder));
+    const std::int16_t status = front_.UnPack(flags, DestinationOf(Model().Row(0), job.folder), this);
     for (std::size_t row = 0; row < job.wanted.size(); ++row)
         job.done[row] = job.wanted[row] && entryOf(row) <= lastEntryDone_;
     if (status == zip::kStatusDone)

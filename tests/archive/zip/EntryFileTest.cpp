@@ -120,11 +120,11 @@ TEST_F(DiskIOTest, AFullDiskLeavesNothingHalfWritten) {
 
 TEST_F(DiskIOTest, ATargetThatVanishesIsReported) {
     Load({StoredEntry("a", "x"), StoredEntry("b", "x")});
-    const CountingObserver observer([&](std::int32_t) {
+    CountingObserver observer([&](std::int32_t) {
         std::filesystem::remove_all(dir.Host("out"));
         return true;
     });
-    EXPECT_EQ(UnPackAll(), 0);
+    EXPECT_EQ(UnPackAll(&observer), 0);
     EXPECT_EQ(messages.Ids(), (Ids{560}));
     EXPECT_FALSE(std::filesystem::exists(dir.Host("out")));
 }

@@ -100,22 +100,23 @@ TEST_F(ZipExtractTest, AMissingTargetIsMadeAndMayLackItsLastSeparator) {
 TEST_F(ZipExtractTest, OnlySelectedEntriesAreWrittenAndAllCountForTheProgress) {
     CountingObserver observer;
     Load({StoredEntry("a", "1"), StoredEntry("b", "2"), StoredEntry("c/", ""), StoredEntry("d/e", "3")});
-    EXPECT_EQ(front.UnPack({true, false, true, true, false}, dir.MakeFolder("out")), 0);
+    EXPECT_EQ(front.UnPack({true, false, true, true, false}, dir.MakeFolder("out"), &observer), 0);
     EXPECT_EQ(Written(), (std::vector<std::string>{"b", "c/"}));
     EXPECT_EQ(observer.last, 4);
     EXPECT_EQ(observer.lastCount, 4);
     for (const std::size_t size : {0u, 1u, 4u, 6u})
-        EXPECT_EQ(front.UnPack(zip::EntrySelection(size, true), dir.Path("out")), zip::kStatusNothing);
+        EXPECT_EQ(front.UnPack(zip::EntrySelection(size, true), dir.Path("out"), &observer),
+                  zip::kStatusNothing);
     EXPECT_EQ(observer.last, 4);
 }
 
 TEST_F(ZipExtractTest, TheObserverEndsTheExtraction) {
     CountingObserver observer([](std::int32_t entry) { return entry != 2; });
     Load({StoredEntry("a", "1"), StoredEntry("b", "2"), StoredEntry("c", "3")});
-    EXPECT_EQ(UnPackAll(), zip::kStatusRefused);
+    EXPECT_EQ(UnPackAll(&observer), zip::kStatusRefused);
     EXPECT_EQ(Written(), (std::vector<std::string>{"a", "b"}));
     EXPECT_TRUE(messages.shown.empty());
-    EXPECT_TRUE(zip::State().UnpackBuffer.Empty());
+    EXPECT_EQ(zip::State().UnpackBuffer.Size(), 0u);
 }
 
 TEST_F(ZipExtractTest, DamagedEntriesAreReportedAndWritten) {
@@ -266,11 +267,11 @@ TEST_F(ZipExtractTest, AMissingOrWrongPasswordEndsTheExtraction) {
         CountingObserver observer;
         messages.shown.clear();
         messages.replies = {reply};
-        EXPECT_EQ(UnPackAll(), zip::kStatusRefused);
+        EXPECT_EQ(UnPackAll(&observer), zip::kStatusRefused);
         EXPECT_EQ(messages.Ids(), (Ids{555}));
         EXPECT_EQ(observer.last, 1);
         EXPECT_EQ(Written(), (std::vector<std::string>{"before"}));
-        EXPECT_TRUE(zip::State().UnpackBuffer.Empty());
+        EXPECT_EQ(zip::State().UnpackBuffer.Size(), 0u);
     }
     messages.replies = {"right"};
     EXPECT_EQ(UnPackAll(), 0);
