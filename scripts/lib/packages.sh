@@ -7,7 +7,7 @@
 # what draws the icons and sets the help documents. GoogleTest and the JSON library, since every configuration knows the
 # tests and the probe.
 PACKAGES_build=(g++ cmake ninja-build ccache binutils-mingw-w64-x86-64 librsvg2-bin qt6-base-dev python3
-    libmspack-dev libarchive-dev zlib1g-dev rapidjson-dev python3-reportlab fonts-dejavu-core libgtest-dev)
+    libmspack-dev libarchive-dev zlib1g-dev rapidjson-dev python3-pil python3-reportlab fonts-dejavu-core libgtest-dev)
 
 # Making archives, for tests and for the demo stick.
 PACKAGES_archivers=(zip unzip 7zip gcab cabextract libarchive-tools)
