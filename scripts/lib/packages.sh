@@ -4,9 +4,10 @@
 # shellcheck disable=SC2034  # the lists are read by the name of their purpose
 
 # The program: compiler, build tools, Qt with its X11 platform, the resource compiler of the text libraries, and
-# what draws the icons and sets the help documents. GoogleTest, since every configuration knows the tests.
+# what draws the icons and sets the help documents. GoogleTest and the JSON library, since every configuration knows the
+# tests and the probe.
 PACKAGES_build=(g++ cmake ninja-build ccache binutils-mingw-w64-x86-64 librsvg2-bin qt6-base-dev python3
-    libmspack-dev libarchive-dev zlib1g-dev python3-reportlab fonts-dejavu-core libgtest-dev)
+    libmspack-dev libarchive-dev zlib1g-dev rapidjson-dev python3-pil python3-reportlab fonts-dejavu-core libgtest-dev)
 
 # Making archives, for tests and for the demo stick.
 PACKAGES_archivers=(zip unzip 7zip gcab cabextract libarchive-tools)
@@ -17,7 +18,7 @@ PACKAGES_test=("${PACKAGES_build[@]}" "${PACKAGES_archivers[@]}" unar git clang 
 
 # Fuzzing alone.
 PACKAGES_fuzz=(cmake ninja-build ccache binutils-mingw-w64-x86-64 clang libclang-rt-14-dev llvm python3 zip 7zip
-    libmspack-dev libarchive-dev zlib1g-dev)
+    libmspack-dev libarchive-dev zlib1g-dev rapidjson-dev)
 
 # Our figures beside those of other unpackers, and of a file manager on a display of its own.
 PACKAGES_bench=("${PACKAGES_build[@]}" "${PACKAGES_archivers[@]}" libdeflate-dev pcmanfm xvfb openbox xdotool x11-utils
