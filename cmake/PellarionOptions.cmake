@@ -25,13 +25,27 @@ target_compile_options(
             $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 
 if(PELLARION_SANITIZE)
-  # For everything, so that the libraries of one program agree. Line numbers are all that a report needs.
-  if(NOT PELLARION_FUZZ)
-    set(CMAKE_CXX_FLAGS_RELWITHDEBINFO "-O1 -g1 -DNDEBUG")
+  # For everything, so that the libraries of one program agree. Line numbers are all that a report needs; assertions stay.
+  if(PELLARION_FUZZ)
+    set(CMAKE_CXX_FLAGS_RELWITHDEBINFO "-O2 -g")
+  else()
+    set(CMAKE_CXX_FLAGS_RELWITHDEBINFO "-O1 -g1")
   endif()
-  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
-  add_link_options(-fsanitize=address,undefined)
+  add_compile_options(-fsanitize=${PELLARION_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${PELLARION_SANITIZE})
+endif()
+if(PELLARION_SANITIZE STREQUAL "thread" AND EXISTS /proc/sys/vm/mmap_rnd_bits)
+  # Its programs do not start where the system places memory at more random addresses than this.
+  file(READ /proc/sys/vm/mmap_rnd_bits random_bits)
+  if(random_bits GREATER 28)
+    set(CMAKE_CROSSCOMPILING_EMULATOR setarch -R)
+  endif()
 endif()
 if(PELLARION_FUZZ)
   add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
+# The standard library checks its own pre-conditions wherever assert() does.
+if(PELLARION_SANITIZE OR CMAKE_BUILD_TYPE STREQUAL "Debug")
+  add_compile_definitions(_GLIBCXX_ASSERTIONS)
 endif()

@@ -54,6 +54,18 @@ timed() {
     return "$status"
 }
 
+# count_run TITLE LOG COMMAND...: a timed run whose report ends with that line: shown as it goes on, kept in LOG, counted.
+count_run() {
+    local title=$1 log=$2
+    shift 2
+    mkdir -p "${log%/*}"
+    : >"$log"
+    "$@" </dev/null >"$log" 2>&1 &
+    timed "$title" tail -n +1 -f --pid $! "$log"
+    wait $! || true
+    count_closing_line "$log" "$title" || count_failed "$title: no closing line"
+}
+
 # check TITLE COMMAND...: a timed step that counts as one passed or failed check. Its status is the check's.
 check() {
     if timed "$@"; then

@@ -74,19 +74,17 @@ new_wine() {
 
 # tour_under_wine [NAME...]: the tour of the Windows program, on a display of its own, each of its checks counted.
 tour_under_wine() {
-    local output=$ROOT/build/tour-windows log=$ROOT/build/tour-windows.log
-    mkdir -p "$output/home"
-    : >"$log"
     start_display 1280x900
-    (
-        export HOME=$output/home # nothing of the user's desktop leaks in
-        new_wine "$output/wine"
-        timeout 1500 "$PYTHON" tools/tour/windows_tour.py --program build/windows/program \
-            --icons build/windows/resources/icons --output "$output" "$@"
-        stop_wine
-    ) </dev/null >"$log" 2>&1 &
-    timed "The tour of the Windows program" tail -n +1 -f --pid $! "$log"
-    wait $! || true
+    count_run "The tour of the Windows program" "$ROOT/build/tour-windows.log" run_tour_under_wine "$@"
     stop_display
-    count_closing_line "$log" "tour under Wine" || count_failed "tour under Wine: no closing line"
 }
+
+run_tour_under_wine() (
+    output=$ROOT/build/tour-windows
+    mkdir -p "$output/home"
+    export HOME=$output/home # nothing of the user's desktop leaks in
+    new_wine "$output/wine"
+    timeout 1500 "$PYTHON" tools/tour/windows_tour.py --program build/windows/program \
+        --icons build/windows/resources/icons --output "$output" "$@"
+    stop_wine
+)

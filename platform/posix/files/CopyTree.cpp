@@ -182,9 +182,9 @@ class TreeCopy {
         const HostFile made(::open(to.host.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
         const auto after = StatusOf(to.host);
         const std::size_t opened = open_.size();
-        open_.push_back(Identity(status));
+        open_.emplace_back(status);
         if (after)
-            open_.push_back(Identity(*after));
+            open_.emplace_back(*after);
         CopyEntries(from, to);
         open_.erase(open_.begin() + static_cast<std::ptrdiff_t>(opened), open_.end());
         if (!before && made.IsOpen())
