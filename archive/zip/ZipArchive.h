@@ -14,11 +14,11 @@ class Cls_Zip final : public ArchiveReader {
     std::int16_t Get_Contents(const std::string& fileName) override;
 
     /// Extracts the selected entries of the loaded archive, which is read afresh, into `folder`. Faults of an
-    /// entry are shown (messages 556 to 560, and 541 and 542) and the next one goes on. Answers 0 when done;
-    /// -1 when the password is missing or wrong (message 555) or the observer stopped the extraction; -10
-    /// when nothing is loaded, when `selection` does not have one position per entry besides its first, when
-    /// the archive cannot be opened any more, or when the last entry that decided the status was of a refused
-    /// method.
+    /// entry are shown (IDS_DAMAGED_DATA, IDS_FOLDER_NOT_MADE, IDS_NO_LOCAL_HEADER and the four after it) and
+    /// the next one goes on. Answers 0 when done; -1 when the password is missing or wrong (message
+    /// IDS_WRONG_PASSWORD) or the observer stopped the extraction; -10 when nothing is loaded, when
+    /// `selection` does not have one position per entry besides its first, when the archive cannot be opened
+    /// any more, or when the last entry that decided the status was of a refused method.
     std::int16_t UnPack(const EntrySelection& selection, const std::string& folder) override;
 
     std::int16_t Pack() override { return kStatusDone; }
