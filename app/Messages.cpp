@@ -1,5 +1,6 @@
 #include "app/Messages.h"
 
+#include "app/TextIds.h"
 #include "app/Texts.h"
 #include "platform/Process.h"
 
@@ -9,7 +10,6 @@ namespace {
 
 constexpr unsigned kButtonsYesNo = 4;
 constexpr unsigned kButtonsMask = 0x0F;
-constexpr std::uint32_t kTitleErrors = 301;
 
 class SilentMessages final : public MessageDoor {
   public:
@@ -47,8 +47,10 @@ int ShowText(std::uint32_t id, std::uint32_t titleId, unsigned flags) {
 }
 
 void ShowError(const std::string& description) {
-    Messages().Show(
-        {.id = 0, .text = "Error: " + description, .flags = kMessageError, .title = LoadText(kTitleErrors)});
+    Messages().Show({.id = 0,
+                     .text = "Error: " + description,
+                     .flags = kMessageError,
+                     .title = LoadText(IDS_ERROR_TITLE)});
 }
 
 void ShowErrorUnderProgramTitle(const std::string& description) {

@@ -58,7 +58,7 @@ std::string ProgramTitle();
 /// title when that is 0. Answers the button pressed.
 int ShowText(std::uint32_t id, std::uint32_t titleId, unsigned flags);
 
-/// Shows "Error: " and a description under the title text 301.
+/// Shows "Error: " and a description under the title IDS_ERROR_TITLE.
 void ShowError(const std::string& description);
 
 /// The same under the program's title: for what fails before the texts are there, or while they go.

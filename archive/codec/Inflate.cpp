@@ -1,6 +1,7 @@
 #include "archive/codec/Inflate.h"
 
 #include "app/Messages.h"
+#include "app/TextIds.h"
 #include "archive/codec/InflateDecoder.h"
 
 #include <algorithm>
@@ -10,9 +11,6 @@
 namespace codec {
 
 namespace {
-
-constexpr std::uint32_t kDamagedDataText = 541;
-constexpr std::uint32_t kWarningTitle = 300;
 
 /// The most that one input byte can yield, rounded up. The densest Deflate match takes two bits (a length
 /// code and a distance code of one bit each) for 258 bytes; Deflate64's longest takes 18 for 65538.
@@ -101,7 +99,7 @@ InflateResult Run(std::span<const std::uint8_t> data, InflateOutput& output, std
     static const InflateKernel& kernel = *InflateKernels().back();
     const InflateResult result = InflateDecoder(data, output, limit, deflate64, kernel).Decode();
     if (result.badTable)
-        app::ShowText(kDamagedDataText, kWarningTitle, app::kMessageWarning);
+        app::ShowText(IDS_DAMAGED_DATA, IDS_WARNING_TITLE, app::kMessageWarning);
     return result;
 }
 

@@ -21,7 +21,7 @@ namespace codec {
 /// fit or reaches before the start: what came before it is kept, of itself nothing is copied; -2 when a
 /// stored block's length check failed (decoding goes on). A stored block whose length fields are the last
 /// bytes of the input answers -1, too, though it is empty and nothing is lost. After a table error message
-/// 541 is shown, the status so far is returned and `data` still holds the compressed bytes.
+/// IDS_DAMAGED_DATA is shown, the status so far is returned and `data` still holds the compressed bytes.
 ///
 /// A stream that runs off its input goes on with bits of 0 until it ends by itself, or is full: at the
 /// recorded size, or at the most that so many input bytes can yield, but not below one megabyte.
@@ -31,8 +31,8 @@ std::int16_t Inflate(ByteBuffer& data, std::int32_t lastIndex, bool deflate64);
 using PieceSink = std::function<void(std::span<const std::uint8_t>)>;
 
 /// Decodes as Inflate does, for large entries: the decoded bytes are handed to `sink` in pieces of about a
-/// megabyte instead of being kept. False after a table error: message 541 was shown, and what the sink got is
-/// not to be used.
+/// megabyte instead of being kept. False after a table error: message IDS_DAMAGED_DATA was shown, and what
+/// the sink got is not to be used.
 bool InflateInPieces(std::span<const std::uint8_t> data, std::int32_t lastIndex, bool deflate64,
                      const PieceSink& sink);
 

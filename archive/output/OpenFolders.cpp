@@ -1,5 +1,6 @@
 #include "archive/output/OpenFolders.h"
 
+#include "app/TextIds.h"
 #include "base/Letters.h"
 
 #include <iterator>
@@ -8,8 +9,6 @@ namespace output {
 
 namespace {
 
-constexpr std::uint32_t kTextNoFolder = 542;
-constexpr std::uint32_t kTitleNoFolder = 305;
 constexpr std::string_view kSeparators = "\\/";
 constexpr std::size_t kRootLength = 3; // of "C:\"
 
@@ -31,7 +30,7 @@ bool HasDrive(std::string_view path) {
 platform::OutputFolder* OpenFolders::CreateFolderPath(std::string_view path, std::string_view madeAs) {
     platform::OutputFolder* folder = Open(path, madeAs);
     if (!folder && messages_)
-        messages_->Report(kTextNoFolder, kTitleNoFolder, path);
+        messages_->Report(IDS_FOLDER_NOT_MADE, IDS_FOLDER_NOT_MADE_TITLE, path);
     return folder;
 }
 

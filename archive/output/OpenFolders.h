@@ -31,7 +31,7 @@ class OpenFolders {
     /// Opens the folder at `path`, which is the target or lies below it and ends in a separator, with all
     /// missing parents. What exists is found exactly, then without regard to letter case; what does not is
     /// made with its name in `madeAs`, the same path in the letter case for new folders. Links below the
-    /// target are not followed. Null after a failure; message 542 (title 305) was reported then.
+    /// target are not followed. Null after a failure; message IDS_FOLDER_NOT_MADE was reported then.
     platform::OutputFolder* CreateFolderPath(std::string_view path, std::string_view madeAs);
 
   private:

@@ -1,6 +1,7 @@
 #include "archive/output/RepeatedMessages.h"
 
 #include "app/Messages.h"
+#include "app/TextIds.h"
 #include "app/Texts.h"
 #include "base/Letters.h"
 
@@ -11,7 +12,6 @@ namespace output {
 
 namespace {
 
-constexpr std::uint32_t kTextAndMore = 601; // "%n" stands for the count
 constexpr std::uint64_t kPlainReports = 2;
 
 /// The end of an entry's name, short enough for a message box.
@@ -34,7 +34,7 @@ app::Message StopMessage(std::uint32_t id, std::uint32_t titleId, std::string_vi
 }
 
 std::string AndMore(std::uint64_t count) {
-    std::string text = app::WithUserName(app::LoadText(kTextAndMore));
+    std::string text = app::WithUserName(app::LoadText(IDS_AND_MORE));
     if (const auto at = text.find("%n"); at != std::string::npos)
         text.replace(at, 2, std::to_string(count));
     return text;

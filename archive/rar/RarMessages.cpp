@@ -1,6 +1,7 @@
 #include "archive/rar/RarMessages.h"
 
 #include "app/Messages.h"
+#include "app/TextIds.h"
 #include "app/Texts.h"
 
 #include <array>
@@ -9,21 +10,19 @@ namespace rar {
 
 namespace {
 
-constexpr std::uint32_t kTitleErrors = 301;
-constexpr std::uint32_t kTitleWarnings = 300;
-
-constexpr std::uint32_t kTextArchiveGone = 528;
-
-/// Texts of the codes kRarNoMemory to kRarBufferTooSmall.
-constexpr std::uint32_t kFirstFailureText = 518 + kRarNoMemory;
+// The texts of the codes kRarNoMemory to kRarBufferTooSmall are numbered as the codes are.
+static_assert(IDS_RAR_BUFFER_TOO_SMALL - IDS_RAR_NO_MEMORY == kRarBufferTooSmall - kRarNoMemory);
 
 /// Texts of a skip that fails, for the codes kRarBadData to kRarWriteError.
-constexpr std::array<std::uint32_t, 8> kSkipTexts{553, 547, 546, 549, 548, 550, 551, 552};
+constexpr std::array<std::uint32_t, 8> kSkipTexts{IDS_RAR_STOP_BAD_DATA,       IDS_RAR_STOP_NOT_RAR,
+                                                  IDS_RAR_STOP_UNKNOWN_FORMAT, IDS_RAR_STOP_CANNOT_OPEN,
+                                                  IDS_RAR_STOP_CANNOT_CREATE,  IDS_RAR_STOP_CANNOT_CLOSE,
+                                                  IDS_RAR_STOP_READ_ERROR,     IDS_RAR_STOP_WRITE_ERROR};
 
 /// Always true, for the callers' sake.
 bool ShowPlainStop(const std::string& text) {
     app::Messages().Show(
-        {.id = 0, .text = text, .flags = app::kMessageError, .title = app::LoadText(kTitleErrors)});
+        {.id = 0, .text = text, .flags = app::kMessageError, .title = app::LoadText(IDS_ERROR_TITLE)});
     return true;
 }
 
@@ -52,7 +51,7 @@ bool ShowSkipStop(int code) {
     if (!Between(code, kRarBadData, kRarWriteError))
         return false;
     const auto place = static_cast<std::size_t>(code - kRarBadData);
-    app::ShowText(kSkipTexts.at(place), kTitleErrors, app::kMessageError);
+    app::ShowText(kSkipTexts.at(place), IDS_ERROR_TITLE, app::kMessageError);
     return true;
 }
 
@@ -61,7 +60,7 @@ bool ShowHeaderStop(int code) {
 }
 
 void ShowArchiveGone(const std::string& archive) {
-    output::RepeatedMessages().Report(kTextArchiveGone, kTitleWarnings, {}, "\n" + archive);
+    output::RepeatedMessages().Report(IDS_RAR_ARCHIVE_GONE, IDS_WARNING_TITLE, {}, "\n" + archive);
 }
 
 bool ReportRarResult(output::RepeatedMessages& messages, int code, const RARHeaderData& header) {
@@ -72,8 +71,9 @@ bool ReportRarResult(output::RepeatedMessages& messages, int code, const RARHead
         suffix = "\n" + header.ArcName;
     else if (Between(code, kRarCannotCreate, kRarWriteError))
         suffix = "\n" + header.FileName;
-    const auto text = kFirstFailureText + static_cast<std::uint32_t>(code - kRarNoMemory);
-    messages.Report(text, kTitleWarnings, header.FileName.empty() ? header.ArcName : header.FileName, suffix);
+    const auto text = static_cast<std::uint32_t>(IDS_RAR_NO_MEMORY + (code - kRarNoMemory));
+    messages.Report(text, IDS_WARNING_TITLE, header.FileName.empty() ? header.ArcName : header.FileName,
+                    suffix);
     return code == kRarCannotCreate || code == kRarWriteError || code == kRarBufferTooSmall;
 }
 

@@ -78,12 +78,12 @@ const std::string& RarEntryNames();
 const platform::SystemTime& RarArchiveTime();
 const std::string& RarArchiveTimeText();
 
-/// Lists an archive. A failure shows its stop message (title text 301).
+/// Lists an archive. A failure shows its stop message (title IDS_ERROR_TITLE).
 RarListing ListRarArchive(const std::string& path, const std::string& password, RarListObserver& observer);
 
 /// Tests, then extracts the wanted entries of an archive into `destination`, which ends in a backslash, with
-/// the folders that are stored in the archive; failures show their messages (title text 300). Each pass
-/// unpacks each wanted entry once. Nothing else in the destination is touched, and nothing outside it;
+/// the folders that are stored in the archive; failures show their messages (title IDS_WARNING_TITLE). Each
+/// pass unpacks each wanted entry once. Nothing else in the destination is touched, and nothing outside it;
 /// entries that would leave it and links are answered as files that cannot be created.
 RarOutcome ExtractRarArchive(const std::string& destination, const std::string& path,
                              const std::string& password, RarExtractionObserver& observer,
@@ -94,8 +94,8 @@ RarOutcome ExtractRarArchive(const std::string& destination, const std::string& 
 bool CompareRarArchive(const std::string& destination, const std::string& path, const std::string& password,
                        RarExtractionObserver& observer, const RarFilter& filter = {});
 
-/// Shows the message for a failure code of the library (title text 300), with names from the header record
-/// where it names them. Answers whether to go on.
+/// Shows the message for a failure code of the library (title IDS_WARNING_TITLE), with names from the header
+/// record where it names them. Answers whether to go on.
 bool CheckRarResult(int code, const RARHeaderData& header);
 
 } // namespace rar

@@ -35,7 +35,7 @@ bool SetEntryTimesFromDos(platform::FileTimes& times, std::uint16_t date, std::u
 std::string JoinEntryPath(std::string& folder, std::string_view name);
 
 /// Makes the folder entry `name`, which must be safe (OutputPathRule.h), in the target `folder`, with its
-/// parents, all in their own letter case. False after a failure; message 542 was shown then.
+/// parents, all in their own letter case. False after a failure; message IDS_FOLDER_NOT_MADE was shown then.
 bool CreateEntryFolder(output::OpenFolders& folders, std::string_view name, std::string& folder);
 
 /// Writes the bytes of one entry as the file `name`, which must be safe (OutputPathRule.h), in the target

@@ -20,8 +20,8 @@ struct ZipDirectory {
 /// Reads the central directory of an archive: where the end record at the very end of the file says, or, when
 /// there is none or its count is negative, where a scan finds it. As many entries are read as the end record
 /// (the scan) counted; a header that the file cuts off, or one of the records that can only follow the
-/// directory in its place, ends the reading early. Null when no directory was located; message 554 was shown
-/// then.
+/// directory in its place, ends the reading early. Null when no directory was located; message
+/// IDS_UNKNOWN_RECORD was shown then.
 std::shared_ptr<const ZipDirectory> ReadZipDirectory(platform::FileReader& file);
 
 } // namespace zip

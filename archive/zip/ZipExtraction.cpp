@@ -1,6 +1,7 @@
 #include "archive/zip/ZipExtraction.h"
 
 #include "app/Messages.h"
+#include "app/TextIds.h"
 #include "archive/codec/Inflate.h"
 #include "archive/codec/Reduce.h"
 #include "archive/zip/ArchiveState.h"
@@ -14,14 +15,6 @@
 namespace zip {
 
 namespace {
-
-constexpr std::uint32_t kTextPassword = 555;
-constexpr std::uint32_t kTextNoLocalHeader = 556;
-constexpr std::uint32_t kTextCrc = 557;
-constexpr std::uint32_t kTextNoData = 558;
-constexpr std::uint32_t kTextSize = 559;
-constexpr std::uint32_t kTextNotWritten = 560;
-constexpr std::uint32_t kTitleWarning = 300;
 
 constexpr std::size_t kEncryptionHeader = 12;
 
@@ -81,12 +74,12 @@ std::int16_t ZipExtraction::Run(const EntrySelection& selection) {
         try {
             if (selection[position] && !ExtractEntry(entries_[position - 1])) {
                 status_ = kStatusRefused;
-                app::ShowText(kTextPassword, kTitleWarning, app::kMessageError);
+                app::ShowText(IDS_WRONG_PASSWORD, IDS_WARNING_TITLE, app::kMessageError);
                 break;
             }
         } catch (const std::bad_alloc&) {
             Buffer().Clear();
-            Report(kTextNotWritten);
+            Report(IDS_NOT_WRITTEN);
         }
         if (observer_ && !observer_->EntryDone(number, count)) {
             Buffer().Clear();
@@ -106,7 +99,7 @@ bool ZipExtraction::ExtractEntry(const ArchiveEntry& entry) {
     }
     const auto stored = FindStored(entry);
     if (!stored) {
-        Report(kTextNoLocalHeader);
+        Report(IDS_NO_LOCAL_HEADER);
         return true;
     }
     if (CopyLarge(entry, *stored))
@@ -128,7 +121,7 @@ void ZipExtraction::CreateFolder(const ArchiveEntry& entry) {
     if (base::StaysInTarget(entry.fileName))
         CreateEntryFolder(folders_, entry.fileName, folder_);
     else
-        Report(kTextNotWritten);
+        Report(IDS_NOT_WRITTEN);
 }
 
 /// Finds the stored bytes behind the local header. Nothing when there is no local header at the recorded
@@ -182,11 +175,11 @@ void ZipExtraction::Decode(const ArchiveEntry& entry) {
 /// Reports what the decoded bytes should have been and are not.
 void ZipExtraction::Check(const ArchiveEntry& entry, std::size_t size, std::uint32_t crc) {
     if (size == 0 && entry.crc != 0)
-        Report(kTextNoData);
+        Report(IDS_NO_DATA);
     if (size != 0 && crc != entry.crc)
-        Report(kTextCrc);
+        Report(IDS_WRONG_CHECKSUM);
     if (entry.uncompressedSize < 0 || size != static_cast<std::size_t>(entry.uncompressedSize))
-        Report(kTextSize);
+        Report(IDS_WRONG_SIZE);
 }
 
 /// Checks the decoded bytes and writes them whatever the checks say.
@@ -195,7 +188,7 @@ void ZipExtraction::WriteEntry(const ArchiveEntry& entry) {
     Check(entry, bytes.size(), crc_.CalcCRC32File(bytes));
     if (!base::StaysInTarget(entry.fileName) ||
         WriteEntryFile(folders_, entry.fileName, folder_, bytes, entry.date, entry.time) != 0)
-        Report(kTextNotWritten);
+        Report(IDS_NOT_WRITTEN);
 }
 
 /// Begins the file of an entry that is worth writing in pieces. Null for a small one, and where no file can
@@ -251,11 +244,11 @@ bool ZipExtraction::InflateLarge(const ArchiveEntry& entry) {
 void ZipExtraction::WriteLarge(const ArchiveEntry& entry, EntryPieces& pieces) {
     Check(entry, pieces.Size(), pieces.Crc());
     if (!pieces.Commit(EntryTimes(entry.date, entry.time)))
-        Report(kTextNotWritten);
+        Report(IDS_NOT_WRITTEN);
 }
 
 void ZipExtraction::Report(std::uint32_t textId) {
-    messages_.Report(textId, kTitleWarning, entryInHand_);
+    messages_.Report(textId, IDS_WARNING_TITLE, entryInHand_);
 }
 
 } // namespace zip

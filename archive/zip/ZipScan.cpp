@@ -1,5 +1,6 @@
 #include "archive/zip/ZipScan.h"
 
+#include "app/TextIds.h"
 #include "archive/output/RepeatedMessages.h"
 #include "archive/zip/ZipRecords.h"
 #include "base/LittleEndian.h"
@@ -8,8 +9,6 @@ namespace zip {
 
 namespace {
 
-constexpr std::uint32_t kTextUnrecognised = 554;
-constexpr std::uint32_t kTitleWarning = 300;
 constexpr std::size_t kRubbishBlock = 128 * 1024;
 
 class Scan {
@@ -52,14 +51,14 @@ class Scan {
             default:
                 Report();
                 offset_ += kSignatureSize;
-                if (messages_.IsSilent(kTextUnrecognised))
+                if (messages_.IsSilent(IDS_UNKNOWN_RECORD))
                     SkipRubbish();
             }
         }
     }
 
     void Report() {
-        messages_.Report(kTextUnrecognised, kTitleWarning);
+        messages_.Report(IDS_UNKNOWN_RECORD, IDS_WARNING_TITLE);
         reported_ = true;
     }
 

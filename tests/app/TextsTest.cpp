@@ -3,6 +3,7 @@
 #include "app/ApplicationState.h"
 #include "app/Messages.h"
 #include "app/ProbeRun.h"
+#include "app/TextIds.h"
 #include "fakes/RecordingMessages.h"
 
 #include <gtest/gtest.h>
@@ -53,18 +54,18 @@ TEST(Texts, PlaceholdersAreReplacedOnce) {
 TEST(Messages, TitlesAndErrorsFollowTheirRules) {
     fakes::RecordingMessages messages;
     app::ShowErrorUnderProgramTitle("It broke.");
-    app::ShowText(524, 0, app::kMessageWarning);
+    app::ShowText(IDS_NOTHING_SELECTED, 0, app::kMessageWarning);
     ASSERT_EQ(messages.shown.size(), 2U);
     EXPECT_EQ(messages.shown[0].text, "Error: It broke.");
     EXPECT_EQ(messages.shown[0].title, "Pellarion");
     EXPECT_EQ(messages.shown[0].flags, app::kMessageError);
-    EXPECT_EQ(messages.shown[1].id, 524U);
+    EXPECT_EQ(messages.shown[1].id, std::uint32_t{IDS_NOTHING_SELECTED});
     EXPECT_EQ(messages.shown[1].title, "Pellarion") << "a message without a title";
 }
 
 TEST(Messages, SilentDoorAnswersByTheButtons) {
-    EXPECT_EQ(app::ShowText(505, 507, app::kMessageQuestion), app::kAnswerYes);
-    EXPECT_EQ(app::ShowText(524, 300, app::kMessageWarning), app::kAnswerOk);
+    EXPECT_EQ(app::ShowText(IDS_ASK_DELETE_FILES, IDS_DELETE_TITLE, app::kMessageQuestion), app::kAnswerYes);
+    EXPECT_EQ(app::ShowText(IDS_NOTHING_SELECTED, IDS_WARNING_TITLE, app::kMessageWarning), app::kAnswerOk);
     EXPECT_EQ(app::Messages().Ask("Name?", "", false), std::nullopt);
 }
 

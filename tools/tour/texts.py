@@ -1,18 +1,23 @@
 """The texts of the language libraries, read from their sources, as the bus tells of them."""
 
 import re
-import sys
 from pathlib import Path
 
 PROJECT = Path(__file__).resolve().parents[2]
-sys.path.insert(0, str(PROJECT / "tests" / "languages"))
-
-import rc  # noqa: E402
+ESCAPES = {"n": "\n", "r": "\r", "t": "\t", "\\": "\\"}
 
 
 def read(language, kind="langfile"):
     """All texts of a library by their ids."""
-    return rc.read(PROJECT / "languages" / language / f"{kind}.rc").texts
+    header = (PROJECT / "app" / "TextIds.h").read_text(encoding="utf-8")
+    ids = {name: int(number) for name, number in re.findall(r"^#define (IDS_\w+) (\d+)$", header, re.MULTILINE)}
+    source = (PROJECT / "languages" / language / f"{kind}.rc").read_text(encoding="utf-8")
+    entries = re.findall(r'^    (IDS_\w+) "((?:[^"\n]|"")*)"$', source, re.MULTILINE)
+    return {ids[name]: _text(literal) for name, literal in entries}
+
+
+def _text(literal):
+    return re.sub(r"\\(.)", lambda match: ESCAPES[match[1]], literal.replace('""', '"'))
 
 
 class Texts:

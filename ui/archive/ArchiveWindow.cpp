@@ -2,6 +2,7 @@
 
 #include "app/ApplicationState.h"
 #include "app/Messages.h"
+#include "app/TextIds.h"
 #include "base/Numbers.h"
 #include "ui/archive/ArchiveListView.h"
 #include "ui/archive/ProgressStrip.h"
@@ -23,9 +24,6 @@
 namespace ui {
 namespace {
 
-constexpr std::uint32_t kStopping = 603;
-constexpr std::uint32_t kNoEntries = 610;
-constexpr std::uint32_t kStopped = 613;
 constexpr int kSettleMilliseconds = 500;
 
 } // namespace
@@ -90,7 +88,7 @@ void ArchiveWindow::ListArchives(const std::vector<std::string>& paths) {
         Yield();
     }
     ListView->Rows().SetListing(std::move(listing));
-    ListView->SetEmptyText(WindowText(kNoEntries));
+    ListView->SetEmptyText(WindowText(IDS_NO_ENTRIES));
     selectsFirstRow_ = goesOn && ways_.listsWhenShown;
     isRunning_ = false;
     if (exitAsked_)
@@ -118,7 +116,7 @@ void ArchiveWindow::Run(Command command) {
 
 void ArchiveWindow::Stop() {
     stopAsked_ = true;
-    lblDest2->setText(WindowText(kStopping));
+    lblDest2->setText(WindowText(IDS_STOPPING_AFTER_FILE));
 }
 
 void ArchiveWindow::Exit() {
@@ -152,7 +150,7 @@ ArchiveWindow::Work::Work(ArchiveWindow& window, std::uint32_t hint) : window_(w
 
 ArchiveWindow::Work::~Work() {
     window_.SetWorking(false);
-    window_.lblDest2->setText(window_.stopAsked_ ? WindowText(kStopped) : QString());
+    window_.lblDest2->setText(window_.stopAsked_ ? WindowText(IDS_STOPPED) : QString());
 }
 
 void ArchiveWindow::SetWorking(bool isWorking) {

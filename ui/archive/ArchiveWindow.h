@@ -27,9 +27,9 @@ struct ArchiveRow;
 struct ArchiveWays {
     std::uint32_t caption = 0;         ///< text of the window's caption
     bool listsWhenShown = false;       ///< all of ArchiveList at once, and the first row selected then
-    bool pickedNothingFails = false;   ///< text 525 when the folder picker is left without a folder
+    bool pickedNothingFails = false;   ///< IDS_EXTRACTION_FAILED when no folder is picked
     bool failsBesideInSilence = false; ///< a failure beside the archive says nothing and closes the window
-    bool refusesPerRow = false;        ///< text 561 for each selected row instead of once
+    bool refusesPerRow = false;        ///< IDS_NOT_ALL_EXTRACTED for each selected row instead of once
     bool deletesBySelection = false;   ///< whatever "Select all" says
     bool openFillsStrip = false;       ///< Open ends with a full strip, whatever happened
     bool hasProgressBar = false;       ///< ProgressBar1 instead of the strip with its percentage

@@ -2,6 +2,7 @@
 
 #include "app/ApplicationState.h"
 #include "app/Messages.h"
+#include "app/TextIds.h"
 #include "app/Texts.h"
 #include "platform/Files.h"
 #include "ui/archive/ArchiveListView.h"
@@ -21,23 +22,14 @@
 namespace ui {
 namespace {
 
-constexpr std::uint32_t kWarningTitle = 300;
-constexpr std::uint32_t kPickFolder = 520;
-constexpr std::uint32_t kNothingSelected = 524;
-constexpr std::uint32_t kExtractionFailed = 525;
-constexpr std::uint32_t kNotAllExtracted = 561;
-constexpr std::uint32_t kExtractingHint = 602;
-constexpr std::uint32_t kNotReadBack = 612;
-constexpr std::uint32_t kCheckingHint = 615;
-
 void Warn(std::uint32_t id) {
-    app::ShowText(id, kWarningTitle, app::kMessageWarning);
+    app::ShowText(id, IDS_WARNING_TITLE, app::kMessageWarning);
 }
 
 /// Says that a partly extracted archive stays; false when the user wants to hear it no more.
 bool Refuse(bool isFirst) {
-    const app::Message message{kNotAllExtracted, app::WithUserName(app::LoadText(kNotAllExtracted)),
-                               app::kMessageWarning, app::LoadText(kWarningTitle)};
+    const app::Message message{IDS_NOT_ALL_EXTRACTED, app::WithUserName(app::LoadText(IDS_NOT_ALL_EXTRACTED)),
+                               app::kMessageWarning, app::LoadText(IDS_WARNING_TITLE)};
     if (!isFirst)
         return !app::Messages().ShowOfferingRest(message);
     app::Messages().Show(message);
@@ -49,7 +41,7 @@ bool Refuse(bool isFirst) {
 bool ArchiveWindow::SomethingSelected() const {
     if (ListView->selectionModel()->hasSelection())
         return true;
-    Warn(kNothingSelected);
+    Warn(IDS_NOTHING_SELECTED);
     return false;
 }
 
@@ -69,10 +61,10 @@ bool ArchiveWindow::ExtractToPickedFolder() {
     if (!SomethingSelected())
         return false;
     std::string folder =
-        BrowseForFolder(app::WithUserName(app::LoadText(kPickFolder)), FolderOfCurrentRow(), this);
+        BrowseForFolder(app::WithUserName(app::LoadText(IDS_CHOOSE_FOLDER)), FolderOfCurrentRow(), this);
     if (folder.find_first_not_of(' ') == std::string::npos) {
         if (ways_.pickedNothingFails)
-            Warn(kExtractionFailed);
+            Warn(IDS_EXTRACTION_FAILED);
         return false;
     }
     if (folder.back() != '\\')
@@ -118,7 +110,7 @@ bool ArchiveWindow::Extract(const std::string& folder) {
     job.done.resize(job.wanted.size());
     Outcome outcome;
     {
-        const Work work(*this, kExtractingHint);
+        const Work work(*this, IDS_EXTRACTING);
         std::optional<BusyCursor> busy;
         if (!folder.empty())
             busy.emplace();
@@ -130,7 +122,7 @@ bool ArchiveWindow::Extract(const std::string& folder) {
     if (outcome == Outcome::kFailed) {
         const bool isSilent = ways_.failsBesideInSilence && folder.empty();
         if (!isSilent)
-            Warn(kExtractionFailed);
+            Warn(IDS_EXTRACTION_FAILED);
         return isSilent;
     }
     app::Application().ExtractionDone = true;
@@ -172,7 +164,7 @@ void ArchiveWindow::DeleteSource(const std::string& archive, const std::vector<i
                                  const std::string& folder) {
     bool isSafe;
     {
-        const Work work(*this, kCheckingHint);
+        const Work work(*this, IDS_CHECKING);
         const BusyCursor busy;
         isSafe = ReadBack(rows, folder);
         ShowProgress(1);
@@ -180,7 +172,7 @@ void ArchiveWindow::DeleteSource(const std::string& archive, const std::vector<i
     if (StopAsked())
         return;
     if (!isSafe) {
-        Warn(kNotReadBack);
+        Warn(IDS_NOT_READ_BACK);
     } else if (platform::FileExists(archive)) {
         LetGo();
         ShellDelete(archive);
@@ -200,7 +192,7 @@ bool ArchiveWindow::OpenSelected() {
     app::Application().ExtractionDone = false;
     if (SomethingSelected()) {
         const QScopedValueRollback<bool> held(progressIsHeld_, !ways_.openFillsStrip);
-        const Work work(*this, kExtractingHint);
+        const Work work(*this, IDS_EXTRACTING);
         const BusyCursor busy;
         OpenFolder folder;
         Job job{RowsToOpen(ListView->SelectedRows()), OpenFolder::Path(), {}, true};

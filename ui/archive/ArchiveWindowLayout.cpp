@@ -1,6 +1,7 @@
 // The controls of an archive window: how they are made, named, placed and captioned.
 
 #include "app/ApplicationState.h"
+#include "app/TextIds.h"
 #include "ui/archive/ArchiveListView.h"
 #include "ui/archive/ArchiveWindow.h"
 #include "ui/archive/ProgressStrip.h"
@@ -148,27 +149,27 @@ void ArchiveWindow::BuildMenu() {
 
 void ArchiveWindow::ApplyLanguageTexts() {
     setWindowTitle(WindowText(ways_.caption));
-    findChild<QMenu*>(QLatin1String("mnuFile"))->setTitle(WindowText(113));
-    for (const auto& [name, id] :
-         {std::pair("mnuExtract", 107U), std::pair("mnuOpen", 105U), std::pair("mnuSelectAll", 515U)})
+    findChild<QMenu*>(QLatin1String("mnuFile"))->setTitle(WindowText(IDS_FILE));
+    for (const auto& [name, id] : {std::pair("mnuExtract", IDS_EXTRACT), std::pair("mnuOpen", IDS_OPEN),
+                                   std::pair("mnuSelectAll", IDS_SELECT_ALL)})
         findChild<QAction*>(QLatin1String(name))->setText(WindowText(id));
-    SetSpokenCaption(cmdExtract, 513);
-    SetSpokenCaption(cmdExtractSame, 514);
-    SetSpokenCaption(cmdOpen, 105);
-    SetSpokenCaption(cmdExit, 104);
-    SetSpokenCaption(chkAll, 515);
-    SetSpokenCaption(chkDelete, 521);
-    lblDest->setText(WindowText(522));
+    SetSpokenCaption(cmdExtract, IDS_EXTRACT_TO_OTHER);
+    SetSpokenCaption(cmdExtractSame, IDS_EXTRACT_TO_SAME);
+    SetSpokenCaption(cmdOpen, IDS_OPEN);
+    SetSpokenCaption(cmdExit, IDS_CLOSE);
+    SetSpokenCaption(chkAll, IDS_SELECT_ALL);
+    SetSpokenCaption(chkDelete, IDS_DELETE_ARCHIVE);
+    lblDest->setText(WindowText(IDS_EXTRACTING_TO));
     ArchiveListModel& rows = ListView->Rows();
-    rows.SetHeader(ArchiveColumn::Name, WindowText(115));
-    rows.SetHeader(ArchiveColumn::Modified, WindowText(118));
-    rows.SetHeader(ArchiveColumn::Size, WindowText(117));
-    rows.SetHeader(ArchiveColumn::Path, WindowText(119));
-    ListView->setAccessibleName(WindowText(115));
+    rows.SetHeader(ArchiveColumn::Name, WindowText(IDS_COLUMN_NAME));
+    rows.SetHeader(ArchiveColumn::Modified, WindowText(IDS_COLUMN_MODIFIED));
+    rows.SetHeader(ArchiveColumn::Size, WindowText(IDS_COLUMN_SIZE));
+    rows.SetHeader(ArchiveColumn::Path, WindowText(IDS_COLUMN_PATH));
+    ListView->setAccessibleName(WindowText(IDS_COLUMN_NAME));
     lblDestFile->setAccessibleName(lblDest->text());
     for (QWidget* bar : {static_cast<QWidget*>(PicProBar), static_cast<QWidget*>(ProgressBar1)})
         if (bar != nullptr)
-            bar->setAccessibleName(Spoken(WindowText(107)));
+            bar->setAccessibleName(Spoken(WindowText(IDS_EXTRACT)));
 
     ApplyFonts(this);
     const int points = LabelPointSize(app::Application().LanguageId);

@@ -1,5 +1,6 @@
 #include "ui/archive/CabWindow.h"
 
+#include "app/TextIds.h"
 #include "archive/output/RepeatedMessages.h"
 #include "base/Letters.h"
 #include "ui/archive/ArchiveListView.h"
@@ -7,10 +8,6 @@
 
 namespace ui {
 namespace {
-
-constexpr std::uint32_t kCaption = 303;
-constexpr std::uint32_t kWarningTitle = 300;
-constexpr std::uint32_t kNotWritten = 560;
 
 /// A file's name inside its cabinet, folders included.
 std::string FullName(const ArchiveRow& row) {
@@ -20,7 +17,7 @@ std::string FullName(const ArchiveRow& row) {
 } // namespace
 
 frmextract::frmextract(QWidget* parent)
-    : ArchiveWindow({.caption = kCaption,
+    : ArchiveWindow({.caption = IDS_CAB_TITLE,
                      .listsWhenShown = true,
                      .pickedNothingFails = true,
                      .refusesPerRow = true,
@@ -84,7 +81,7 @@ ArchiveWindow::Outcome frmextract::ExtractRows(Job& job) {
             if (!cabinet.Extract(FullName(row), folder, cabinet.CabName))
                 outcome = StopAsked() ? Outcome::kStopped : Outcome::kFailed;
             else if (!isWritten)
-                messages.Report(kNotWritten, kWarningTitle, FullName(row));
+                messages.Report(IDS_NOT_WRITTEN, IDS_WARNING_TITLE, FullName(row));
         }
         job.done[i] = isWritten;
         if (outcome == Outcome::kDone) {

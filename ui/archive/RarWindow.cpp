@@ -1,5 +1,6 @@
 #include "ui/archive/RarWindow.h"
 
+#include "app/TextIds.h"
 #include "platform/Files.h"
 #include "ui/archive/ArchiveListView.h"
 #include "ui/archive/DateText.h"
@@ -9,8 +10,6 @@
 
 namespace ui {
 namespace {
-
-constexpr std::uint32_t kCaption = 307;
 
 QString SizeText(std::uint64_t size) {
     if (size == 0)
@@ -81,7 +80,7 @@ class frmRarExtract::Progress : public rar::RarExtractionObserver {
 };
 
 frmRarExtract::frmRarExtract(QWidget* parent)
-    : ArchiveWindow({.caption = kCaption,
+    : ArchiveWindow({.caption = IDS_RAR_TITLE,
                      .listsWhenShown = true,
                      .pickedNothingFails = true,
                      .refusesPerRow = true,

@@ -1,5 +1,6 @@
 #include "ui/archive/ZipWindow.h"
 
+#include "app/TextIds.h"
 #include "platform/Files.h"
 #include "ui/archive/ArchiveListView.h"
 #include "ui/archive/ExtractedFiles.h"
@@ -10,21 +11,19 @@
 namespace ui {
 namespace {
 
-constexpr std::uint32_t kCaption = 306;
-constexpr std::uint32_t kNumberedCaption = 308;
-
 constexpr char kEncryptedPrefix = '+';
 constexpr char kPlainPrefix = ' ';
 
 } // namespace
 
 frmWinExtract::frmWinExtract(QWidget* parent)
-    : ArchiveWindow({.caption = kCaption, .failsBesideInSilence = true, .openFillsStrip = true}, parent) {
+    : ArchiveWindow({.caption = IDS_ZIP_TITLE, .failsBesideInSilence = true, .openFillsStrip = true},
+                    parent) {
     setObjectName(QStringLiteral("frmWinExtract"));
 }
 
 void frmWinExtract::ShowNumber(std::size_t number, std::size_t count) {
-    QString caption = WindowText(kNumberedCaption);
+    QString caption = WindowText(IDS_NUMBERED_ZIP_TITLE);
     caption.replace(QLatin1String("%x"), QString::number(number));
     caption.replace(QLatin1String("%y"), QString::number(count));
     setWindowTitle(caption);

@@ -1,6 +1,7 @@
 #include "ui/common/AboutWindow.h"
 
 #include "app/Messages.h"
+#include "app/TextIds.h"
 #include "app/Texts.h"
 #include "ui/common/Fonts.h"
 #include "ui/common/WindowTexts.h"
@@ -16,12 +17,6 @@
 namespace ui {
 
 namespace {
-
-// Of the second text library.
-constexpr std::uint32_t kCaptionText = 303;
-constexpr std::uint32_t kNoticeText = 500;
-constexpr std::uint32_t kOkText = 100;
-constexpr std::uint32_t kSystemInfoText = 112;
 
 constexpr const char* kUnavailable = "System Information Is Unavailable At This Time";
 constexpr int kIconSize = 64;
@@ -92,12 +87,12 @@ void frmAbout::Build() {
 }
 
 void frmAbout::ApplyTexts() {
-    setWindowTitle(ToWindow(app::WithProductName(app::LoadExtraText(kCaptionText))));
+    setWindowTitle(ToWindow(app::WithProductName(app::LoadExtraText(IDS_EXTRA_ABOUT_TITLE))));
     lblVersion_->setText(QStringLiteral("Version " PELLARION_VERSION));
     lblTitle_->setText(ToWindow(app::ProgramTitle()));
-    lblDisclaimer_->setText(ExtraWindowText(kNoticeText));
-    cmdOk_->setText(ExtraWindowText(kOkText));
-    cmdSysInfo_->setText(ExtraWindowText(kSystemInfoText));
+    lblDisclaimer_->setText(ExtraWindowText(IDS_EXTRA_LEGAL_NOTICE));
+    cmdOk_->setText(ExtraWindowText(IDS_EXTRA_OK));
+    cmdSysInfo_->setText(ExtraWindowText(IDS_EXTRA_SYSTEM_INFO));
     ApplyFonts(this);
 }
 

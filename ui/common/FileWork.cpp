@@ -1,6 +1,7 @@
 #include "ui/common/FileWork.h"
 
 #include "app/Messages.h"
+#include "app/TextIds.h"
 #include "app/Texts.h"
 #include "base/Letters.h"
 #include "platform/TreeSize.h"
@@ -14,15 +15,6 @@
 
 namespace ui {
 namespace {
-
-constexpr std::uint32_t kErrorTitle = 301;
-constexpr std::uint32_t kMoreText = 601;
-constexpr std::uint32_t kCopyingTitle = 640;
-constexpr std::uint32_t kDeletingTitle = 641;
-constexpr std::uint32_t kCountingText = 644;
-constexpr std::uint32_t kFiguresText = 645;
-constexpr std::uint32_t kNotCopiedText = 646;
-constexpr std::uint32_t kNotDeletedText = 647;
 
 constexpr std::size_t kReported = 6;
 constexpr std::size_t kCountedAtOnce = 64;
@@ -73,8 +65,7 @@ void FileWork::Finish() {
     currentWork = before_;
     delete window_;
     if (failureCount_ > 0)
-        app::Messages().Show({kind_ == Kind::kCopy ? kNotCopiedText : kNotDeletedText, Report(),
-                              app::kMessageError, app::LoadText(kErrorTitle)});
+        app::Messages().Show({FailureText(), Report(), app::kMessageError, app::LoadText(IDS_ERROR_TITLE)});
 }
 
 bool FileWork::HasTaken(ShellAnswer answer) {
@@ -105,7 +96,7 @@ bool FileWork::Tick(const std::string& path) {
     if (window_ && !shown_.hasExpired(kBetweenUpdates.count()))
         return !wasStopped_;
     if (!window_) {
-        const std::uint32_t title = kind_ == Kind::kCopy ? kCopyingTitle : kDeletingTitle;
+        const std::uint32_t title = kind_ == Kind::kCopy ? IDS_COPYING_TITLE : IDS_DELETING_TITLE;
         window_ = new ProgressWindow(QString::fromStdString(app::LoadText(title)),
                                      parent_ ? parent_.data() : QApplication::activeWindow());
         window_->show();
@@ -122,7 +113,7 @@ void FileWork::ShowState(const std::string& path) {
     window_->SetPath(QString::fromStdString(path));
     if (isCounting_) {
         window_->SetFraction(-1);
-        window_->SetFigures(QString::fromStdString(app::LoadText(kCountingText)));
+        window_->SetFigures(QString::fromStdString(app::LoadText(IDS_COUNTING_FILES)));
         return;
     }
     const auto weight = [this](std::uint64_t entries, std::uint64_t bytes) {
@@ -141,17 +132,21 @@ std::string FileWork::FiguresText() const {
         return text.toStdString();
     };
     const std::string text =
-        base::ReplaceNoCase(app::LoadText(kFiguresText), "%x",
+        base::ReplaceNoCase(app::LoadText(IDS_X_OF_Y), "%x",
                             figure(std::min(entries_, entriesInAll_), std::min(bytes_, bytesInAll_)));
     return base::ReplaceNoCase(text, "%y", figure(entriesInAll_, bytesInAll_));
 }
 
+std::uint32_t FileWork::FailureText() const {
+    return kind_ == Kind::kCopy ? IDS_NOT_ALL_COPIED : IDS_NOT_ALL_DELETED;
+}
+
 std::string FileWork::Report() const {
-    std::string report = app::LoadText(kind_ == Kind::kCopy ? kNotCopiedText : kNotDeletedText);
+    std::string report = app::LoadText(FailureText());
     for (const std::string& failure : failures_)
         report += "\n\n" + failure;
     if (failureCount_ > failures_.size())
-        report += "\n\n" + base::ReplaceNoCase(app::LoadText(kMoreText), "%n",
+        report += "\n\n" + base::ReplaceNoCase(app::LoadText(IDS_AND_MORE), "%n",
                                                std::to_string(failureCount_ - failures_.size()));
     return report;
 }

@@ -57,6 +57,7 @@ class FileWork final : public platform::FileOperationObserver {
     bool Tick(const std::string& path);
     void ShowState(const std::string& path);
     std::string FiguresText() const;
+    std::uint32_t FailureText() const;
     std::string Report() const;
 
     Kind kind_;

@@ -1,6 +1,7 @@
 #include "ui/common/FolderPickerDialog.h"
 
 #include "app/Messages.h"
+#include "app/TextIds.h"
 #include "app/Texts.h"
 #include "platform/Files.h"
 #include "platform/HostPath.h"
@@ -16,13 +17,6 @@
 namespace ui {
 namespace {
 
-constexpr std::uint32_t kNewFolder = 100;
-constexpr std::uint32_t kComputer = 123;
-constexpr std::uint32_t kWarningTitle = 300;
-constexpr std::uint32_t kNewFolderPrompt = 512;
-constexpr std::uint32_t kOk = 604;
-constexpr std::uint32_t kCancel = 605;
-constexpr std::uint32_t kNoSuchFolder = 614;
 constexpr QSize kDefaultSize{440, 480};
 
 QString Caption(std::uint32_t id) {
@@ -71,7 +65,7 @@ void FolderPickerDialog::Build(const std::string& prompt) {
     path_->setObjectName(QStringLiteral("path"));
     path_->setAccessibleName(windowTitle());
     tree_->setObjectName(QStringLiteral("folders"));
-    tree_->setAccessibleName(Caption(kComputer));
+    tree_->setAccessibleName(Caption(IDS_MY_COMPUTER));
     tree_->setModel(folders_);
     tree_->header()->hide();
     tree_->setUniformRowHeights(true);
@@ -85,10 +79,10 @@ void FolderPickerDialog::Build(const std::string& prompt) {
         buttons->addWidget(button);
         return button;
     };
-    add("newFolder", kNewFolder, &FolderPickerDialog::MakeFolder)->setAutoDefault(false);
+    add("newFolder", IDS_NEW_FOLDER, &FolderPickerDialog::MakeFolder)->setAutoDefault(false);
     buttons->addStretch(1);
-    add("ok", kOk, &FolderPickerDialog::accept)->setDefault(true);
-    add("cancel", kCancel, &FolderPickerDialog::reject);
+    add("ok", IDS_OK, &FolderPickerDialog::accept)->setDefault(true);
+    add("cancel", IDS_CANCEL, &FolderPickerDialog::reject);
 
     auto* rows = new QVBoxLayout(this);
     rows->addWidget(path_);
@@ -109,8 +103,8 @@ void FolderPickerDialog::Show(const std::string& path) {
 
 void FolderPickerDialog::MakeFolder() {
     const std::string parent = Typed(path_->text());
-    QString caption = Caption(kNewFolder);
-    const auto name = app::Messages().Ask(app::WithUserName(app::LoadText(kNewFolderPrompt)),
+    QString caption = Caption(IDS_NEW_FOLDER);
+    const auto name = app::Messages().Ask(app::WithUserName(app::LoadText(IDS_ASK_FOLDER_NAME)),
                                           caption.remove(QLatin1Char('&')).toStdString(), false);
     if (!name || name->empty())
         return;
@@ -130,7 +124,7 @@ void FolderPickerDialog::MakeFolder() {
 void FolderPickerDialog::accept() {
     const std::string path = Typed(path_->text());
     if (!platform::FolderExists(path)) {
-        app::ShowText(kNoSuchFolder, kWarningTitle, app::kMessageWarning);
+        app::ShowText(IDS_NO_SUCH_FOLDER, IDS_WARNING_TITLE, app::kMessageWarning);
         path_->setFocus();
         path_->selectAll();
         return;

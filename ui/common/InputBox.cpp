@@ -1,5 +1,6 @@
 #include "ui/common/InputBox.h"
 
+#include "app/TextIds.h"
 #include "ui/common/Fonts.h"
 #include "ui/common/WindowTexts.h"
 
@@ -35,8 +36,8 @@ InputBox::InputBox(QWidget* parent) : QDialog(parent) {
     prompt_->setBuddy(edit_);
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-    SetCaption(buttons->button(QDialogButtonBox::Ok), kOkCaption);
-    SetCaption(buttons->button(QDialogButtonBox::Cancel), kCancelCaption);
+    SetCaption(buttons->button(QDialogButtonBox::Ok), IDS_OK);
+    SetCaption(buttons->button(QDialogButtonBox::Cancel), IDS_CANCEL);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 

@@ -1,5 +1,6 @@
 #include "ui/common/MessageBoxes.h"
 
+#include "app/TextIds.h"
 #include "ui/common/InputBox.h"
 #include "ui/common/WindowTexts.h"
 
@@ -11,9 +12,6 @@
 namespace ui {
 
 namespace {
-
-/// Caption of the button that takes the rest of a kind of message.
-constexpr std::uint32_t kTakeRestText = 600;
 
 QMessageBox::Icon IconFor(unsigned flags) {
     switch (flags) {
@@ -75,13 +73,13 @@ int MessageBoxes::Show(const app::Message& message) {
     Prepare(box, message);
     if (message.flags != app::kMessageQuestion) {
         box.setStandardButtons(QMessageBox::Ok);
-        SetCaption(box.button(QMessageBox::Ok), kOkCaption);
+        SetCaption(box.button(QMessageBox::Ok), IDS_OK);
         box.exec();
         return app::kAnswerOk;
     }
     box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
-    SetCaption(box.button(QMessageBox::Yes), kYesCaption);
-    SetCaption(box.button(QMessageBox::No), kNoCaption);
+    SetCaption(box.button(QMessageBox::Yes), IDS_YES);
+    SetCaption(box.button(QMessageBox::No), IDS_NO);
     box.setDefaultButton(QMessageBox::Yes);
     box.setEscapeButton(QMessageBox::No);
     return box.exec() == QMessageBox::Yes ? app::kAnswerYes : app::kAnswerNo;
@@ -92,8 +90,8 @@ bool MessageBoxes::ShowOfferingRest(const app::Message& message) {
     QMessageBox box(QApplication::activeWindow());
     Prepare(box, message);
     QPushButton* ok = box.addButton(QMessageBox::Ok);
-    SetCaption(ok, kOkCaption);
-    QPushButton* rest = box.addButton(WindowText(kTakeRestText), QMessageBox::ActionRole);
+    SetCaption(ok, IDS_OK);
+    QPushButton* rest = box.addButton(WindowText(IDS_TAKE_REST), QMessageBox::ActionRole);
     rest->setObjectName(QStringLiteral("restButton"));
     box.setDefaultButton(ok);
     box.setEscapeButton(ok);

@@ -1,5 +1,6 @@
 #include "ui/common/ProgressWindow.h"
 
+#include "app/TextIds.h"
 #include "app/Texts.h"
 
 #include <QHBoxLayout>
@@ -11,8 +12,6 @@
 namespace ui {
 namespace {
 
-constexpr std::uint32_t kStopCaption = 642;
-constexpr std::uint32_t kStoppingText = 643;
 constexpr int kWidth = 440;
 constexpr int kMargin = 16;
 constexpr int kGap = 10;
@@ -26,7 +25,7 @@ QString Text(std::uint32_t id) {
 
 ProgressWindow::ProgressWindow(const QString& title, QWidget* parent)
     : QDialog(parent), path_(new QLabel(this)), bar_(new QProgressBar(this)), figures_(new QLabel(this)),
-      stop_(new QPushButton(Text(kStopCaption), this)) {
+      stop_(new QPushButton(Text(IDS_STOP), this)) {
     setObjectName(QStringLiteral("fileProgress"));
     setWindowTitle(title);
     setWindowModality(Qt::ApplicationModal);
@@ -72,7 +71,7 @@ void ProgressWindow::SetFigures(const QString& figures) {
 void ProgressWindow::reject() {
     isStopped_ = true;
     stop_->setEnabled(false);
-    figures_->setText(Text(kStoppingText));
+    figures_->setText(Text(IDS_STOPPING));
 }
 
 } // namespace ui

@@ -1,5 +1,6 @@
 #include "ui/common/PropertiesWindow.h"
 
+#include "app/TextIds.h"
 #include "app/Texts.h"
 #include "base/FileName.h"
 #include "platform/Drives.h"
@@ -18,22 +19,6 @@
 namespace ui {
 namespace {
 
-constexpr std::uint32_t kPropertiesText = 103;
-constexpr std::uint32_t kCloseText = 104;
-constexpr std::uint32_t kLocationText = 650;
-constexpr std::uint32_t kTypeText = 651;
-constexpr std::uint32_t kSizeText = 652;
-constexpr std::uint32_t kContentText = 653;
-constexpr std::uint32_t kModifiedText = 654;
-constexpr std::uint32_t kAttributesText = 655;
-constexpr std::uint32_t kReadOnlyText = 656;
-constexpr std::uint32_t kHiddenText = 657;
-constexpr std::uint32_t kCountsText = 658;
-constexpr std::uint32_t kBytesText = 659;
-constexpr std::uint32_t kFolderType = 660;
-constexpr std::uint32_t kFreeText = 661;
-constexpr std::uint32_t kFiguresText = 645;
-
 constexpr std::size_t kCountedAtOnce = 200;
 constexpr std::size_t kDriveRootLength = 3;
 constexpr int kIconSize = 32;
@@ -46,8 +31,8 @@ QString Text(std::uint32_t id) {
 
 QString SizeText(std::uint64_t bytes) {
     const QLocale locale;
-    const QString exact =
-        Text(kBytesText).replace(QLatin1String("%n"), locale.toString(static_cast<qulonglong>(bytes)));
+    const QString exact = Text(IDS_PROPERTY_BYTES)
+                              .replace(QLatin1String("%n"), locale.toString(static_cast<qulonglong>(bytes)));
     return bytes < 1000
                ? exact
                : locale.formattedDataSize(static_cast<qint64>(bytes)) + QLatin1String(" (") + exact + u')';
@@ -64,9 +49,9 @@ QString ModifiedText(platform::FileTime lastWrite) {
 QString AttributesText(std::uint32_t attributes) {
     QStringList words;
     if ((attributes & platform::kAttributeReadOnly) != 0)
-        words << Text(kReadOnlyText);
+        words << Text(IDS_PROPERTY_READ_ONLY);
     if ((attributes & platform::kAttributeHidden) != 0)
-        words << Text(kHiddenText);
+        words << Text(IDS_PROPERTY_HIDDEN);
     return words.isEmpty() ? QStringLiteral("–") : words.join(QLatin1String(", "));
 }
 
@@ -87,30 +72,30 @@ PropertiesWindow::PropertiesWindow(const std::string& path, QWidget* parent)
     const bool isFolder = (attributes & platform::kAttributeDirectory) != 0;
     setObjectName(QStringLiteral("properties"));
     setAttribute(Qt::WA_DeleteOnClose);
-    setWindowTitle(Text(kPropertiesText) + QLatin1String(": ") + QString::fromStdString(name));
+    setWindowTitle(Text(IDS_PROPERTIES) + QLatin1String(": ") + QString::fromStdString(name));
     setMinimumWidth(kSmallestWidth);
 
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     column->setSpacing(kMargin);
-    const QString type = isFolder ? Text(kFolderType) : QString::fromStdString(TypeTextOf(name));
+    const QString type = isFolder ? Text(IDS_PROPERTY_FOLDER_TYPE) : QString::fromStdString(TypeTextOf(name));
     AddHeading(QString::fromStdString(name), FileIcon(path_, isFolder), type);
-    AddRow(kTypeText, type, "type");
+    AddRow(IDS_PROPERTY_TYPE, type, "type");
     if (!isRoot)
-        AddRow(kLocationText, QString::fromStdString(std::string(base::FolderOf(path_))), "location");
-    size_ = AddRow(kSizeText, {}, "size");
+        AddRow(IDS_PROPERTY_LOCATION, QString::fromStdString(std::string(base::FolderOf(path_))), "location");
+    size_ = AddRow(IDS_PROPERTY_SIZE, {}, "size");
     if (isFolder)
-        content_ = AddRow(kContentText, {}, "content");
+        content_ = AddRow(IDS_PROPERTY_CONTENT, {}, "content");
     if (isRoot)
         AddDriveSpace();
     if (const auto entry = platform::FindEntry(path_))
-        AddRow(kModifiedText, ModifiedText(entry->lastWrite), "modified");
-    AddRow(kAttributesText, AttributesText(attributes), "attributes");
+        AddRow(IDS_PROPERTY_MODIFIED, ModifiedText(entry->lastWrite), "modified");
+    AddRow(IDS_PROPERTY_ATTRIBUTES, AttributesText(attributes), "attributes");
     rows_->setHorizontalSpacing(kMargin);
     column->addLayout(rows_);
     column->addStretch(1);
     auto* buttons = new QDialogButtonBox(this);
-    buttons->addButton(QString::fromStdString(app::LoadText(kCloseText)), QDialogButtonBox::RejectRole);
+    buttons->addButton(QString::fromStdString(app::LoadText(IDS_CLOSE)), QDialogButtonBox::RejectRole);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::close);
     column->addWidget(buttons);
 
@@ -159,8 +144,8 @@ void PropertiesWindow::AddDriveSpace() {
     const auto figure = [&](std::uint64_t clusters) {
         return QLocale().formattedDataSize(static_cast<qint64>(clusters * cluster));
     };
-    AddRow(kFreeText,
-           Text(kFiguresText)
+    AddRow(IDS_PROPERTY_FREE_SPACE,
+           Text(IDS_X_OF_Y)
                .replace(QLatin1String("%x"), figure(space->freeClusters))
                .replace(QLatin1String("%y"), figure(space->totalClusters)),
            "free");
@@ -182,7 +167,7 @@ void PropertiesWindow::ShowCounts(bool isComplete) {
     if (content_ == nullptr)
         return;
     content_->setText(
-        Text(kCountsText)
+        Text(IDS_PROPERTY_COUNTS)
             .replace(QLatin1String("%x"), locale.toString(static_cast<qulonglong>(count_.Files())))
             .replace(QLatin1String("%y"), locale.toString(static_cast<qulonglong>(count_.Folders()))) +
         more);

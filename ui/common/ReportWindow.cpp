@@ -1,5 +1,6 @@
 #include "ui/common/ReportWindow.h"
 
+#include "app/TextIds.h"
 #include "ui/common/Fonts.h"
 #include "ui/common/WindowTexts.h"
 #include "ui/common/Yield.h"
@@ -17,8 +18,6 @@ namespace ui {
 
 namespace {
 
-constexpr std::uint32_t kPathText = 119;
-constexpr std::uint32_t kOkText = 604;
 constexpr int kMargin = 16;
 constexpr int kGap = 10;
 constexpr QSize kDefaultSize{560, 380};
@@ -48,12 +47,12 @@ void frmMessage::Build() {
     ListView1_->setRootIsDecorated(false);
     ListView1_->setUniformRowHeights(true);
     ListView1_->setAlternatingRowColors(true);
-    ListView1_->setHeaderLabels({QStringLiteral("#"), WindowText(kPathText)});
+    ListView1_->setHeaderLabels({QStringLiteral("#"), WindowText(IDS_COLUMN_PATH)});
     ListView1_->setTextElideMode(Qt::ElideMiddle);
     ListView1_->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
     ListView1_->header()->setStretchLastSection(true);
     cmdOk_->setObjectName(QStringLiteral("cmdOk"));
-    cmdOk_->setText(WindowText(kOkText));
+    cmdOk_->setText(WindowText(IDS_OK));
     cmdOk_->setDefault(true);
 
     auto* buttons = new QHBoxLayout;

@@ -1,6 +1,7 @@
 #include "ui/common/ShellCopy.h"
 
 #include "app/Messages.h"
+#include "app/TextIds.h"
 #include "app/Texts.h"
 #include "platform/FileOperations.h"
 #include "ui/common/FileWork.h"
@@ -10,10 +11,6 @@
 
 namespace ui {
 namespace {
-
-constexpr std::uint32_t kErrorTitle = 301;
-constexpr std::uint32_t kNotRenamedText = 648;
-constexpr std::uint32_t kIntoItselfText = 649;
 
 std::string WithoutLastBackslash(std::string path) {
     if (path.size() > 3 && path.ends_with('\\'))
@@ -32,7 +29,7 @@ bool ShellCopy(const std::string& from, const std::string& toFolder) {
     if (work.WasStopped())
         return false;
     if (platform::IsWithin(source, toFolder)) {
-        work.FailedBecause(source, app::LoadText(kIntoItselfText));
+        work.FailedBecause(source, app::LoadText(IDS_COPY_INTO_ITSELF));
         return false;
     }
     const ShellAnswer answer = AskShell(ShellWork::kCopy, source, toFolder);
@@ -49,9 +46,9 @@ bool ShellRename(const std::string& from, const std::string& to) {
     const base::SystemError error = platform::RenameEntry(source, to);
     if (!error)
         return true;
-    app::Messages().Show({kNotRenamedText,
-                          app::LoadText(kNotRenamedText) + "\n\n" + from + "\n" + error.Description(),
-                          app::kMessageError, app::LoadText(kErrorTitle)});
+    app::Messages().Show({IDS_NOT_RENAMED,
+                          app::LoadText(IDS_NOT_RENAMED) + "\n\n" + from + "\n" + error.Description(),
+                          app::kMessageError, app::LoadText(IDS_ERROR_TITLE)});
     return false;
 }
 

@@ -1,6 +1,7 @@
 #include "ui/common/SplashWindow.h"
 
 #include "app/Messages.h"
+#include "app/TextIds.h"
 #include "app/Texts.h"
 #include "ui/common/Fonts.h"
 #include "ui/common/WindowTexts.h"
@@ -21,8 +22,6 @@ namespace ui {
 
 namespace {
 
-constexpr std::uint32_t kTitleText = 302;
-constexpr std::uint32_t kCaptionText = 500;
 constexpr int kIconSize = 64;
 constexpr int kMargin = 28;
 constexpr int kGap = 20;
@@ -72,9 +71,9 @@ frmprogress::frmprogress()
 }
 
 void frmprogress::ApplyTexts() {
-    setWindowTitle(WindowText(kTitleText));
+    setWindowTitle(WindowText(IDS_WINDOW_TITLE));
     title_->setText(ToWindow(app::ProgramTitle()));
-    caption_->setText(ToWindow(app::WithUserName(app::LoadText(kCaptionText))));
+    caption_->setText(ToWindow(app::WithUserName(app::LoadText(IDS_WELCOME))));
     setAccessibleName(windowTitle());
     ApplyFonts(this);
 }

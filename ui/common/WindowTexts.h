@@ -22,12 +22,6 @@ QString ExtraWindowText(std::uint32_t id);
 /// there. A text that itself begins in a right-to-left script is left alone.
 QString KeptInOrder(const QString& text);
 
-/// Captions of the buttons that message boxes and prompts share.
-inline constexpr std::uint32_t kOkCaption = 604;
-inline constexpr std::uint32_t kCancelCaption = 605;
-inline constexpr std::uint32_t kYesCaption = 606;
-inline constexpr std::uint32_t kNoCaption = 607;
-
 /// Gives a standard button the caption in the program's language. Before the texts are loaded it keeps the
 /// toolkit's own, which is English like the messages shown then.
 void SetCaption(QAbstractButton* button, std::uint32_t id);

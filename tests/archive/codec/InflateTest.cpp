@@ -1,3 +1,4 @@
+#include "app/TextIds.h"
 #include "archive/codec/InflateRunner.h"
 #include "support/DeflateWriter.h"
 #include "support/RandomBytes.h"
@@ -14,7 +15,6 @@ namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
-constexpr std::uint32_t kDamagedData = 541;
 constexpr bool kModes[] = {false, true};
 
 Bytes Text(std::string_view text) {
@@ -34,7 +34,7 @@ void ExpectRefused(const Bytes& stream, int status = 0) {
         const Inflated inflated = RunInflate(stream, 1000, deflate64);
         EXPECT_EQ(inflated.status, status);
         EXPECT_EQ(inflated.data, stream);
-        EXPECT_EQ(inflated.messages, std::vector<std::uint32_t>{kDamagedData});
+        EXPECT_EQ(inflated.messages, std::vector<std::uint32_t>{IDS_DAMAGED_DATA});
     }
 }
 

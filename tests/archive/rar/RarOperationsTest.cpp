@@ -1,5 +1,6 @@
 #include "archive/rar/RarOperations.h"
 
+#include "app/TextIds.h"
 #include "fakes/RecordingMessages.h"
 #include "support/HostFiles.h"
 #include "support/RarBuilder.h"
@@ -111,14 +112,14 @@ TEST_F(RarCodesTest, ListingEndsTheProgramWithItsMessage) {
                   {"open 12\n", 0, "E:\\A.rar: archive header broken"},
                   {"open 13\n", 0, "E:\\A.rar is not RAR archive"},
                   {"open 15\n", 0, "Cannot open E:\\A.rar"},
-                  {"a f x 112\n", 553, ""},
-                  {"a f x 113\n", 547, ""},
-                  {"a f x 114\n", 546, ""},
-                  {"a f x 115\n", 549, ""},
-                  {"a f x 116\n", 548, ""},
-                  {"a f x 117\n", 550, ""},
-                  {"a f x 118\n", 551, ""},
-                  {"a f x 119\n", 552, ""},
+                  {"a f x 112\n", IDS_RAR_STOP_BAD_DATA, ""},
+                  {"a f x 113\n", IDS_RAR_STOP_NOT_RAR, ""},
+                  {"a f x 114\n", IDS_RAR_STOP_UNKNOWN_FORMAT, ""},
+                  {"a f x 115\n", IDS_RAR_STOP_CANNOT_OPEN, ""},
+                  {"a f x 116\n", IDS_RAR_STOP_CANNOT_CREATE, ""},
+                  {"a f x 117\n", IDS_RAR_STOP_CANNOT_CLOSE, ""},
+                  {"a f x 118\n", IDS_RAR_STOP_READ_ERROR, ""},
+                  {"a f x 119\n", IDS_RAR_STOP_WRITE_ERROR, ""},
                   {"a f x 0\nheaders 12\n", 0, "File header broken"}};
 
     for (const auto& one : kCases) {
@@ -146,10 +147,11 @@ TEST_F(RarCodesTest, ChecksEveryResult) {
         std::uint32_t id;
         const char* text;
         bool goesOn;
-    } kCases[] = {{11, 529, "", false},       {12, 530, "", false},       {13, 531, "\nARC", false},
-                  {14, 532, "\nARC", false},  {15, 533, "\nARC", false},  {16, 534, "\nFILE", true},
-                  {17, 535, "\nFILE", false}, {18, 536, "\nFILE", false}, {19, 537, "\nFILE", true},
-                  {20, 538, "", true}};
+    } kCases[] = {{11, IDS_RAR_NO_MEMORY, "", false},          {12, IDS_RAR_BAD_DATA, "", false},
+                  {13, IDS_RAR_NOT_RAR, "\nARC", false},       {14, IDS_RAR_UNKNOWN_FORMAT, "\nARC", false},
+                  {15, IDS_RAR_CANNOT_OPEN, "\nARC", false},   {16, IDS_RAR_CANNOT_CREATE, "\nFILE", true},
+                  {17, IDS_RAR_CANNOT_CLOSE, "\nFILE", false}, {18, IDS_RAR_READ_ERROR, "\nFILE", false},
+                  {19, IDS_RAR_WRITE_ERROR, "\nFILE", true},   {20, IDS_RAR_BUFFER_TOO_SMALL, "", true}};
 
     for (const auto& one : kCases) {
         EXPECT_EQ(rar::CheckRarResult(one.code, header), one.goesOn) << one.code;
@@ -209,13 +211,13 @@ TEST_F(RarTest, StaysInTheTargetAndMakesNoLinks) {
         const auto outcome = Extract();
         EXPECT_FALSE(outcome.complete);
         EXPECT_EQ(outcome.written, 0) << "the folder there is a link, which is not followed";
-        EXPECT_EQ(messages.Ids(), Ids(14, 534));
+        EXPECT_EQ(messages.Ids(), Ids(14, IDS_RAR_CANNOT_CREATE));
         EXPECT_EQ(dir.Count("elsewhere"), 0u);
         std::filesystem::remove(dir.Host("out/sub"));
     }
     messages.shown.clear();
     EXPECT_EQ(Extract().written, 1);
-    EXPECT_EQ(messages.Ids(), Ids(13, 534));
+    EXPECT_EQ(messages.Ids(), Ids(13, IDS_RAR_CANNOT_CREATE));
     EXPECT_EQ(dir.Read("out/sub/both/ways"), "good");
     EXPECT_EQ(dir.Count(), 3u) << "the archive, elsewhere and out";
     EXPECT_EQ(dir.Count("out"), 1u);
@@ -244,7 +246,7 @@ TEST_F(RarTest, NeverCallsComplete) {
     std::filesystem::remove(dir.Host("A.rar"));
     messages.shown.clear();
     EXPECT_FALSE(Extract().complete);
-    EXPECT_EQ(messages.Ids(), Ids{528});
+    EXPECT_EQ(messages.Ids(), Ids{IDS_RAR_ARCHIVE_GONE});
     EXPECT_TRUE(messages.shown[0].text.ends_with("\nE:\\A.rar"));
 }
 
@@ -272,18 +274,18 @@ TEST_F(RarTest, GoesOnPastFilesThatCannotBeWritten) {
         if (!disk.IsMounted())
             GTEST_SKIP() << "mounting takes a super-user";
         EXPECT_EQ(Extract().written, 1);
-        EXPECT_EQ(messages.Ids(), Ids{537});
+        EXPECT_EQ(messages.Ids(), Ids{IDS_RAR_WRITE_ERROR});
         EXPECT_EQ(dir.Read("out/small"), "s");
         EXPECT_EQ(dir.Count("out"), 1u) << "nothing of the big one";
         ASSERT_TRUE(disk.Protect());
         messages.shown.clear();
         EXPECT_FALSE(Extract().complete);
-        EXPECT_EQ(messages.Ids(), (Ids{534, 534}));
+        EXPECT_EQ(messages.Ids(), (Ids{IDS_RAR_CANNOT_CREATE, IDS_RAR_CANNOT_CREATE}));
     }
     std::filesystem::create_directory(dir.Host("out/small"));
     messages.shown.clear();
     EXPECT_EQ(Extract().written, 1);
-    EXPECT_EQ(messages.Ids(), Ids{534}) << "a folder has the name";
+    EXPECT_EQ(messages.Ids(), Ids{IDS_RAR_CANNOT_CREATE}) << "a folder has the name";
 }
 
 TEST_F(RarCodesTest, ExtractionFollowsTheCodes) {
@@ -291,11 +293,11 @@ TEST_F(RarCodesTest, ExtractionFollowsTheCodes) {
     rar::RarOutcome outcome = Extract();
     EXPECT_FALSE(outcome.complete);
     EXPECT_EQ(outcome.written, 1);
-    EXPECT_EQ(messages.Ids(), (Ids{534, 537, 538}));
+    EXPECT_EQ(messages.Ids(), (Ids{IDS_RAR_CANNOT_CREATE, IDS_RAR_WRITE_ERROR, IDS_RAR_BUFFER_TOO_SMALL}));
     MakeScript("a f one 0\nb f two 12\nc f three 0\n");
     messages.shown.clear();
     EXPECT_EQ(Extract().written, 1) << "stops at b";
-    EXPECT_EQ(messages.Ids(), Ids{530});
+    EXPECT_EQ(messages.Ids(), Ids{IDS_RAR_BAD_DATA});
     for (const auto& [script, id] :
          {std::pair{"a f x 0\nheaders 15\n", 533u}, {"a f x 0\nclose 17\n", 535u}, {"open 13\n", 531u}}) {
         MakeScript(script);

@@ -1,3 +1,4 @@
+#include "app/TextIds.h"
 #include "archive/zip/ArchiveState.h"
 #include "archive/zip/ZipTest.h"
 #include "platform/Files.h"
@@ -42,7 +43,7 @@ TEST_F(DiskIOTest, NothingIsWrittenOutsideTheTarget) {
           StoredEntry("a/../../b/", ""), StoredEntry("nul.txt", "x"), StoredEntry("", "x"),
           StoredEntry(std::string("a\0b", 3), "x"), StoredEntry("good", "1")});
     EXPECT_EQ(UnPackAll(), 0);
-    EXPECT_EQ(messages.Ids(), Ids(7, 560));
+    EXPECT_EQ(messages.Ids(), Ids(7, IDS_NOT_WRITTEN));
     EXPECT_EQ(Written(), (std::vector<std::string>{"good"}));
     EXPECT_EQ(dir.Count(), 2u);
 }
@@ -56,7 +57,7 @@ TEST_F(DiskIOTest, LinksInTheTargetAreNotFollowed) {
         GTEST_SKIP() << "no links here";
     Load({StoredEntry("link/new", "x"), StoredEntry("link/", ""), StoredEntry("name", "1")});
     EXPECT_EQ(UnPackAll(), 0);
-    EXPECT_EQ(messages.Ids(), (Ids{542, 560, 542}));
+    EXPECT_EQ(messages.Ids(), (Ids{IDS_FOLDER_NOT_MADE, IDS_NOT_WRITTEN, IDS_FOLDER_NOT_MADE}));
     EXPECT_EQ(dir.Count("elsewhere"), 1u);
     EXPECT_EQ(dir.Read("elsewhere/file"), "keep");
     EXPECT_FALSE(std::filesystem::is_symlink(dir.Host("out/name")));
@@ -69,7 +70,8 @@ TEST_F(DiskIOTest, FilesAndFoldersInEachOthersWayAreReported) {
     ZipEntry slash = DeflatedEntry("made/", "");
     Load({StoredEntry("file/a", "x"), StoredEntry("folder", "x"), StoredEntry("file/", ""), slash});
     EXPECT_EQ(UnPackAll(), 0);
-    EXPECT_EQ(messages.Ids(), (Ids{542, 560, 560, 542, 560}));
+    EXPECT_EQ(messages.Ids(), (Ids{IDS_FOLDER_NOT_MADE, IDS_NOT_WRITTEN, IDS_NOT_WRITTEN, IDS_FOLDER_NOT_MADE,
+                                   IDS_NOT_WRITTEN}));
     EXPECT_EQ(messages.shown[0].flags, app::kMessageError);
     EXPECT_EQ(dir.Read("out/FILE"), "keep");
     EXPECT_EQ(Written(), (std::vector<std::string>{"FILE", "MADE/", "folder/"}));
@@ -80,7 +82,7 @@ TEST_F(DiskIOTest, TargetsThatCannotBeMadeAreReportedForEachFile) {
     for (const char* target : {"Q:\\out", "\\\\server\\share", "nowhere"}) {
         messages.shown.clear();
         EXPECT_EQ(front.UnPack(All(), target), 0);
-        EXPECT_EQ(messages.Ids(), (Ids{542, 560, 542})) << target;
+        EXPECT_EQ(messages.Ids(), (Ids{IDS_FOLDER_NOT_MADE, IDS_NOT_WRITTEN, IDS_FOLDER_NOT_MADE})) << target;
     }
     EXPECT_EQ(dir.Count(), 1u);
 }
@@ -113,7 +115,7 @@ TEST_F(DiskIOTest, AFullDiskLeavesNothingHalfWritten) {
     Load({StoredEntry("small", "1"), DeflatedEntry("large", std::string(3 << 20, 'x')),
           DeflatedEntry("old", std::string(3 << 20, 'y')), StoredEntry("after", "2")});
     EXPECT_EQ(UnPackAll(), 0);
-    EXPECT_EQ(messages.Ids(), (Ids{560, 560}));
+    EXPECT_EQ(messages.Ids(), (Ids{IDS_NOT_WRITTEN, IDS_NOT_WRITTEN}));
     EXPECT_EQ(Written(), (std::vector<std::string>{"after", "old", "small"}));
     EXPECT_EQ(dir.Read("out/old"), "old content");
 }
@@ -125,7 +127,7 @@ TEST_F(DiskIOTest, ATargetThatVanishesIsReported) {
         return true;
     });
     EXPECT_EQ(UnPackAll(&observer), 0);
-    EXPECT_EQ(messages.Ids(), (Ids{560}));
+    EXPECT_EQ(messages.Ids(), (Ids{IDS_NOT_WRITTEN}));
     EXPECT_FALSE(std::filesystem::exists(dir.Host("out")));
 }
 

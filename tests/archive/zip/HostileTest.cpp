@@ -1,3 +1,4 @@
+#include "app/TextIds.h"
 #include "archive/zip/ArchiveState.h"
 #include "archive/zip/ZipTest.h"
 
@@ -61,7 +62,9 @@ class HostileTest : private InMemory, public ZipTest {
         std::filesystem::remove_all(dir.Host("out"));
     }
 
-    static inline const std::set<std::uint32_t> kKnown{541, 542, 554, 555, 556, 557, 558, 559, 560};
+    static inline const std::set<std::uint32_t> kKnown{
+        IDS_DAMAGED_DATA,   IDS_FOLDER_NOT_MADE, IDS_UNKNOWN_RECORD, IDS_WRONG_PASSWORD, IDS_NO_LOCAL_HEADER,
+        IDS_WRONG_CHECKSUM, IDS_NO_DATA,         IDS_WRONG_SIZE,     IDS_NOT_WRITTEN};
 };
 
 TEST_F(HostileTest, CutAtEveryByte) {

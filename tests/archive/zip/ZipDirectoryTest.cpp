@@ -1,3 +1,4 @@
+#include "app/TextIds.h"
 #include "archive/zip/ArchiveState.h"
 #include "archive/zip/ZipTest.h"
 
@@ -38,7 +39,7 @@ TEST_F(ZipDirectoryTest, TheScanSkipsDataDescriptors) {
     zip.entries[0].behind = std::string("PK\x07\x08", 4) + std::string(12, 'd');
     zip.comment = "c";
     Load(zip.Bytes());
-    EXPECT_EQ(messages.Ids(), (Ids{554, 554}));
+    EXPECT_EQ(messages.Ids(), (Ids{IDS_UNKNOWN_RECORD, IDS_UNKNOWN_RECORD}));
     EXPECT_EQ(Names(), (std::vector<std::string>{"a", "b"}));
 }
 
@@ -50,7 +51,8 @@ TEST_F(ZipDirectoryTest, ManyUnrecognisedGroupsCanBeTakenAtOnce) {
     messages.restAnswers = {false, true};
     Load(zip.Bytes());
     // Two plain boxes, two that offer the rest, and one for the 96 that were only counted.
-    EXPECT_EQ(messages.Ids(), (Ids{554, 554, 554, 554, 554}));
+    EXPECT_EQ(messages.Ids(), (Ids{IDS_UNKNOWN_RECORD, IDS_UNKNOWN_RECORD, IDS_UNKNOWN_RECORD,
+                                   IDS_UNKNOWN_RECORD, IDS_UNKNOWN_RECORD}));
     EXPECT_TRUE(messages.restAnswers.empty());
     EXPECT_EQ(messages.shown.back().flags, app::kMessageError);
     EXPECT_EQ(Names(), (std::vector<std::string>{"a"}));
@@ -74,7 +76,7 @@ TEST_F(ZipDirectoryTest, AScanThatFindsNothingIsReportedAndLoadsNothing) {
         EXPECT_EQ(Load(broken), 0);
         EXPECT_EQ(zip::State().ArchiveLoaded, 0);
         EXPECT_EQ(front.FileCount(), 0);
-        EXPECT_EQ(messages.Ids(), (Ids{554})) << broken.size();
+        EXPECT_EQ(messages.Ids(), (Ids{IDS_UNKNOWN_RECORD})) << broken.size();
     }
 }
 
@@ -85,7 +87,8 @@ TEST_F(ZipDirectoryTest, HundredMegabytesOfRubbishAreLeftQuickly) {
     const auto start = std::chrono::steady_clock::now();
     Load(rubbish);
     const auto took = std::chrono::steady_clock::now() - start;
-    EXPECT_EQ(messages.Ids(), (Ids{554, 554, 554, 554}));
+    EXPECT_EQ(messages.Ids(),
+              (Ids{IDS_UNKNOWN_RECORD, IDS_UNKNOWN_RECORD, IDS_UNKNOWN_RECORD, IDS_UNKNOWN_RECORD}));
     EXPECT_EQ(front.FileCount(), 0);
     EXPECT_LT(took, std::chrono::seconds(20));
 }

@@ -1,3 +1,4 @@
+#include "app/TextIds.h"
 #include "archive/codec/ByteBuffer.h"
 #include "archive/zip/ArchiveState.h"
 #include "archive/zip/ZipTest.h"
@@ -146,7 +147,8 @@ TEST_F(ZipExtractTest, DamagedEntriesAreReportedAndWritten) {
     EXPECT_EQ(dir.Read("out/endless"), "small");
     EXPECT_EQ(dir.Read("out/table"), table.stored) << "a damaged table leaves the stored bytes";
     EXPECT_EQ(dir.Read("out/fine"), "fine");
-    EXPECT_EQ(messages.Ids(), (Ids{557, 559, 558, 557, 559, 541, 557, 559}));
+    EXPECT_EQ(messages.Ids(), (Ids{IDS_WRONG_CHECKSUM, IDS_WRONG_SIZE, IDS_NO_DATA, IDS_WRONG_CHECKSUM,
+                                   IDS_WRONG_SIZE, IDS_DAMAGED_DATA, IDS_WRONG_CHECKSUM, IDS_WRONG_SIZE}));
     EXPECT_EQ(messages.shown[0].flags, app::kMessageError);
 }
 
@@ -166,7 +168,9 @@ TEST_F(ZipExtractTest, DamagedLargeEntriesAreReportedAndWritten) {
     dir.MakeFile("out/table", "what was there");
     Load({altered, longer, table, block, refused, copied});
     EXPECT_EQ(UnPackAll(), 0);
-    EXPECT_EQ(messages.Ids(), (Ids{557, 557, 559, 541, 557, 559, 557, 559, 560, 557}));
+    EXPECT_EQ(messages.Ids(), (Ids{IDS_WRONG_CHECKSUM, IDS_WRONG_CHECKSUM, IDS_WRONG_SIZE, IDS_DAMAGED_DATA,
+                                   IDS_WRONG_CHECKSUM, IDS_WRONG_SIZE, IDS_WRONG_CHECKSUM, IDS_WRONG_SIZE,
+                                   IDS_NOT_WRITTEN, IDS_WRONG_CHECKSUM}));
     EXPECT_TRUE(dir.Read("out/altered") == prose);
     // A match that does not fit is left out whole.
     const std::string fitting = dir.Read("out/longer").value_or("");
@@ -187,7 +191,8 @@ TEST_F(ZipExtractTest, ALargeEntryInTheWayIsReportedInItsPlace) {
     dir.MakeFolder("out/folder");
     Load({entry, onFolder});
     EXPECT_EQ(UnPackAll(), 0);
-    EXPECT_EQ(messages.Ids(), (Ids{557, 542, 560, 557, 560}));
+    EXPECT_EQ(messages.Ids(), (Ids{IDS_WRONG_CHECKSUM, IDS_FOLDER_NOT_MADE, IDS_NOT_WRITTEN,
+                                   IDS_WRONG_CHECKSUM, IDS_NOT_WRITTEN}));
     EXPECT_EQ(Written(), (std::vector<std::string>{"file", "folder/"}));
 }
 
@@ -200,7 +205,8 @@ TEST_F(ZipExtractTest, ALocalHeaderThatIsNotThereSkipsTheEntry) {
     entries.push_back(StoredEntry("good", "1"));
     Load(entries);
     EXPECT_EQ(UnPackAll(), 0);
-    EXPECT_EQ(messages.Ids(), (Ids{556, 556, 556, 556}));
+    EXPECT_EQ(messages.Ids(),
+              (Ids{IDS_NO_LOCAL_HEADER, IDS_NO_LOCAL_HEADER, IDS_NO_LOCAL_HEADER, IDS_NO_LOCAL_HEADER}));
     EXPECT_EQ(Written(), (std::vector<std::string>{"good"}));
 }
 
@@ -212,7 +218,7 @@ TEST_F(ZipExtractTest, SizesBeyondTheFileReadWhatIsThere) {
     negative.size = 0xFFFFFFFF;
     Load({negative, beyond});
     EXPECT_EQ(UnPackAll(), 0);
-    EXPECT_EQ(messages.Ids(), (Ids{558, 559, 557, 559}));
+    EXPECT_EQ(messages.Ids(), (Ids{IDS_NO_DATA, IDS_WRONG_SIZE, IDS_WRONG_CHECKSUM, IDS_WRONG_SIZE}));
     EXPECT_EQ(dir.Read("out/negative"), "");
     EXPECT_EQ(dir.Read("out/beyond").value_or("").substr(0, 8), "12345678");
 }
@@ -268,7 +274,7 @@ TEST_F(ZipExtractTest, AMissingOrWrongPasswordEndsTheExtraction) {
         messages.shown.clear();
         messages.replies = {reply};
         EXPECT_EQ(UnPackAll(&observer), zip::kStatusRefused);
-        EXPECT_EQ(messages.Ids(), (Ids{555}));
+        EXPECT_EQ(messages.Ids(), (Ids{IDS_WRONG_PASSWORD}));
         EXPECT_EQ(observer.last, 1);
         EXPECT_EQ(Written(), (std::vector<std::string>{"before"}));
         EXPECT_EQ(zip::State().UnpackBuffer.Size(), 0u);
@@ -284,7 +290,7 @@ TEST_F(ZipExtractTest, AnEncryptedEntryNeedsItsTwelveBytes) {
     Load({Encrypted(StoredEntry("empty", ""), "p"), tooShort});
     messages.replies = {"p"};
     EXPECT_EQ(UnPackAll(), zip::kStatusRefused);
-    EXPECT_EQ(messages.Ids(), (Ids{555}));
+    EXPECT_EQ(messages.Ids(), (Ids{IDS_WRONG_PASSWORD}));
     EXPECT_EQ(Written(), (std::vector<std::string>{"empty"}));
     EXPECT_EQ(dir.Read("out/empty"), "");
 }
@@ -308,7 +314,8 @@ TEST_F(ZipExtractTest, FaultsThatComeOftenOfferTheRestAtOnce) {
     Load(entries);
     messages.restAnswers = {true};
     EXPECT_EQ(UnPackAll(), 0);
-    EXPECT_EQ(messages.Ids(), (Ids{557, 557, 557, 560, 557}));
+    EXPECT_EQ(messages.Ids(), (Ids{IDS_WRONG_CHECKSUM, IDS_WRONG_CHECKSUM, IDS_WRONG_CHECKSUM,
+                                   IDS_NOT_WRITTEN, IDS_WRONG_CHECKSUM}));
     EXPECT_EQ(Written().size(), 50u);
 }
 

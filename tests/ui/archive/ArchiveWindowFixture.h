@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/ApplicationState.h"
+#include "app/TextIds.h"
 #include "app/Texts.h"
 #include "fakes/FakeDesktop.h"
 #include "fakes/RecordingMessages.h"
@@ -70,7 +71,7 @@ class ArchiveWindows : public QObject, public testing::Test, public ListDriver {
         app::Application().LanguageId = "0409";
         app::Application().CharsetCode = "0";
         app::LoadLanguageLibrary();
-        ASSERT_FALSE(app::LoadText(308).empty());
+        ASSERT_FALSE(app::LoadText(IDS_NUMBERED_ZIP_TITLE).empty());
         dir_.MakeFolder("out");
     }
 

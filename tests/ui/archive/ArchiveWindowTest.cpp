@@ -1,5 +1,6 @@
 // What the windows of all archive formats have in common, each shown with each.
 
+#include "app/TextIds.h"
 #include "platform/Files.h"
 #include "support/SmallDisk.h"
 #include "ui/archive/ArchiveWindowFixture.h"
@@ -56,7 +57,7 @@ TEST_P(EveryArchiveWindow, NothingIsDoneWithoutASelectionOrAFolder) {
     Check("chkAll");
     for (const char* button : {"cmdExtract", "cmdExtractSame", "cmdOpen"})
         Press(button);
-    EXPECT_EQ(messages_.Ids(), (Ids{524, 524, 524}));
+    EXPECT_EQ(messages_.Ids(), (Ids{IDS_NOTHING_SELECTED, IDS_NOTHING_SELECTED, IDS_NOTHING_SELECTED}));
     EXPECT_TRUE(picker_.prompts.empty());
 
     messages_.shown.clear();
@@ -64,7 +65,7 @@ TEST_P(EveryArchiveWindow, NothingIsDoneWithoutASelectionOrAFolder) {
     picker_.folders = {"  "};
     Press("cmdExtract");
     Press("cmdExtract");
-    EXPECT_EQ(messages_.Ids(), IsZip() ? Ids() : (Ids{525, 525}));
+    EXPECT_EQ(messages_.Ids(), IsZip() ? Ids() : (Ids{IDS_EXTRACTION_FAILED, IDS_EXTRACTION_FAILED}));
     EXPECT_TRUE(window_->isVisible());
     EXPECT_FALSE(ExtractionDone());
     EXPECT_EQ(SelectedNames(), Texts{"a.txt"});
@@ -75,7 +76,9 @@ TEST_P(EveryArchiveWindow, DeletesOnlyAnArchiveThatWasExtractedWhole) {
     Check("chkDelete");
     Select({"a.txt", "b.txt"});
     Press("cmdExtractSame");
-    EXPECT_EQ(messages_.Ids(), IsZip() ? Ids{561} : (Ids{561, 561})) << "for each selected row";
+    EXPECT_EQ(messages_.Ids(),
+              IsZip() ? Ids{IDS_NOT_ALL_EXTRACTED} : (Ids{IDS_NOT_ALL_EXTRACTED, IDS_NOT_ALL_EXTRACTED}))
+        << "for each selected row";
     EXPECT_TRUE(Exists(file));
     EXPECT_FALSE(window_->isVisible());
 
@@ -115,7 +118,7 @@ TEST_P(EveryArchiveWindow, KeepsAnArchiveOfWhichSomethingCannotBeReadBack) {
         Check("chkDelete");
         Press("cmdExtractSame");
         ASSERT_FALSE(messages_.Ids().empty());
-        EXPECT_EQ(messages_.Ids().back(), 612U);
+        EXPECT_EQ(messages_.Ids().back(), std::uint32_t{IDS_NOT_READ_BACK});
         EXPECT_TRUE(Exists(file));
         EXPECT_EQ(dir_.Read("victim.txt"), "mine");
     }
@@ -264,7 +267,7 @@ TEST_P(ReadableOrEmpty, WhatIsNoArchiveLeavesAnEmptyListThatSaysSo) {
     EXPECT_EQ(RowCount(), 0);
     Check("chkAll");
     Press("cmdExtract");
-    EXPECT_EQ(messages_.Ids(), Ids{524});
+    EXPECT_EQ(messages_.Ids(), Ids{IDS_NOTHING_SELECTED});
     const QImage told = List().viewport()->grab().toImage();
     const QRgb background = told.pixel(0, told.height() - 1);
     int written = 0;
@@ -289,7 +292,7 @@ TEST_P(SeveralArchives, StandInOneListAndAreJudgedOneByOne) {
     Check("chkDelete");
     Select({"b2", "a1", "a2"});
     Press("cmdExtractSame");
-    EXPECT_EQ(messages_.Ids(), Ids{561});
+    EXPECT_EQ(messages_.Ids(), Ids{IDS_NOT_ALL_EXTRACTED});
     EXPECT_FALSE(Exists(files[0]));
     EXPECT_TRUE(Exists(files[1]));
     EXPECT_EQ(dir_.Read("one/" + In("A", "a2")), "2");

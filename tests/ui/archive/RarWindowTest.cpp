@@ -1,5 +1,6 @@
 // What only the window of RAR archives does.
 
+#include "app/TextIds.h"
 #include "ui/archive/ArchiveWindowFixture.h"
 
 #include <QProgressBar>
@@ -54,7 +55,7 @@ TEST_F(RarWindow, FoldersAndEmptyFilesNeedNoSelectionButAreNotLost) {
         Select({"docs\\a"});
         picker_.folders = {"E:\\out"};
         Press("cmdExtract");
-        EXPECT_EQ(messages_.Ids(), isInTheWay ? Ids{612} : Ids());
+        EXPECT_EQ(messages_.Ids(), isInTheWay ? Ids{IDS_NOT_READ_BACK} : Ids());
         EXPECT_EQ(Exists("x.rar"), isInTheWay);
         EXPECT_EQ(dir_.Read("out/empty"), isInTheWay ? "mine" : "");
         EXPECT_EQ(dir_.Read("out/docs/a"), "1");
@@ -71,7 +72,7 @@ TEST_F(RarWindow, AnArchiveThatFailsIsKeptAndTheOthersGo) {
     Check("chkAll");
     Check("chkDelete");
     Press("cmdExtractSame");
-    EXPECT_EQ(messages_.Ids(), (Ids{530, 612}));
+    EXPECT_EQ(messages_.Ids(), (Ids{IDS_RAR_BAD_DATA, IDS_NOT_READ_BACK}));
     EXPECT_TRUE(Exists("bad.rar"));
     EXPECT_FALSE(Exists("bad"));
     EXPECT_FALSE(Exists("fine.rar"));

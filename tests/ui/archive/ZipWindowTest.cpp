@@ -1,5 +1,6 @@
 // What only the window of ZIP archives does.
 
+#include "app/TextIds.h"
 #include "platform/Files.h"
 #include "ui/archive/ArchiveWindowFixture.h"
 
@@ -79,14 +80,14 @@ TEST_F(ZipWindow, AWrongPasswordLeavesNoFileAndEachCommandEndsInItsOwnWay) {
     QString inMidWork;
     messages_.onAsk = [&] { inMidWork = Percentage(); };
     Press("cmdExtract");
-    EXPECT_EQ(messages_.Ids(), (Ids{555, 525}));
+    EXPECT_EQ(messages_.Ids(), (Ids{IDS_WRONG_PASSWORD, IDS_EXTRACTION_FAILED}));
     EXPECT_EQ(inMidWork, QStringLiteral("33%"));
     EXPECT_TRUE(window_->isVisible());
     EXPECT_TRUE(Get<QPushButton>("cmdExtract").isEnabled());
 
     messages_.shown.clear();
     Press("cmdExtractSame");
-    EXPECT_EQ(messages_.Ids(), Ids{555});
+    EXPECT_EQ(messages_.Ids(), Ids{IDS_WRONG_PASSWORD});
     EXPECT_FALSE(window_->isVisible());
     EXPECT_FALSE(ExtractionDone());
     EXPECT_TRUE(Exists("locked.zip"));
@@ -136,7 +137,7 @@ TEST_F(ZipWindow, AnArchiveThatDidNotComeOutRightIsKeptThoughItsStatusIsDone) {
         picker_.folders = {"E:\\out"};
         Press("cmdExtract");
         EXPECT_TRUE(Exists(archive));
-        EXPECT_EQ(messages_.Ids().back(), 612U);
+        EXPECT_EQ(messages_.Ids().back(), std::uint32_t{IDS_NOT_READ_BACK});
         EXPECT_FALSE(window_->isVisible());
     }
 }

@@ -1,5 +1,6 @@
 #include "ui/common/FileWork.h"
 
+#include "app/TextIds.h"
 #include "app/Texts.h"
 #include "fakes/RecordingMessages.h"
 #include "support/HostFiles.h"
@@ -71,7 +72,7 @@ TEST_F(FileWorkTest, OneReportForAllFailures) {
         EXPECT_FALSE(ui::ShellDelete("E:\\"));
         EXPECT_TRUE(messages_.shown.empty());
     }
-    ASSERT_EQ(messages_.Ids(), (std::vector<std::uint32_t>{647}));
+    ASSERT_EQ(messages_.Ids(), (std::vector<std::uint32_t>{IDS_NOT_ALL_DELETED}));
     EXPECT_NE(messages_.shown[0].text.find("E:\\gone5\n"), std::string::npos);
     EXPECT_EQ(messages_.shown[0].text.find("E:\\gone6\n"), std::string::npos);
     EXPECT_EQ(FileWork::Current(), nullptr);

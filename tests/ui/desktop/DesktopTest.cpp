@@ -1,3 +1,4 @@
+#include "app/TextIds.h"
 #include "base/Letters.h"
 #include "fakes/RecordingMessages.h"
 #include "support/HostFiles.h"
@@ -142,7 +143,7 @@ TEST_F(FolderPicking, StaysOpenForWhatIsNoFolder) {
     for (const char* typed : {"E:\\missing", "E:\\file.txt", "nonsense", ""})
         Type(typed);
     EXPECT_TRUE(dialog_->isVisible());
-    EXPECT_EQ(messages_.Ids(), std::vector<std::uint32_t>(4, 614));
+    EXPECT_EQ(messages_.Ids(), std::vector<std::uint32_t>(4, IDS_NO_SUCH_FOLDER));
     Press("cancel");
     EXPECT_EQ(dialog_->Folder(), "");
 }

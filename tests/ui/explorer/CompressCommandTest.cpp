@@ -1,3 +1,4 @@
+#include "app/TextIds.h"
 #include "archive/cabinet/CabFile.h"
 #include "platform/Files.h"
 #include "ui/explorer/CommandsFixture.h"
@@ -63,9 +64,10 @@ TEST_F(CompressCommand, PacksFilesAndFoldersAndSelectsTheCabinets) {
     ASSERT_TRUE(Node("E:\\Docs\\photos").isValid());
     EXPECT_FALSE(Get<QAction>("mnuFileCompress").isEnabled()) << "nothing is selected";
     CompressAll();
-    EXPECT_EQ(messages_.Ids(), (Ids{582, 583})) << "and the rows after them are still packed";
+    EXPECT_EQ(messages_.Ids(), (Ids{IDS_FILE_EMPTY, IDS_FILE_ENCRYPTED}))
+        << "and the rows after them are still packed";
     EXPECT_EQ(messages_.shown[0].flags, app::kMessageWarning);
-    EXPECT_EQ(messages_.shown[0].title, app::LoadText(300));
+    EXPECT_EQ(messages_.shown[0].title, app::LoadText(IDS_WARNING_TITLE));
     EXPECT_EQ(Names(), (Texts{"a.txt.cab", "empty.txt", "old.CAB", "photos.cab", "secret.ENC", "z.txt.cab"}));
     EXPECT_EQ(Selected(), (Texts{"a.txt.cab", "photos.cab", "z.txt.cab"}));
     EXPECT_EQ(dir_.Read("Docs/old.CAB"), "a cabinet");
@@ -92,7 +94,8 @@ TEST_F(CompressCommand, RefusesTheSuiteAndLongPaths) {
     CompressAll();
     ClickNode("E:\\long");
     CompressAll();
-    EXPECT_EQ(messages_.Ids(), (Ids{563, 563, 563, 581}));
+    EXPECT_EQ(messages_.Ids(),
+              (Ids{IDS_NEEDED_IN_PLACE, IDS_NEEDED_IN_PLACE, IDS_NEEDED_IN_PLACE, IDS_PATH_TOO_LONG}));
     EXPECT_EQ(Selected(), (Texts{std::string(251 - 8, 'f') + ".cab"}));
     for (const char* left : {"PROGRAM FILES/x", "StartDeck.exe", "tools/startdeck.exe.cab"})
         EXPECT_TRUE(Exists(left)) << left;
@@ -104,7 +107,7 @@ TEST_F(CompressCommand, EndsAtAFolderWithoutFilesAndAtNamesThatCannotBeStored) {
     dir_.MakeFile("Docs/z.txt", "z");
     OpenAt("E:\\Docs");
     CompressAll();
-    EXPECT_EQ(messages_.Ids(), (Ids{576}));
+    EXPECT_EQ(messages_.Ids(), (Ids{IDS_NO_FILE_IN_FOLDER}));
     EXPECT_EQ(Selected().size(), 2U) << "nothing has changed";
     if (!tests::kNamesAreBytes)
         GTEST_SKIP() << "every name here can be stored";
@@ -127,8 +130,9 @@ TEST_F(CompressCommand, EndsAtAFolderWithoutFilesAndAtNamesThatCannotBeStored) {
     });
     Trigger("mnuFileCompress");
     EXPECT_EQ(rows, (Texts{"1 E:\\Docs\\a\\why?.txt", "2 E:\\Docs\\a\\inner\\bytes?"}));
-    EXPECT_EQ(text.toStdString(),
-              app::LoadText(565) + '|' + app::WithUserName(app::LoadText(566)) + '\n' + app::LoadText(567));
+    EXPECT_EQ(text.toStdString(), app::LoadText(IDS_COMPRESSING_STOPPED) + '|' +
+                                      app::WithUserName(app::LoadText(IDS_UNSTORABLE_NAMES)) + '\n' +
+                                      app::LoadText(IDS_RENAME_AND_REPEAT));
     EXPECT_EQ(dir_.Count("Docs"), 2U);
 }
 
@@ -144,11 +148,12 @@ TEST_F(CompressCommand, FailureKeepsTheSourceAndGoesOn) {
     ClickRow("b.txt", Qt::ControlModifier);
     ClickRow("c.txt", Qt::ControlModifier);
     Trigger("mnuFileCompress");
-    ASSERT_EQ(messages_.Ids(), (Ids{503})) << "nothing is said of a file";
+    ASSERT_EQ(messages_.Ids(), (Ids{IDS_CAB_NOT_MADE})) << "nothing is said of a file";
     EXPECT_EQ(messages_.shown[0].flags, app::kMessageError);
-    EXPECT_EQ(messages_.shown[0].title, app::LoadText(301));
-    EXPECT_EQ(messages_.shown[0].text,
-              app::LoadText(503) + " 'E:\\Docs\\a'.\n\nE:\\Docs\\a\\link\n" + app::LoadText(631));
+    EXPECT_EQ(messages_.shown[0].title, app::LoadText(IDS_ERROR_TITLE));
+    EXPECT_EQ(messages_.shown[0].text, app::LoadText(IDS_CAB_NOT_MADE) +
+                                           " 'E:\\Docs\\a'.\n\nE:\\Docs\\a\\link\n" +
+                                           app::LoadText(IDS_PACK_LINK));
     EXPECT_EQ(Names(), (Texts{"a", "b.txt.cab", "b.txt", "c.txt.cab"}));
     EXPECT_EQ(Selected(), (Texts{"b.txt.cab", "c.txt.cab"}));
     EXPECT_TRUE(Exists("Docs/a/link"));
@@ -169,11 +174,11 @@ TEST_F(CompressCommand, EscapeAndClosingTheProgramStopIt) {
     OnWindow("frmMsgCompress", [&](QWidget& notice) {
         EXPECT_EQ(notice.windowTitle(), "Compress");
         EXPECT_EQ(notice.findChild<QLabel*>("Label1")->text().toStdString(),
-                  app::WithUserName(app::LoadText(564)));
+                  app::WithUserName(app::LoadText(IDS_COMPRESSING)));
         EXPECT_EQ(notice.findChild<QLabel*>("path")->text(), "large");
         Trigger("mnuFileCompress"); // does nothing while it runs
         QTest::keyClick(&notice, Qt::Key_Escape);
-        EXPECT_EQ(notice.findChild<QLabel*>("figures")->text().toStdString(), app::LoadText(643));
+        EXPECT_EQ(notice.findChild<QLabel*>("figures")->text().toStdString(), app::LoadText(IDS_STOPPING));
     });
     CompressAll();
     expectUntouched();

@@ -1,3 +1,4 @@
+#include "app/TextIds.h"
 #include "app/Twips.h"
 #include "platform/Files.h"
 #include "ui/explorer/ExplorerWindowFixture.h"
@@ -183,7 +184,7 @@ TEST_F(ExplorerLayout, TheStripShowsTheSpaceOfTheProgramsDrive) {
     Open();
     const QRegularExpression figures(QStringLiteral("^\\d+MB \\((100|\\d{1,2}(\\.\\d{1,2})?)%\\)$"));
     EXPECT_TRUE(figures.match(Get<QLabel>("lblPercent").text()).hasMatch());
-    EXPECT_EQ(Get<QLabel>("lblsize").text().toStdString(), app::LoadText(562) + ": ");
+    EXPECT_EQ(Get<QLabel>("lblsize").text().toStdString(), app::LoadText(IDS_FREE_SPACE) + ": ");
     const auto& bar = Get<QProgressBar>("ProgressBar");
     EXPECT_EQ(Get<QLabel>("lblPercent").text().section(QLatin1String("MB"), 0, 0).toInt(), bar.value());
     EXPECT_GT(bar.maximum(), 0);

@@ -1,3 +1,4 @@
+#include "app/TextIds.h"
 #include "ui/explorer/ExplorerWindowFixture.h"
 
 #include <QTimer>
@@ -26,7 +27,7 @@ TEST_F(ExplorerNavigation, StartsWithTheRemovableDrivesAndTheDesktopAsCurrentFol
     EXPECT_TRUE(Names().empty());
     EXPECT_EQ(app::Application().CurrentNodeKey, "noderoot");
     EXPECT_TRUE(CurrentPath().ends_with('\\'));
-    EXPECT_EQ(messages_.Ids(), platform::IsNTAdmin() ? Ids{} : Ids{528});
+    EXPECT_EQ(messages_.Ids(), platform::IsNTAdmin() ? Ids{} : Ids{IDS_EXTRA_NOT_ADMINISTRATOR});
 }
 
 TEST_F(ExplorerNavigation, AClickListsTheFolderAndItsSubfolders) {
@@ -130,8 +131,8 @@ TEST_F(ExplorerNavigation, ADriveThatWasTakenOutIsReported) {
     ClickNode("E:\\");
     std::filesystem::rename(dir_.Host(), dir_.HostC() / "taken");
     ClickNode("E:\\Docs");
-    EXPECT_EQ(messages_.Ids(), Ids{579});
-    EXPECT_EQ(messages_.shown[0].title, app::LoadText(300));
+    EXPECT_EQ(messages_.Ids(), Ids{IDS_FOLDER_NOT_REACHED});
+    EXPECT_EQ(messages_.shown[0].title, app::LoadText(IDS_WARNING_TITLE));
     EXPECT_TRUE(Names().empty());
     EXPECT_EQ(CurrentPath(), "E:\\");
     std::filesystem::rename(dir_.HostC() / "taken", dir_.Host());
@@ -173,7 +174,7 @@ TEST_F(ExplorerNavigation, CheckedFoldersAreMarkedInTheListOfMarks) {
     clickBox("E:\\Docs");
     EXPECT_EQ(marks(), "");
     clickBox("noderoot");
-    EXPECT_TRUE(QTest::qWaitFor([this] { return messages_.Ids() == Ids{574}; }));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return messages_.Ids() == Ids{IDS_MARKING}; }));
     EXPECT_EQ(marks(), "");
 }
 

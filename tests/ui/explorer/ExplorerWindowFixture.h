@@ -3,6 +3,7 @@
 #include "app/ApplicationState.h"
 #include "app/IniFile.h"
 #include "app/Settings.h"
+#include "app/TextIds.h"
 #include "app/Texts.h"
 #include "fakes/FakeDesktop.h"
 #include "fakes/RecordingMessages.h"
@@ -48,7 +49,7 @@ class ExplorerWindow : public testing::Test, public ListDriver {
         ASSERT_TRUE(app::EnsureSettingsFile());
         app::LoadExtraTextLibrary();
         app::LoadLanguageLibrary();
-        ASSERT_EQ(app::LoadText(123), "My Computer");
+        ASSERT_EQ(app::LoadText(IDS_MY_COMPUTER), "My Computer");
     }
 
     void TearDown() override {

@@ -1,6 +1,7 @@
 #include "ui/explorer/commands/ExtractCommand.h"
 
 #include "app/ApplicationState.h"
+#include "app/TextIds.h"
 #include "archive/rar/RarOperations.h"
 #include "fakes/RecordingMessages.h"
 #include "support/RarBuilder.h"
@@ -118,7 +119,7 @@ TEST_F(ExtractCommand, AMixedSelectionIsRefusedAndNothingIsRefreshed) {
         messages_.shown.clear();
         files_.selected = paths;
         command_.Run();
-        EXPECT_EQ(messages_.Ids(), Ids{523});
+        EXPECT_EQ(messages_.Ids(), Ids{IDS_NOT_ONE_KIND});
         EXPECT_EQ(messages_.shown[0].flags, app::kMessageWarning);
     }
     EXPECT_TRUE(dialogs_.shown.empty());

@@ -1,3 +1,4 @@
+#include "app/TextIds.h"
 #include "platform/DropFiles.h"
 #include "ui/explorer/CommandsFixture.h"
 #include "ui/explorer/list/FileListModel.h"
@@ -37,7 +38,7 @@ TEST_F(FileCommands, CopyPutsTheListIntoEveryForm) {
     EXPECT_TRUE(messages_.shown.empty());
     clipboard_.isReachable = false;
     Trigger("mnuFileCopy");
-    ASSERT_EQ(messages_.Ids(), (Ids{504}));
+    ASSERT_EQ(messages_.Ids(), (Ids{IDS_NOT_ON_CLIPBOARD}));
     EXPECT_EQ(messages_.shown[0].flags, app::kMessageError);
     EXPECT_EQ(messages_.shown[0].title, "Error");
 }
@@ -74,7 +75,7 @@ TEST_F(FileCommands, PasteReplacesAndReportsWhatCannotBe) {
     QTest::keyClick(&List(), Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(dir_.Read("to/inner/a"), "new");
     EXPECT_FALSE(Exists("to/inner/to"));
-    ASSERT_EQ(messages_.Ids(), (Ids{646}));
+    ASSERT_EQ(messages_.Ids(), (Ids{IDS_NOT_ALL_COPIED}));
     EXPECT_NE(messages_.shown[0].text.find("E:\\to\nA folder cannot be copied into itself"),
               std::string::npos);
     EXPECT_NE(messages_.shown[0].text.find("E:\\gone\nThe system cannot find the file"), std::string::npos);
@@ -111,8 +112,8 @@ TEST_F(FileCommands, DeleteAsksAndTakesFoldersOutOfTheTree) {
     Answer(app::kAnswerNo);
     Trigger("mnuFileDel");
     EXPECT_TRUE(Exists("Docs/a.txt"));
-    EXPECT_EQ(messages_.shown[0].text, app::LoadText(505) + "\r\n");
-    EXPECT_EQ(messages_.shown[0].title, app::LoadText(507));
+    EXPECT_EQ(messages_.shown[0].text, app::LoadText(IDS_ASK_DELETE_FILES) + "\r\n");
+    EXPECT_EQ(messages_.shown[0].title, app::LoadText(IDS_DELETE_TITLE));
     EXPECT_EQ(messages_.shown[0].flags, app::kMessageQuestion);
     Trigger("mnuFileDel");
     EXPECT_EQ(Names(), (Texts{"keep.txt"}));
@@ -129,14 +130,14 @@ TEST_F(FileCommands, DeleteKeyStaysInTheList) {
     ClickRow("b");
     QTest::keyClick(&List(), Qt::Key_Delete);
     ASSERT_EQ(messages_.shown.size(), 1U);
-    EXPECT_EQ(messages_.shown[0].text, app::LoadText(505));
+    EXPECT_EQ(messages_.shown[0].text, app::LoadText(IDS_ASK_DELETE_FILES));
     EXPECT_EQ(Names(), (Texts{"a", "c"}));
     EXPECT_EQ(List().currentIndex().row(), 1);
     // A file that has vanished meanwhile is told.
     ClickRow("c");
     fs::remove(dir_.Host("Docs/c"));
     QTest::keyClick(&List(), Qt::Key_Delete);
-    EXPECT_EQ(messages_.Ids(), (Ids{505, 505, 647}));
+    EXPECT_EQ(messages_.Ids(), (Ids{IDS_ASK_DELETE_FILES, IDS_ASK_DELETE_FILES, IDS_NOT_ALL_DELETED}));
     EXPECT_NE(messages_.shown[2].text.find("E:\\Docs\\c\n"), std::string::npos);
     EXPECT_EQ(Names(), (Texts{"a"}));
 }
@@ -157,7 +158,7 @@ TEST_F(FileCommands, RenameInPlace) {
     EXPECT_TRUE(static_cast<ui::FileListModel*>(List().model())->IsConsistent());
     Trigger("nmuFileRename");
     TypeName(List(), "TAKEN.txt");
-    EXPECT_EQ(messages_.Ids(), (Ids{648}));
+    EXPECT_EQ(messages_.Ids(), (Ids{IDS_NOT_RENAMED}));
     EXPECT_EQ(Names(), (Texts{"taken.txt", "zebra.cab"}));
     EXPECT_EQ(dir_.Read("Docs/taken.txt"), "t");
 }
@@ -223,7 +224,7 @@ TEST_F(FileCommands, PropertiesAndTheirFailures) {
     properties_.result = 32;
     Trigger("mnuFileProperties");
     Trigger("mnuFolderProperties");
-    ASSERT_EQ(messages_.Ids(), (Ids{511, 511}));
+    ASSERT_EQ(messages_.Ids(), (Ids{IDS_NO_PROPERTIES, IDS_NO_PROPERTIES}));
     EXPECT_EQ(messages_.shown[0].flags, app::kMessageError);
     EXPECT_EQ(messages_.shown[1].flags, app::kMessageQuestion);
 }

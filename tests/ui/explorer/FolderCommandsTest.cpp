@@ -1,3 +1,4 @@
+#include "app/TextIds.h"
 #include "ui/explorer/CommandsFixture.h"
 
 namespace {
@@ -13,8 +14,8 @@ TEST_F(FolderCommands, DeleteShowsTheFolderAbove) {
     Trigger("mnuFolderDel");
     EXPECT_TRUE(Exists("Docs/Work"));
     Trigger("mnuFolderDel");
-    EXPECT_EQ(messages_.Ids(), (Ids{506, 506}));
-    EXPECT_EQ(messages_.shown[1].title, app::LoadText(507));
+    EXPECT_EQ(messages_.Ids(), (Ids{IDS_ASK_DELETE_FOLDER, IDS_ASK_DELETE_FOLDER}));
+    EXPECT_EQ(messages_.shown[1].title, app::LoadText(IDS_DELETE_TITLE));
     EXPECT_FALSE(Exists("Docs/Work"));
     EXPECT_FALSE(Node("E:\\Docs\\Work").isValid());
     EXPECT_EQ(SelectedNode(), "E:\\Docs");
@@ -32,9 +33,11 @@ TEST_F(FolderCommands, DrivesAndTheRootAreProtected) {
     Trigger("nmuFolderRename");
     ClickNode(std::string(ui::kRootKey));
     QTest::keyClick(&Tree(), Qt::Key_F2);
-    ASSERT_EQ(messages_.Ids(), (Ids{571, 571, 573, 573}));
-    EXPECT_EQ(messages_.shown[0].text, app::LoadText(571) + " \"E:\\\" " + app::LoadText(572));
-    EXPECT_EQ(messages_.shown[3].text, app::LoadText(573) + " \"My Computer\" " + app::LoadText(572));
+    ASSERT_EQ(messages_.Ids(), (Ids{IDS_DELETING, IDS_DELETING, IDS_RENAMING, IDS_RENAMING}));
+    EXPECT_EQ(messages_.shown[0].text,
+              app::LoadText(IDS_DELETING) + " \"E:\\\" " + app::LoadText(IDS_CHANGE_NOT_POSSIBLE));
+    EXPECT_EQ(messages_.shown[3].text,
+              app::LoadText(IDS_RENAMING) + " \"My Computer\" " + app::LoadText(IDS_CHANGE_NOT_POSSIBLE));
     for (const app::Message& message : messages_.shown) {
         EXPECT_EQ(message.title, "Warning");
         EXPECT_EQ(message.flags, app::kMessageWarning);
@@ -48,7 +51,7 @@ TEST_F(FolderCommands, DeletingWhatHasVanishedIsTold) {
     OpenAt("E:\\Docs\\Work");
     fs::remove_all(dir_.Host("Docs/Work"));
     QTest::keyClick(&Tree(), Qt::Key_Delete);
-    EXPECT_EQ(messages_.Ids(), (Ids{506, 647}));
+    EXPECT_EQ(messages_.Ids(), (Ids{IDS_ASK_DELETE_FOLDER, IDS_NOT_ALL_DELETED}));
     EXPECT_TRUE(Node("E:\\Docs\\Work").isValid()) << "the next click removes it";
     Trigger("mnuFolderDel");
     EXPECT_FALSE(Node("E:\\Docs\\Work").isValid());
@@ -69,12 +72,12 @@ TEST_F(FolderCommands, RenameSortsSelectsAndShows) {
     EXPECT_EQ(Names(), (Texts{"a"}));
     Trigger("nmuFolderRename");
     TypeName(Tree(), "Taken");
-    EXPECT_EQ(messages_.Ids(), (Ids{648}));
+    EXPECT_EQ(messages_.Ids(), (Ids{IDS_NOT_RENAMED}));
     EXPECT_NE(messages_.shown[0].text.find("E:\\Zebra\nA file or folder of that name"), std::string::npos);
     EXPECT_EQ(SelectedNode(), "E:\\Zebra");
     Trigger("nmuFolderRename");
     TypeName(Tree(), "in/valid");
-    EXPECT_EQ(messages_.Ids(), (Ids{648, 648}));
+    EXPECT_EQ(messages_.Ids(), (Ids{IDS_NOT_RENAMED, IDS_NOT_RENAMED}));
     EXPECT_TRUE(Exists("Zebra"));
 }
 
@@ -87,8 +90,8 @@ TEST_F(FolderCommands, RenamingAMarkedFolderAsksFirst) {
     QTest::keyClick(&Tree(), Qt::Key_F2);
     TypeName(Tree(), "Other");
     EXPECT_TRUE(Exists("Docs"));
-    ASSERT_EQ(messages_.Ids(), (Ids{509}));
-    EXPECT_EQ(messages_.shown[0].title, app::LoadText(112));
+    ASSERT_EQ(messages_.Ids(), (Ids{IDS_ASK_RENAME_MARKED}));
+    EXPECT_EQ(messages_.shown[0].title, app::LoadText(IDS_RENAME_FOLDER));
     EXPECT_EQ(messages_.shown[0].text.substr(0, 4), "Ada,");
     QTest::keyClick(&Tree(), Qt::Key_F2);
     TypeName(Tree(), "Other");

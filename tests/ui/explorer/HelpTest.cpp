@@ -1,3 +1,4 @@
+#include "app/TextIds.h"
 #include "ui/common/AboutWindow.h"
 #include "ui/explorer/CommandsFixture.h"
 
@@ -14,8 +15,8 @@ TEST_F(HelpCommands, DocumentOfTheLanguageAndSupportPage) {
     Open();
     Trigger("mnuHelpWhat");
     ASSERT_EQ(messages_.shown.size(), 1U);
-    EXPECT_EQ(messages_.shown[0].text, app::LoadExtraText(527));
-    EXPECT_EQ(messages_.shown[0].title, app::LoadText(300));
+    EXPECT_EQ(messages_.shown[0].text, app::LoadExtraText(IDS_EXTRA_NO_HELP_DOCUMENT));
+    EXPECT_EQ(messages_.shown[0].title, app::LoadText(IDS_WARNING_TITLE));
     EXPECT_EQ(messages_.shown[0].flags, app::kMessageWarning);
     std::ofstream(document) << "x";
     Trigger("mnuHelpWhat");
@@ -35,7 +36,7 @@ TEST_F(HelpCommands, AboutBoxNamesTheVersion) {
         wasSeen = true;
         EXPECT_EQ(about->windowTitle(), "About Pellarion");
         EXPECT_EQ(about->findChild<QLabel*>("lblVersion")->text(), "Version " PROJECT_VERSION);
-        EXPECT_EQ(about->findChild<QLabel*>("lblDisclaimer")->text().toStdString(), app::LoadExtraText(500));
+        EXPECT_EQ(about->findChild<QLabel*>("lblDisclaimer")->text().toStdString(), app::LoadExtraText(IDS_EXTRA_LEGAL_NOTICE));
         {
             const tests::ScopedVariable nothing("PATH", "/nowhere");
             QTest::mouseClick(about->findChild<QPushButton*>("cmdSysInfo"), Qt::LeftButton);

@@ -1,5 +1,6 @@
 #include "ui/explorer/commands/CabPacking.h"
 
+#include "app/TextIds.h"
 #include "app/Texts.h"
 #include "base/FileName.h"
 #include "ui/common/BusyCursor.h"
@@ -9,17 +10,6 @@ namespace ui {
 namespace {
 
 using cabinet::CabFailure;
-
-constexpr std::uint32_t kCannotRead = 630;
-constexpr std::uint32_t kLink = 631;
-constexpr std::uint32_t kSpecialFile = 632;
-constexpr std::uint32_t kEmptyFolder = 633;
-constexpr std::uint32_t kName = 634;
-constexpr std::uint32_t kFileTooLarge = 635;
-constexpr std::uint32_t kTooMuch = 636;
-constexpr std::uint32_t kChanged = 637;
-constexpr std::uint32_t kCannotWrite = 638;
-constexpr std::uint32_t kReadBack = 639;
 
 bool Compress(std::int32_t mode, const std::string& path, const std::string& destinationFolder,
               const cabinet::CabProgressFunction& progress, cabinet::CabReport& report) {
@@ -35,26 +25,26 @@ bool Compress(std::int32_t mode, const std::string& path, const std::string& des
 std::uint32_t ReasonId(CabFailure failure) {
     switch (failure) {
     case CabFailure::kLink:
-        return kLink;
+        return IDS_PACK_LINK;
     case CabFailure::kSpecialFile:
-        return kSpecialFile;
+        return IDS_PACK_SPECIAL_FILE;
     case CabFailure::kEmptyFolder:
-        return kEmptyFolder;
+        return IDS_PACK_EMPTY_FOLDER;
     case CabFailure::kName:
-        return kName;
+        return IDS_PACK_NAME;
     case CabFailure::kFileTooLarge:
-        return kFileTooLarge;
+        return IDS_PACK_FILE_TOO_LARGE;
     case CabFailure::kTooManyFiles:
     case CabFailure::kCabinetTooLarge:
-        return kTooMuch;
+        return IDS_PACK_TOO_MUCH;
     case CabFailure::kChanged:
-        return kChanged;
+        return IDS_PACK_CHANGED;
     case CabFailure::kCannotWrite:
-        return kCannotWrite;
+        return IDS_PACK_CANNOT_WRITE;
     case CabFailure::kReadBack:
-        return kReadBack;
+        return IDS_PACK_READ_BACK;
     default:
-        return kCannotRead;
+        return IDS_PACK_CANNOT_READ;
     }
 }
 

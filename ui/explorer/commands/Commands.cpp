@@ -1,5 +1,6 @@
 #include "ui/explorer/commands/Commands.h"
 
+#include "app/TextIds.h"
 #include "app/Texts.h"
 #include "ui/common/Icons.h"
 #include "ui/common/WindowTexts.h"
@@ -117,36 +118,36 @@ void Commands::SetCaption(QAction* action, std::uint32_t textId, const QKeySeque
 }
 
 void Commands::ApplyTexts() {
-    folderMenu_->setTitle(WindowText(110));
-    SetCaption(mnuFolderNew, 100);
-    SetCaption(mnuFolderDel, 101, QKeySequence(Qt::Key_Delete));
-    SetCaption(nmuFolderRename, 102, QKeySequence(Qt::Key_F2));
-    SetCaption(mnuFolderProperties, 103);
-    SetCaption(mnuClose1, 104);
+    folderMenu_->setTitle(WindowText(IDS_FOLDER));
+    SetCaption(mnuFolderNew, IDS_NEW_FOLDER);
+    SetCaption(mnuFolderDel, IDS_DELETE, QKeySequence(Qt::Key_Delete));
+    SetCaption(nmuFolderRename, IDS_RENAME, QKeySequence(Qt::Key_F2));
+    SetCaption(mnuFolderProperties, IDS_PROPERTIES);
+    SetCaption(mnuClose1, IDS_CLOSE);
 
-    fileMenu_->setTitle(WindowText(113));
-    newMenu_->setTitle(WindowText(111));
-    SetCaption(mnuNewFolder, 110);
-    SetCaption(mnuFileOpen, 105, QKeySequence(Qt::Key_Return));
-    SetCaption(mnuFileCompress, 106);
-    SetCaption(mnuFileExtract, 107);
-    SetCaption(mnuFileDel, 101, QKeySequence(Qt::Key_Delete));
-    SetCaption(nmuFileRename, 102, QKeySequence(Qt::Key_F2));
-    SetCaption(mnuFileCopy, 108, QKeySequence::Copy);
-    SetCaption(mnuFilePaste, 109, QKeySequence::Paste);
-    SetCaption(mnuFileProperties, 103);
-    SetCaption(mnuFileRefresh, 125, QKeySequence(Qt::Key_F5));
-    SetCaption(mnuClose2, 104);
+    fileMenu_->setTitle(WindowText(IDS_FILE));
+    newMenu_->setTitle(WindowText(IDS_NEW));
+    SetCaption(mnuNewFolder, IDS_FOLDER);
+    SetCaption(mnuFileOpen, IDS_OPEN, QKeySequence(Qt::Key_Return));
+    SetCaption(mnuFileCompress, IDS_COMPRESS);
+    SetCaption(mnuFileExtract, IDS_EXTRACT);
+    SetCaption(mnuFileDel, IDS_DELETE, QKeySequence(Qt::Key_Delete));
+    SetCaption(nmuFileRename, IDS_RENAME, QKeySequence(Qt::Key_F2));
+    SetCaption(mnuFileCopy, IDS_COPY, QKeySequence::Copy);
+    SetCaption(mnuFilePaste, IDS_PASTE, QKeySequence::Paste);
+    SetCaption(mnuFileProperties, IDS_PROPERTIES);
+    SetCaption(mnuFileRefresh, IDS_REFRESH, QKeySequence(Qt::Key_F5));
+    SetCaption(mnuClose2, IDS_CLOSE);
 
-    helpMenu_->setTitle(ExtraWindowText(103));
-    mnuHelpWhat->setText(ToWindow(app::WithProductName(app::LoadExtraText(104))));
-    mnuHelpOnline->setText(ExtraWindowText(105));
-    mnuHelpUpdates->setText(ExtraWindowText(106));
-    mnuHelpAbout->setText(ExtraWindowText(107));
+    helpMenu_->setTitle(ExtraWindowText(IDS_EXTRA_HELP));
+    mnuHelpWhat->setText(ToWindow(app::WithProductName(app::LoadExtraText(IDS_EXTRA_WHAT_IS))));
+    mnuHelpOnline->setText(ExtraWindowText(IDS_EXTRA_ONLINE_SUPPORT));
+    mnuHelpUpdates->setText(ExtraWindowText(IDS_EXTRA_CHECK_FOR_UPDATES));
+    mnuHelpAbout->setText(ExtraWindowText(IDS_EXTRA_ABOUT));
 
-    SetCaption(up, 120);
+    SetCaption(up, IDS_UP);
     // The toolbars say "new folder" where the menu, under "new", says "folder".
-    mnuNewFolder->setIconText(PlainCaption(WindowText(100)));
+    mnuNewFolder->setIconText(PlainCaption(WindowText(IDS_NEW_FOLDER)));
     mnuNewFolder->setToolTip(mnuNewFolder->iconText());
 }
 

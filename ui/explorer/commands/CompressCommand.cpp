@@ -1,6 +1,7 @@
 #include "ui/explorer/commands/CompressCommand.h"
 
 #include "app/Messages.h"
+#include "app/TextIds.h"
 #include "app/Texts.h"
 #include "base/Letters.h"
 #include "ui/common/FileWork.h"
@@ -24,17 +25,6 @@
 namespace ui {
 namespace {
 
-constexpr std::uint32_t kWarningTitle = 300;
-constexpr std::uint32_t kErrorTitle = 301;
-constexpr std::uint32_t kNotMadeText = 503;
-constexpr std::uint32_t kSuiteText = 563;
-constexpr std::uint32_t kStatusText = 565;
-constexpr std::uint32_t kNamesText = 566;
-constexpr std::uint32_t kRenameText = 567;
-constexpr std::uint32_t kNoFileText = 576;
-constexpr std::uint32_t kTooLongText = 581;
-constexpr std::uint32_t kEmptyFileText = 582;
-constexpr std::uint32_t kEncryptedText = 583;
 constexpr std::uint32_t kNoRefusal = 0;
 
 constexpr std::string_view kCabinetExtension = ".cab";
@@ -51,13 +41,13 @@ bool IsOfTheSuite(const std::string& path) {
 /// The message for what is never packed, or none.
 std::uint32_t RefusalOf(const std::string& path, std::uint64_t size) {
     if (base::EndsWithNoCase(path, ".enc"))
-        return kEncryptedText;
+        return IDS_FILE_ENCRYPTED;
     if (IsOfTheSuite(path))
-        return kSuiteText;
+        return IDS_NEEDED_IN_PLACE;
     if (ToWindow(path).size() >= kTooLongPath)
-        return kTooLongText;
+        return IDS_PATH_TOO_LONG;
     if (size == 0 && !IsFolder(path))
-        return kEmptyFileText;
+        return IDS_FILE_EMPTY;
     return kNoRefusal;
 }
 
@@ -86,7 +76,7 @@ std::vector<CompressCommand::Source> CompressCommand::SelectedSources() const {
 
 CompressCommand::Next CompressCommand::Handle(const Source& source) {
     if (const std::uint32_t refusal = RefusalOf(source.path, source.size); refusal != kNoRefusal) {
-        app::ShowText(refusal, kWarningTitle, app::kMessageWarning);
+        app::ShowText(refusal, IDS_WARNING_TITLE, app::kMessageWarning);
         return Next::kGoOn;
     }
     if (base::EndsWithNoCase(source.path, kCabinetExtension))
@@ -109,7 +99,7 @@ CompressCommand::Next CompressCommand::Pack(const std::string& path) {
     }
     const bool isFolder = IsFolder(path);
     if (isFolder && finder.FileCount() < 1) {
-        app::ShowText(kNoFileText, kWarningTitle, app::kMessageWarning);
+        app::ShowText(IDS_NO_FILE_IN_FOLDER, IDS_WARNING_TITLE, app::kMessageWarning);
         return hasChangedFolder_ ? Next::kEnd : Next::kEndWithoutRefresh;
     }
     // The cabinet takes its place beside its source, wherever the tree's selection has gone.
@@ -131,8 +121,9 @@ CompressCommand::Next CompressCommand::Pack(const std::string& path) {
     } else if (report.failure == cabinet::CabFailure::kStopped) {
         return Next::kEnd;
     } else if (isFolder) {
-        const std::string text = app::LoadText(kNotMadeText) + " '" + path + "'.\n\n" + ReasonText(report);
-        app::Messages().Show({kNotMadeText, text, app::kMessageError, app::LoadText(kErrorTitle)});
+        const std::string text =
+            app::LoadText(IDS_CAB_NOT_MADE) + " '" + path + "'.\n\n" + ReasonText(report);
+        app::Messages().Show({IDS_CAB_NOT_MADE, text, app::kMessageError, app::LoadText(IDS_ERROR_TITLE)});
     }
     return Next::kGoOn;
 }
@@ -140,8 +131,9 @@ CompressCommand::Next CompressCommand::Pack(const std::string& path) {
 /// Tells of names that the ANSI code page cannot hold.
 void CompressCommand::ShowNames(const std::vector<std::string>& paths) const {
     frmMessage report(on_.window.DialogParent());
-    report.SetStatus(app::LoadText(kStatusText));
-    report.SetMessage(app::WithUserName(app::LoadText(kNamesText)) + "\n" + app::LoadText(kRenameText));
+    report.SetStatus(app::LoadText(IDS_COMPRESSING_STOPPED));
+    report.SetMessage(app::WithUserName(app::LoadText(IDS_UNSTORABLE_NAMES)) + "\n" +
+                      app::LoadText(IDS_RENAME_AND_REPEAT));
     for (const std::string& path : paths)
         report.AddPath(path);
     report.ShowNow();

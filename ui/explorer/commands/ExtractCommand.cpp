@@ -2,6 +2,7 @@
 
 #include "app/ApplicationState.h"
 #include "app/Messages.h"
+#include "app/TextIds.h"
 #include "archive/rar/RarOperations.h"
 #include "base/Letters.h"
 #include "ui/common/BusyCursor.h"
@@ -11,8 +12,6 @@
 namespace ui {
 namespace {
 
-constexpr std::uint32_t kWarningTitle = 300;
-constexpr std::uint32_t kNotOneKind = 523;
 constexpr std::string_view kZip = ".zip";
 
 } // namespace
@@ -70,7 +69,7 @@ std::optional<ExtractCommand::Selection> ExtractCommand::Collect(const std::vect
     Selection selection;
     for (const std::string& path : paths) {
         if (RouteOf(path) != route) {
-            app::ShowText(kNotOneKind, kWarningTitle, app::kMessageWarning);
+            app::ShowText(IDS_NOT_ONE_KIND, IDS_WARNING_TITLE, app::kMessageWarning);
             return std::nullopt;
         }
         selection.archives += path + "\r\n";

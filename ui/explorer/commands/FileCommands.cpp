@@ -2,6 +2,7 @@
 
 #include "app/ApplicationState.h"
 #include "app/Messages.h"
+#include "app/TextIds.h"
 #include "app/Texts.h"
 #include "base/FileName.h"
 #include "platform/Files.h"
@@ -24,18 +25,11 @@ namespace ui {
 
 namespace {
 
-constexpr std::uint32_t kNewFolderTitle = 100;
-constexpr std::uint32_t kErrorTitle = 301;
-constexpr std::uint32_t kNotCopiedText = 504;
-constexpr std::uint32_t kDeleteText = 505;
-constexpr std::uint32_t kDeleteTitle = 507;
-constexpr std::uint32_t kNoPropertiesText = 511;
-constexpr std::uint32_t kNewFolderPrompt = 512;
 constexpr int kLastFailure = 32;
 
 bool IsDeletionWanted(const std::string& textEnd) {
-    return app::Messages().Show({kDeleteText, app::LoadText(kDeleteText) + textEnd, app::kMessageQuestion,
-                                 app::LoadText(kDeleteTitle)}) == app::kAnswerYes;
+    return app::Messages().Show({IDS_ASK_DELETE_FILES, app::LoadText(IDS_ASK_DELETE_FILES) + textEnd,
+                                 app::kMessageQuestion, app::LoadText(IDS_DELETE_TITLE)}) == app::kAnswerYes;
 }
 
 } // namespace
@@ -46,7 +40,7 @@ void FileCommands::Copy() {
     if (!run.IsFirst() || paths.empty())
         return;
     if (!ClipboardCopyFiles(paths))
-        app::ShowText(kNotCopiedText, kErrorTitle, app::kMessageError);
+        app::ShowText(IDS_NOT_ON_CLIPBOARD, IDS_ERROR_TITLE, app::kMessageError);
     on_.window.ShowCurrentFolder();
     SelectPaths(on_.list, on_.files, paths);
 }
@@ -173,8 +167,9 @@ void FileCommands::NewFolder() {
     const CommandRun run(on_);
     if (!run.IsFirst())
         return;
-    const std::string title = FromWindow(PlainCaption(WindowText(kNewFolderTitle)));
-    const auto name = app::Messages().Ask(app::WithUserName(app::LoadText(kNewFolderPrompt)), title, false);
+    const std::string title = FromWindow(PlainCaption(WindowText(IDS_NEW_FOLDER)));
+    const auto name =
+        app::Messages().Ask(app::WithUserName(app::LoadText(IDS_ASK_FOLDER_NAME)), title, false);
     if (!name || name->empty())
         return;
     const std::string path = CurrentFolderPath(on_) + *name;
@@ -192,7 +187,7 @@ void FileCommands::Properties() {
     if (row < 0 || on_.isRunning || on_.navigator.IsBusy())
         return;
     if (ShowProperties(on_.files.FullPath(row), on_.window.DialogParent()) <= kLastFailure)
-        app::ShowText(kNoPropertiesText, kErrorTitle, app::kMessageError);
+        app::ShowText(IDS_NO_PROPERTIES, IDS_ERROR_TITLE, app::kMessageError);
 }
 
 } // namespace ui

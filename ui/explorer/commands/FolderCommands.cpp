@@ -2,6 +2,7 @@
 
 #include "app/ApplicationState.h"
 #include "app/Messages.h"
+#include "app/TextIds.h"
 #include "app/Texts.h"
 #include "base/FileName.h"
 #include "ui/common/BusyCursor.h"
@@ -20,15 +21,6 @@ namespace ui {
 
 namespace {
 
-constexpr std::uint32_t kRenameTitle = 112;
-constexpr std::uint32_t kErrorTitle = 301;
-constexpr std::uint32_t kDeleteText = 506;
-constexpr std::uint32_t kDeleteTitle = 507;
-constexpr std::uint32_t kMarkedText = 509;
-constexpr std::uint32_t kNoPropertiesText = 511;
-constexpr std::uint32_t kDeletingText = 571;
-constexpr std::uint32_t kNotPossibleText = 572;
-constexpr std::uint32_t kRenamingText = 573;
 constexpr const char* kProtectedTitle = "Warning";
 constexpr int kLastFailure = 32;
 
@@ -38,13 +30,13 @@ bool FolderCommands::MayChange(const QModelIndex& node, std::uint32_t verbText) 
     if (!IsProtected(on_.nodes, node))
         return true;
     const std::string text = app::LoadText(verbText) + " \"" + FromWindow(on_.nodes.TextOf(node)) + "\" " +
-                             app::LoadText(kNotPossibleText);
+                             app::LoadText(IDS_CHANGE_NOT_POSSIBLE);
     app::Messages().Show({verbText, text, app::kMessageWarning, kProtectedTitle});
     return false;
 }
 
 bool FolderCommands::IsDeletionWanted() const {
-    return app::ShowText(kDeleteText, kDeleteTitle, app::kMessageQuestion) == app::kAnswerYes;
+    return app::ShowText(IDS_ASK_DELETE_FOLDER, IDS_DELETE_TITLE, app::kMessageQuestion) == app::kAnswerYes;
 }
 
 bool FolderCommands::DeleteFolder(const std::string& key) {
@@ -59,7 +51,7 @@ void FolderCommands::Delete() {
     if (!run.IsFirst() || !node.isValid())
         return;
     const std::string key = on_.nodes.KeyOf(node);
-    if (!MayChange(node, kDeletingText) || !IsDeletionWanted()) {
+    if (!MayChange(node, IDS_DELETING) || !IsDeletionWanted()) {
         on_.window.ShowCurrentFolder();
         return;
     }
@@ -73,7 +65,7 @@ void FolderCommands::DeleteByKey() {
     if (!run.IsFirst() || !node.isValid())
         return;
     const std::string key = on_.nodes.KeyOf(node);
-    if (!MayChange(node, kDeletingText) || !IsDeletionWanted() || !DeleteFolder(key))
+    if (!MayChange(node, IDS_DELETING) || !IsDeletionWanted() || !DeleteFolder(key))
         return;
     on_.navigator.RemoveNode(key);
     ShowAfterDeletion(key, true);
@@ -91,7 +83,7 @@ void FolderCommands::ShowAfterDeletion(const std::string& key, bool isGone) {
 
 void FolderCommands::StartRename() {
     const QModelIndex node = on_.tree.currentIndex();
-    if (on_.isRunning || on_.navigator.IsBusy() || !node.isValid() || !MayChange(node, kRenamingText))
+    if (on_.isRunning || on_.navigator.IsBusy() || !node.isValid() || !MayChange(node, IDS_RENAMING))
         return;
     on_.tree.setFocus();
     on_.tree.edit(node);
@@ -103,9 +95,9 @@ void FolderCommands::Rename(const std::string& key, const std::string& newName) 
     if (!run.IsFirst() || !node.isValid() || newName.empty() || on_.nodes.TextOf(node) == ToWindow(newName))
         return;
     if (on_.nodes.IsMarked(node)) {
-        const std::string text = app::WithUserName(app::LoadText(kMarkedText));
-        if (app::Messages().Show({kMarkedText, text, app::kMessageQuestion, app::LoadText(kRenameTitle)}) !=
-            app::kAnswerYes)
+        const std::string text = app::WithUserName(app::LoadText(IDS_ASK_RENAME_MARKED));
+        if (app::Messages().Show({IDS_ASK_RENAME_MARKED, text, app::kMessageQuestion,
+                                  app::LoadText(IDS_RENAME_FOLDER)}) != app::kAnswerYes)
             return;
     }
     const std::string newKey = key.substr(0, key.rfind('\\') + 1) + newName;
@@ -125,7 +117,7 @@ void FolderCommands::Properties() {
         return;
     const std::string path = key == kRootKey ? CurrentFolderPath(on_) : key;
     if (ShowProperties(path, on_.window.DialogParent()) <= kLastFailure)
-        app::ShowText(kNoPropertiesText, kErrorTitle, app::kMessageQuestion);
+        app::ShowText(IDS_NO_PROPERTIES, IDS_ERROR_TITLE, app::kMessageQuestion);
 }
 
 } // namespace ui

@@ -2,6 +2,7 @@
 
 #include "app/ApplicationState.h"
 #include "app/Messages.h"
+#include "app/TextIds.h"
 #include "app/Texts.h"
 #include "base/SystemError.h"
 #include "platform/Files.h"
@@ -19,16 +20,13 @@ namespace ui {
 namespace {
 
 constexpr std::uint32_t kSupportAddress = 1000; // of the program's own strings
-constexpr std::uint32_t kNoAddressText = 515;   // of the second text library, as is the next
-constexpr std::uint32_t kNoDocumentText = 527;
-constexpr std::uint32_t kWarningTitle = 300;
 constexpr int kLastFailure = 32;
 
 /// How long a started program is given before the pointer stops telling that something is going on.
 constexpr int kStartTime = 1000;
 
 void Warn(std::uint32_t id, const std::string& text) {
-    app::Messages().Show({id, text, app::kMessageWarning, app::LoadText(kWarningTitle)});
+    app::Messages().Show({id, text, app::kMessageWarning, app::LoadText(IDS_WARNING_TITLE)});
 }
 
 } // namespace
@@ -39,13 +37,13 @@ void HelpCommands::What() {
     if (platform::FileExists(document))
         Open(document);
     else
-        Warn(kNoDocumentText, app::LoadExtraText(kNoDocumentText));
+        Warn(IDS_EXTRA_NO_HELP_DOCUMENT, app::LoadExtraText(IDS_EXTRA_NO_HELP_DOCUMENT));
 }
 
 void HelpCommands::Online() {
     const std::string address = platform::ProgramString(kSupportAddress);
     if (address.find_first_not_of(' ') == std::string::npos)
-        Warn(kNoAddressText, app::LoadExtraText(kNoAddressText));
+        Warn(IDS_EXTRA_NO_SUPPORT_PAGE, app::LoadExtraText(IDS_EXTRA_NO_SUPPORT_PAGE));
     else
         Open(address);
 }

@@ -1,5 +1,6 @@
 #include "ui/explorer/commands/PackingWindow.h"
 
+#include "app/TextIds.h"
 #include "app/Texts.h"
 #include "ui/common/Fonts.h"
 #include "ui/common/WindowTexts.h"
@@ -9,20 +10,13 @@
 #include <QVBoxLayout>
 
 namespace ui {
-namespace {
-
-constexpr std::uint32_t kCaptionText = 106;
-constexpr std::uint32_t kWaitText = 564;
-
-} // namespace
-
 frmMsgCompress::frmMsgCompress(QWidget* parent)
-    : ProgressWindow(PlainCaption(WindowText(kCaptionText)), parent), Label1_(new QLabel(this)) {
+    : ProgressWindow(PlainCaption(WindowText(IDS_COMPRESS)), parent), Label1_(new QLabel(this)) {
     setObjectName(QStringLiteral("frmMsgCompress"));
     Label1_->setObjectName(QStringLiteral("Label1"));
     Label1_->setTextFormat(Qt::PlainText);
     Label1_->setWordWrap(true);
-    Label1_->setText(ToWindow(app::WithUserName(app::LoadText(kWaitText))));
+    Label1_->setText(ToWindow(app::WithUserName(app::LoadText(IDS_COMPRESSING))));
     static_cast<QVBoxLayout*>(layout())->insertWidget(0, Label1_);
     ApplyFonts(this);
     SetFraction(0);

@@ -2,6 +2,7 @@
 
 #include "app/ApplicationState.h"
 #include "app/Messages.h"
+#include "app/TextIds.h"
 #include "app/Texts.h"
 #include "platform/Files.h"
 #include "ui/common/WindowTexts.h"
@@ -15,11 +16,6 @@ namespace ui {
 
 namespace {
 
-constexpr std::uint32_t kWarningTitle = 300;
-constexpr std::uint32_t kMarkTitle = 304;
-constexpr std::uint32_t kMarkingText = 574;
-constexpr std::uint32_t kNotPossibleText = 575;
-constexpr std::uint32_t kDriveGoneText = 579;
 constexpr std::size_t kDriveRootLength = 3;
 
 std::string WithLastBackslash(const std::string& key) {
@@ -106,7 +102,7 @@ void Navigator::OpenNode(const Click& click) {
         return;
     const std::string path = WithLastBackslash(click.key);
     if (!platform::FolderExists(path.substr(0, kDriveRootLength))) {
-        app::ShowText(kDriveGoneText, kWarningTitle, app::kMessageWarning);
+        app::ShowText(IDS_FOLDER_NOT_REACHED, IDS_WARNING_TITLE, app::kMessageWarning);
         parts_.files->Clear();
         return;
     }
@@ -207,8 +203,8 @@ void Navigator::NodeChecked(const QString& key, bool isChecked) {
 void Navigator::RootChecked() {
     const std::string caption = FromWindow(parts_.nodes->TextOf(parts_.nodes->IndexOf(kRootKey)));
     const std::string text =
-        app::LoadText(kMarkingText) + " \"" + caption + "\" " + app::LoadText(kNotPossibleText);
-    app::Messages().Show({kMarkingText, text, app::kMessageWarning, app::LoadText(kMarkTitle)});
+        app::LoadText(IDS_MARKING) + " \"" + caption + "\" " + app::LoadText(IDS_MARK_NOT_POSSIBLE);
+    app::Messages().Show({IDS_MARKING, text, app::kMessageWarning, app::LoadText(IDS_MARK_TITLE)});
 }
 
 } // namespace ui

@@ -1,6 +1,7 @@
 #include "app/ApplicationState.h"
 #include "app/Messages.h"
 #include "app/Settings.h"
+#include "app/TextIds.h"
 #include "app/Texts.h"
 #include "app/Twips.h"
 #include "platform/Drives.h"
@@ -31,18 +32,6 @@ namespace ui {
 
 namespace {
 
-constexpr std::uint32_t kWindowTitle = 302;
-constexpr std::uint32_t kRootText = 123;
-constexpr std::uint32_t kEncryptedType = 124;
-constexpr std::uint32_t kTreeText = 110; // the menus' titles name the panes too
-constexpr std::uint32_t kListText = 113;
-constexpr std::uint32_t kLocationText = 501;
-constexpr std::uint32_t kSpaceCaption = 502;
-constexpr std::uint32_t kSpaceText = 562;
-constexpr std::uint32_t kEmptyFolderText = 608;
-constexpr std::uint32_t kFirstHeader = 115;
-constexpr std::uint32_t kNotAdministratorText = 528; // of the second text library
-constexpr std::uint32_t kWarningTitle = 300;
 constexpr std::size_t kDriveRootLength = 3;
 
 } // namespace
@@ -55,20 +44,22 @@ void frmtarget::ApplyGeometry() {
 }
 
 void frmtarget::ApplyTexts() {
-    setWindowTitle(WindowText(kWindowTitle));
+    setWindowTitle(WindowText(IDS_WINDOW_TITLE));
     commands_->ApplyTexts();
-    panes_->Strip()->SetCaptions(WindowText(kLocationText), WindowText(kSpaceCaption));
+    panes_->Strip()->SetCaptions(WindowText(IDS_LOCATION_LABEL), WindowText(IDS_FREE_SPACE_LABEL));
     ApplyFonts(this);
     for (QToolBar* tools : {panes_->FolderTools(), panes_->FileTools()}) {
         QFont font = tools->font(); // as small as labels, so that long captions find room side by side
         font.setPointSize(LabelPointSize(app::Application().LanguageId));
         tools->setFont(font);
     }
+    static_assert(IDS_COLUMN_NAME + FileListModel::kModified == IDS_COLUMN_MODIFIED);
     for (std::uint32_t column = 0; column < FileListModel::kVisibleColumns; ++column)
-        files_->SetHeader(static_cast<FileListModel::Column>(column), WindowText(kFirstHeader + column));
-    kinds_.SetEncryptedTypeText(WindowText(kEncryptedType));
-    panes_->List()->SetEmptyText(WindowText(kEmptyFolderText));
-    panes_->ApplyAccessibleNames(PlainCaption(WindowText(kTreeText)), PlainCaption(WindowText(kListText)));
+        files_->SetHeader(static_cast<FileListModel::Column>(column), WindowText(IDS_COLUMN_NAME + column));
+    kinds_.SetEncryptedTypeText(WindowText(IDS_ENCRYPTED_FILE));
+    panes_->List()->SetEmptyText(WindowText(IDS_EMPTY_FOLDER));
+    // The menus' titles name the panes too.
+    panes_->ApplyAccessibleNames(PlainCaption(WindowText(IDS_FOLDER)), PlainCaption(WindowText(IDS_FILE)));
 }
 
 void frmtarget::Load() {
@@ -82,7 +73,7 @@ void frmtarget::Load() {
 void frmtarget::LoadSteps() {
     ApplyTexts();
     panes_->LayoutPanes();
-    nodes_->SetRootText(WindowText(kRootText));
+    nodes_->SetRootText(WindowText(IDS_MY_COMPUTER));
     FuncRemovableDrive();
     const QModelIndex root = nodes_->IndexOf(kRootKey);
     panes_->Tree()->expand(root);
@@ -96,9 +87,9 @@ void frmtarget::LoadSteps() {
         state.CurrentNodeKey = kRootKey;
     }
     if (!platform::IsNTAdmin()) {
-        app::Messages().Show({kNotAdministratorText,
-                              app::WithUserName(app::LoadExtraText(kNotAdministratorText)),
-                              app::kMessageWarning, app::LoadText(kWarningTitle)});
+        app::Messages().Show({IDS_EXTRA_NOT_ADMINISTRATOR,
+                              app::WithUserName(app::LoadExtraText(IDS_EXTRA_NOT_ADMINISTRATOR)),
+                              app::kMessageWarning, app::LoadText(IDS_WARNING_TITLE)});
     }
 }
 
@@ -140,7 +131,7 @@ void frmtarget::RefreshDriveSpace() {
     const auto space = platform::GetDriveSpace(platform::ProgramFolder().substr(0, kDriveRootLength));
     if (!space)
         return;
-    panes_->Strip()->SetSpace(WindowText(kSpaceText) + QLatin1String(": "), FiguresOf(*space));
+    panes_->Strip()->SetSpace(WindowText(IDS_FREE_SPACE) + QLatin1String(": "), FiguresOf(*space));
     panes_->LayoutPanes();
 }
 
