@@ -7,8 +7,8 @@
 
 namespace base {
 
-/// Little-endian numbers of a byte string. What lies outside reads as 0: a caller checks bounds with Has()
-/// where 0 is not an answer that is safe by itself.
+/// Reads little-endian numbers from a byte string. A number that lies outside reads as 0; where 0 could be
+/// taken for a real value, the caller checks the bounds with Has() first.
 class Bytes {
   public:
     explicit Bytes(std::string_view data) : data_(data) {}

@@ -9,10 +9,10 @@ namespace platform {
 /// the running copy for this process until it ends, however it ends.
 bool PreviousInstanceRuns();
 
-/// The platform's administrator test.
+/// Whether the user is an administrator of the computer.
 bool IsNTAdmin();
 
-/// What the operating system's version query reports.
+/// The version of the operating system.
 struct VersionRecord {
     std::uint32_t major = 0;
     std::uint32_t minor = 0;

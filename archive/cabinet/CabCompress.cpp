@@ -32,8 +32,8 @@ std::unique_ptr<PackSource> OpenSource(std::int32_t mode, const std::string& pat
     }
 }
 
-/// Does something that may last, such as bringing data onto a slow medium, on a thread of its own, while the
-/// progress function is told. Answers what it answers.
+/// Runs `work`, which may take long (bringing data onto a slow medium, for example), on a thread of its own
+/// and calls the progress function meanwhile. Returns the result of `work`.
 template <typename Result, typename Work>
 Result DoWhileTelling(ProgressMeter& progress, const Work& work) {
     Result result;

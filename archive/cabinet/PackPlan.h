@@ -9,7 +9,7 @@
 
 namespace cabinet {
 
-/// A folder of the cabinet to be: some consecutive files.
+/// A folder of the cabinet that will be made: some consecutive files.
 struct PlannedFolder {
     std::size_t firstFile = 0;
     std::size_t fileCount = 0;

@@ -27,7 +27,7 @@ class PackInput {
   public:
     virtual ~PackInput() = default;
 
-    /// Reads until `buffer` is full or the file ends; `count` answers how much came.
+    /// Reads until `buffer` is full or the file ends. `count` is set to the number of bytes read.
     virtual base::SystemError Read(std::span<std::uint8_t> buffer, std::size_t& count) = 0;
 
     /// Whether the file is still what it was when it was found.

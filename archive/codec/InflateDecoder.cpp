@@ -68,7 +68,7 @@ InflateDecoder::Outcome InflateDecoder::DecodeBlock(unsigned type) {
 InflateDecoder::Outcome InflateDecoder::CopyStored() {
     const auto size = static_cast<std::size_t>(bits_.end - bits_.begin);
     std::size_t position = bits_.BytePosition();
-    // The length fields may not be the last bytes of the input, so an empty stored block that ends it answers
+    // The length fields may not be the last bytes of the input, so an empty stored block that ends it returns
     // -1. Nothing is lost: all that it could end has been decoded. The position is that of the fields
     // themselves; counted from bytes already in a bit buffer, a good last block of one or two bytes would be
     // refused too.

@@ -6,8 +6,8 @@
 
 namespace codec {
 
-/// Decodes one MSZIP data block as platform::MszipBlockDecoder asks for it, with this engine's Deflate
-/// decoder.
+/// Decodes one MSZIP data block with this engine's Deflate decoder. It has the form of a
+/// cabinet::MszipBlockDecoder.
 bool DecodeMszipBlock(std::span<const std::uint8_t> packed, std::uint8_t* output, std::size_t history,
                       std::size_t size, std::size_t spare);
 

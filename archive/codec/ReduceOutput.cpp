@@ -73,7 +73,8 @@ void ReduceOutput::Put(std::span<const std::uint8_t> values) {
         Put(values[i]);
 }
 
-/// As far as neither the values nor the room end soon. Answers how many values it put.
+/// Handles values quickly as long as neither the values nor the room end soon. Returns how many values it
+/// handled.
 std::size_t ReduceOutput::PutFast(std::span<const std::uint8_t> values) {
     if (values.size() < kFastValues || room_.size() < kFastSpace)
         return 0;

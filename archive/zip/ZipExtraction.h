@@ -28,7 +28,7 @@ class ZipExtraction {
     ZipExtraction(platform::FileReader& archive, const std::vector<ArchiveEntry>& entries,
                   std::string folder);
 
-    /// Extracts the entries whose position in `selection` is true; answers the status of UnPack.
+    /// Extracts the entries whose position in `selection` is true. Returns the status of UnPack.
     std::int16_t Run(const EntrySelection& selection);
 
   private:

@@ -79,7 +79,7 @@ TEST(Messages, DoorsArePutInPlaceAndBack) {
         EXPECT_EQ(app::ShowText(506, 507, app::kMessageQuestion), app::kAnswerNo);
         EXPECT_EQ(outer.Ids(), std::vector<std::uint32_t>{506});
     }
-    // The silent door answers by the buttons.
+    // Without an implementation of its own, a message returns OK or Yes, by its buttons.
     EXPECT_EQ(app::ShowText(505, 507, app::kMessageQuestion), app::kAnswerYes);
     EXPECT_EQ(app::ShowText(524, 300, app::kMessageWarning), app::kAnswerOk);
     EXPECT_EQ(app::Messages().Ask("Name?", "", false), std::nullopt);

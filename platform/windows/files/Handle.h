@@ -52,8 +52,8 @@ Handle OpenToAsk(const std::wstring& path, DWORD flags = 0);
 /// Size of an open file in bytes; 0 when it cannot be asked.
 std::uint64_t SizeOf(const Handle& file);
 
-/// Reads from `offset` until `buffer` is full or the file ends; `count` answers how much came, also after a
-/// failure.
+/// Reads from `offset` until `buffer` is full or the file ends. `count` is set to the number of bytes read,
+/// also after a failure.
 base::SystemError ReadFullyAt(const Handle& file, std::uint64_t offset, std::span<std::uint8_t> buffer,
                               std::size_t& count);
 

@@ -50,7 +50,7 @@ class TemporaryFile {
     base::SystemError error_;
 };
 
-/// Marks an open file as hidden or as the system's own when the file that it replaces is.
+/// Gives an open file the hidden and system attributes of the file that it replaces.
 void KeepAttributes(const Handle& file, std::uint32_t attributes);
 
 /// Deletes a file that is open with the right to.

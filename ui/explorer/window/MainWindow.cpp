@@ -58,7 +58,8 @@ frmtarget::frmtarget(ArchiveDialogs* dialogs)
 }
 
 frmtarget::~frmtarget() {
-    // The views draw from what this object owns and answer focus changes: they go while all of it is there.
+    // The views use objects that this window owns, and react to focus changes, so they are deleted while all
+    // of it still exists.
     disconnect(qApp, nullptr, this, nullptr);
     hide();
     delete panes_;
