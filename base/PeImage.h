@@ -28,7 +28,7 @@ class Bytes {
     std::string_view data_;
 };
 
-/// A stretch of a PE image that is loaded to an address (PE format, section table).
+/// A section of a PE image (PE format, section table).
 struct PeSection {
     std::uint32_t address;
     std::uint32_t offset;
@@ -45,7 +45,8 @@ struct PeImage {
     std::optional<std::size_t> OffsetOf(std::uint32_t address, std::uint32_t size) const;
 };
 
-/// Reads the headers; nothing when they are not those of a PE32 or PE32+ image with a resource directory.
+/// Reads the headers. Returns nothing when they are not those of a PE32 or PE32+ image with a resource
+/// directory.
 std::optional<PeImage> ReadPeImage(const Bytes& bytes);
 
 } // namespace base

@@ -7,7 +7,7 @@
 
 namespace base {
 
-/// Stands for a byte that is not part of a UTF-8 sequence; no code point has this value.
+/// Returned for a byte that is not part of a UTF-8 sequence; no code point has this value.
 inline constexpr char32_t kNotUtf8 = 0xFFFFFFFF;
 
 /// Length of the run of bytes below 0x80 at the start of `text`.

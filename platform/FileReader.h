@@ -10,7 +10,7 @@
 
 namespace platform {
 
-/// A file open for reading at any position. Other programs may read and write it meanwhile.
+/// A file that is open for reading at any position. Meanwhile other programs may read and write it.
 class FileReader {
   public:
     virtual ~FileReader() = default;

@@ -5,8 +5,8 @@
 
 namespace platform {
 
-/// Whether another copy of this program, of the same user, runs already. The first call claims the place of
-/// the running copy for this process until it ends, however it ends.
+/// Whether another copy of this program is already running for the same user. The first call marks this
+/// process as the running copy until it ends, in whatever way.
 bool PreviousInstanceRuns();
 
 /// Whether the user is an administrator of the computer.

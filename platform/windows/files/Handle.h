@@ -43,7 +43,7 @@ class Handle {
 
 inline constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
-/// Opens an existing file for reading, others not hindered.
+/// Opens an existing file for reading. Other programs may go on using it.
 Handle OpenForReading(const std::wstring& path, base::SystemError& error);
 
 /// Opens a file, a folder or (with FILE_FLAG_OPEN_REPARSE_POINT) a link itself, only to ask about it.

@@ -6,7 +6,7 @@
 
 namespace ui {
 
-/// The marks as one moment of the mark list has them; for asking about many folders in a row.
+/// The marks as they are at one moment, for looking up many folders in a row.
 class MarkSet {
   public:
     /// Whether the folder or drive root `path` is marked, without regard to letter case.
