@@ -226,7 +226,7 @@ bool frmtarget::eventFilter(QObject* watched, QEvent* event) {
 
 void frmtarget::closeEvent(QCloseEvent* event) {
     if (IsBusy()) {
-        // What is on the stack below ends first; closing comes back when it has.
+        // The handlers on the stack below end first; then the window is asked to close once more.
         closeWaits_ = true;
         navigator_->CutShort();
         commandSet_->Stop();
