@@ -17,7 +17,7 @@
 
 namespace zip {
 
-/// True for an entry that stands for a folder: no stored bytes and a name that ends in "/".
+/// Whether an entry is a folder: it has no stored bytes and its name ends in "/".
 bool IsFolderEntry(const ArchiveEntry& entry);
 
 /// One extraction: the selected entries of an archive, in directory order, decrypted, decoded, checked and

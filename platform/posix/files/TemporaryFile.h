@@ -28,8 +28,8 @@ class TemporaryFile {
     /// Brings its bytes onto the medium.
     base::SystemError Sync() const;
 
-    /// Takes the name `hostName` in the same folder, or as a path, in place of a file that has it; with
-    /// `flags` as renameat2 knows them.
+    /// Takes the name `hostName` in the same folder (or as a path) and replaces a file that has it. `flags`
+    /// are those of renameat2.
     base::SystemError TakeName(const std::string& hostName, unsigned flags = 0);
 
   private:

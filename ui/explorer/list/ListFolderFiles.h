@@ -15,7 +15,7 @@ namespace ui {
 std::vector<FileRow> ListFolderFiles(const std::string& folder, FileKinds& kinds,
                                      const std::function<bool()>& keepGoing);
 
-/// Gives a row its name and all that follows from it.
+/// Sets the name of a row and everything that depends on it.
 void SetName(FileRow& row, const std::string& name, FileKinds& kinds);
 
 } // namespace ui
