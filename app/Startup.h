@@ -13,13 +13,14 @@ enum class StartupOutcome {
 };
 
 /// Start-up up to the splash window: previous instance, settings file, language and character set with their
-/// checks, both text libraries, the owner's name. Messages go through the message door.
+/// checks, both text libraries, the owner's name. Shows its messages through app::Messages().
 StartupOutcome RunStartup();
 
 /// The orderly stop: frees both text libraries. The caller ends the process.
 void StartupShutdown();
 
-/// What GetOsVersion answers: the version, and whether skins are allowed (5.1 and 5.2 only).
+/// The result of GetOsVersion: the version of the system, and whether skins are allowed (versions 5.1 and 5.2
+/// only).
 struct OsVersion {
     unsigned major = 0;
     unsigned minor = 0;
@@ -28,8 +29,8 @@ struct OsVersion {
 
 OsVersion GetOsVersion();
 
-/// The same for a version record. Versions 5.1 and 5.2 mean those of the NT family (platform id 2): the 5.1
-/// of another system's kernel has nothing to do with them.
+/// The same for a given version record. Only versions 5.1 and 5.2 of the NT family (platform id 2) allow
+/// skins; version 5.1 of another system's kernel does not.
 OsVersion OsVersionFrom(const platform::VersionRecord& record);
 
 /// Sets SkinAllowed and, when skins are allowed and one is named, SkinFilePath.

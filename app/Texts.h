@@ -7,7 +7,7 @@
 namespace app {
 
 /// Copies the language library to the working folder on the fixed drive and loads the copy. A failure is
-/// shown as "Error: " with the system's description; every text of the library is empty then.
+/// shown as "Error: " with the system's description; after it every text of the library is empty.
 void LoadLanguageLibrary();
 void LoadExtraTextLibrary();
 

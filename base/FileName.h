@@ -4,8 +4,9 @@
 
 namespace base {
 
-/// Whether a file or folder may be given this name on every system that a drive may be carried to: not empty,
-/// not made of dots alone, no dot or blank at its end, none of \ / : * ? " < > | and no control character.
+/// Whether a file or folder may be given this name on every system that the drive may be used with. The name
+/// must not be empty, must not consist of dots alone, must not end in a dot or a blank, and must not contain
+/// \ / : * ? " < > | or a control character.
 bool IsFileName(std::string_view name);
 
 /// The last component of a path, which has no last backslash.

@@ -2,7 +2,7 @@
 
 namespace base {
 
-/// The Windows code page that goes with a font character-set number; 1252 for one that has none of its own.
+/// The Windows code page that belongs to a font character-set number; 1252 for a number without one.
 int CodePageOfCharset(int charset);
 
 } // namespace base

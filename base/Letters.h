@@ -5,14 +5,14 @@
 
 namespace base {
 
-/// UTF-8 text with every letter in upper case, one code point for one (no "ß" to "SS"), as file names are
-/// compared. Bytes that are not UTF-8 are kept.
+/// UTF-8 text with every letter in upper case, as file names are compared. One code point becomes one code
+/// point ("ß" does not become "SS"). Bytes that are not UTF-8 are kept.
 std::string ToUpper(std::string_view text);
 
 /// The same in lower case.
 std::string ToLower(std::string_view text);
 
-/// Orders two UTF-8 texts without regard to letter case: negative, 0 or positive.
+/// Compares two UTF-8 texts without regard to letter case. Returns a negative number, 0 or a positive number.
 int CompareNoCase(std::string_view left, std::string_view right);
 
 bool EqualsNoCase(std::string_view left, std::string_view right);

@@ -7,9 +7,9 @@
 
 namespace base {
 
-/// Decimal text as a whole number, rounded to the nearest, a value exactly halfway to the even neighbour
-/// ("799.93" is 800, "2000.5" is 2000). A decimal point and a decimal comma both serve. Nothing when the text
-/// is not a number or does not fit in 32 bits.
+/// Reads decimal text and rounds it to the nearest whole number; a value exactly halfway goes to the even
+/// neighbour ("799.93" is 800, "2000.5" is 2000). Both a decimal point and a decimal comma are accepted.
+/// Returns nothing when the text is not a number or does not fit in 32 bits.
 std::optional<std::int32_t> WholeNumber(std::string_view text);
 
 /// A value rounded to the nearest whole number, halves to the even neighbour.

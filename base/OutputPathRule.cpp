@@ -7,7 +7,8 @@ namespace base {
 
 namespace {
 
-// What is written must be reachable by path, below the target folder, to be opened or deleted again.
+// The longest name that is accepted: what is written must be reachable by its path below the target folder,
+// to be opened or deleted later.
 constexpr std::size_t kLongestName = 3072;
 
 constexpr std::array<std::string_view, 6> kDevices{"CON", "PRN", "AUX", "NUL", "CONIN$", "CONOUT$"};

@@ -7,8 +7,8 @@
 
 namespace base {
 
-/// Little-endian numbers of a byte string. What lies outside reads as 0: a caller checks bounds with Has()
-/// where 0 is not an answer that is safe by itself.
+/// Reads little-endian numbers from a byte string. A number that lies outside reads as 0; where 0 could be
+/// taken for a real value, the caller checks the bounds with Has() first.
 class Bytes {
   public:
     explicit Bytes(std::string_view data) : data_(data) {}
@@ -32,7 +32,7 @@ class Bytes {
     std::string_view data_;
 };
 
-/// A stretch of a PE image that is loaded to an address (PE format, section table).
+/// A section of a PE image (PE format, section table).
 struct PeSection {
     std::uint32_t address;
     std::uint32_t offset;
@@ -49,7 +49,8 @@ struct PeImage {
     std::optional<std::size_t> OffsetOf(std::uint32_t address, std::uint32_t size) const;
 };
 
-/// Reads the headers; nothing when they are not those of a PE32 or PE32+ image with a resource directory.
+/// Reads the headers. Returns nothing when they are not those of a PE32 or PE32+ image with a resource
+/// directory.
 std::optional<PeImage> ReadPeImage(const Bytes& bytes);
 
 } // namespace base

@@ -11,8 +11,9 @@ namespace base {
 /// The string table (resource type 6) of a 32- or 64-bit PE image.
 class PeStringTable {
   public:
-    /// Reads the directory of the table. Nothing when `image` is no PE image, has no string table, or its
-    /// headers or the upper levels of its resource directory are damaged. A damaged block is left out.
+    /// Reads the directory of the table. Returns nothing when `image` is no PE image or has no string table,
+    /// or when its headers or the upper levels of its resource directory are damaged. A single damaged block
+    /// is left out.
     static std::optional<PeStringTable> Read(std::string image);
 
     /// The string with this id as UTF-8; lone surrogates become U+FFFD. Empty when there is none, or when its

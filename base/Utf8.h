@@ -7,14 +7,14 @@
 
 namespace base {
 
-/// Stands for a byte that is not part of a UTF-8 sequence; no code point has this value.
+/// Returned for a byte that is not part of a UTF-8 sequence; no code point has this value.
 inline constexpr char32_t kNotUtf8 = 0xFFFFFFFF;
 
 /// Length of the run of bytes below 0x80 at the start of `text`.
 std::size_t AsciiPrefix(std::string_view text);
 
-/// Reads the code point at `position` (less than text.size()) and moves `position` behind it. For a byte that
-/// does not start a well-formed sequence (Unicode, table 3-7) answers kNotUtf8 and moves on by one byte.
+/// Reads the code point at `position`, which is less than text.size(), and moves `position` behind it. Where
+/// no well-formed sequence begins (Unicode, table 3-7), returns kNotUtf8 and moves on by one byte.
 char32_t NextCodePoint(std::string_view text, std::size_t& position);
 
 /// Appends one code point (not a surrogate, at most U+10FFFF).

@@ -8,7 +8,7 @@ namespace bench {
 /// Runs a program, found by the path, without output; ends the bench when it fails.
 void RunCommand(const std::vector<std::string>& words);
 
-/// The same, not for timing: answers the most memory that it held, in bytes, looked at every millisecond.
+/// Runs it, not for timing. Returns the most memory that it held, in bytes, measured every millisecond.
 std::size_t MemoryOf(const std::vector<std::string>& words);
 
 /// Whether the program can be found.

@@ -7,7 +7,7 @@
 
 namespace bench {
 
-/// A folder that goes with everything in it.
+/// A folder that is deleted with everything in it when this object is destroyed.
 class Workplace {
   public:
     explicit Workplace(const std::filesystem::path& parent) {

@@ -5,7 +5,7 @@
 #
 # Headers are included by their path from the root of the project. Those of a layer are linked into an include folder
 # of its own (build/include/<target>), which only the layers that name it under USES can see: an include against the
-# direction of the house does not compile. Headers below posix/ and windows/ are seen by the layer alone, and by
+# order of the layers does not compile. Headers below posix/ and windows/ are seen by the layer alone, and by
 # whoever names <target>_backend.
 function(pellarion_layer target)
   cmake_parse_arguments(ARG "" "" "USES" ${ARGN})

@@ -49,7 +49,7 @@ inline codec::ByteBuffer BufferOf(std::span<const std::uint8_t> bytes) {
 }
 
 /// Decodes with each kernel into a block of exactly the recorded size and compares with what Inflate
-/// answered.
+/// returned.
 inline void CheckKernels(std::span<const std::uint8_t> stream, std::size_t recorded, bool deflate64,
                          int status, std::span<const std::uint8_t> data) {
     struct Output : codec::InflateOutput {

@@ -9,7 +9,7 @@
 
 namespace platform {
 
-/// Reads a file mostly forward, in large steps.
+/// Reads a file in large steps; made for reading mostly forward.
 class BufferedInput {
   public:
     explicit BufferedInput(FileReader& file, std::size_t bufferSize = 65536)
@@ -19,10 +19,11 @@ class BufferedInput {
 
     void Seek(std::uint64_t position) { position_ = position; }
 
-    /// Reads up to out.size() bytes; fewer at the end of the file, or before a fault.
+    /// Reads up to out.size() bytes. Returns fewer at the end of the file, or before a read error.
     std::size_t ReadSome(std::span<std::uint8_t> out);
 
-    /// Fills `out`: kErrorInvalidData when the file ends before, kErrorReadFault when it cannot be read.
+    /// Fills `out`. Returns kErrorInvalidData when the file ends before that, and kErrorReadFault when it
+    /// cannot be read.
     base::SystemError Read(std::span<std::uint8_t> out);
 
     /// Whether bytes that the file had when it was opened could not be read.

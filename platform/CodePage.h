@@ -9,7 +9,7 @@ namespace platform {
 /// On Linux `PELLARION_ANSI_CODEPAGE` overrides it.
 int AnsiCodePage();
 
-/// Chooses the legacy page that stands in for stored bytes that are not UTF-8 while the ANSI code page is
+/// Chooses the legacy code page for stored bytes that are not UTF-8, for the case that the ANSI code page is
 /// UTF-8. `charset` is a font character-set number (0 = Western, 134 = simplified Chinese, 204 = Cyrillic).
 void SetLegacyCharset(int charset);
 

@@ -15,17 +15,17 @@ struct DriveEntry {
     std::string root; ///< absolute, as the host writes it; no trailing separator except for "/"
 };
 
-/// Reads a drive table written as "C=fixed:/path;E=removable:/path". Parts that are not of this form are left
-/// out; the first of two drives with one letter counts.
+/// Reads a drive table written as "C=fixed:/path;E=removable:/path". Parts of another form are left out. When
+/// two drives have the same letter, the first counts.
 std::vector<DriveEntry> ParseDriveSetting(std::string_view setting);
 
 /// Whether the drive table is set from outside, by `PELLARION_DRIVES`: for tests, demos and fixed layouts.
 bool IsDriveTableSet();
 
-/// The drives that are set so. Valid until the setting changes.
+/// The drives of that setting. Valid until the setting changes.
 const std::vector<DriveEntry>& SetDrives();
 
-/// The one with this letter, in either case; null when there is none.
+/// The drive with this letter, in either case; null when there is none.
 const DriveEntry* FindSetDrive(char letter);
 
 } // namespace platform

@@ -6,7 +6,7 @@
 
 namespace platform {
 
-/// The drive types of the system's drive-type query, with its numbers.
+/// The drive types, numbered as in the drive-type query of Windows.
 enum class DriveType {
     kUnknown = 0,
     kNoRoot = 1,
@@ -28,7 +28,8 @@ struct DriveSpace {
     std::uint64_t totalClusters = 0;
 };
 
-/// Free space of the drive whose root is `root`; nothing when it has none or does not answer.
+/// Free space of the drive whose root is `root`. Returns nothing when there is no such drive or it does not
+/// respond.
 std::optional<DriveSpace> GetDriveSpace(const std::string& root);
 
 } // namespace platform

@@ -7,14 +7,14 @@
 
 namespace platform {
 
-/// How a long file operation is coming on. The counts are what has been done since the step before.
+/// Progress of a long file operation. The counts are what has been done since the step before.
 struct FileStep {
     const std::string& path; ///< what is worked on now, in this program's form
     std::uint64_t entries = 0;
     std::uint64_t bytes = 0;
 };
 
-/// Watches over a long file operation.
+/// Interface that receives the progress of a long file operation.
 class FileOperationObserver {
   public:
     virtual ~FileOperationObserver() = default;

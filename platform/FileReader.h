@@ -10,7 +10,7 @@
 
 namespace platform {
 
-/// A file open for reading at any position. Other programs may read and write it meanwhile.
+/// A file that is open for reading at any position. Meanwhile other programs may read and write it.
 class FileReader {
   public:
     virtual ~FileReader() = default;
@@ -22,9 +22,9 @@ class FileReader {
     /// the file or after a read error.
     virtual std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> buffer) = 0;
 
-    /// Whether the path that it was opened by still leads to this very file, and nothing of the file has
-    /// changed since. That another file has taken its place may take 10 ms to show. A reader that has no path
-    /// answers false.
+    /// Whether the path that the file was opened by still leads to this very file, and nothing of the file
+    /// has changed since. When another file has taken its place, that may be noticed up to 10 ms late.
+    /// Returns false for a reader without a path.
     virtual bool IsUnchanged() const { return false; }
 
     /// Opens a file. Returns null and sets `error` on failure; a folder is refused with kErrorAccessDenied.

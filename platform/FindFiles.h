@@ -22,9 +22,9 @@ struct FindData {
 /// The entry at `path` itself; nothing when there is none, or only a link that leads nowhere.
 std::optional<FindData> FindEntry(const std::string& path);
 
-/// Enumeration of the entries of a folder, in the order in which the file system returns them; "." and ".."
-/// are among them, as are hidden and system entries. A link is described by what it points at, a broken one
-/// by itself; both carry kAttributeReparsePoint.
+/// Enumerates the entries of a folder, hidden and system entries and "." and ".." included, in the order in
+/// which the file system returns them. A link has the properties of what it points at, or its own when it is
+/// broken; both kinds carry kAttributeReparsePoint.
 class FindFiles {
   public:
     virtual ~FindFiles() = default;

@@ -22,9 +22,10 @@ struct FileTimes {
 
 /// What a file is given besides its content when it is complete.
 struct FileTraits {
-    /// None: it keeps the time of writing. Times that cannot be set are no failure.
+    /// Without times the file keeps the time of writing. Times that cannot be set are no failure.
     std::optional<FileTimes> times;
-    /// Whoever may read it may run it, where the system has such a mark.
+    /// The file can be started as a program by everybody who may read it, where the system has such a
+    /// permission.
     bool executable = false;
 };
 
@@ -42,8 +43,8 @@ class OutputFile {
     virtual base::SystemError Commit(const FileTraits& traits) = 0;
 };
 
-/// An open folder into which files are written and folders made. It stands for the folder itself, not for its
-/// path: the path is walked once, and a later change of the path does not lead writes astray.
+/// An open folder into which files are written and folders made. It stands for the folder itself and not for
+/// its path: the path is walked once, and a later change of the path does not change where files are written.
 class OutputFolder {
   public:
     virtual ~OutputFolder() = default;
@@ -59,19 +60,19 @@ class OutputFolder {
     /// `error` on failure.
     virtual std::unique_ptr<OutputFile> CreateFile(std::string_view name, base::SystemError& error) = 0;
 
-    /// Opens the folder `name` (one path component, exact first, then without regard to case) inside this
-    /// one, making it, as `nameWhenMade`, when nothing of that name is there. A link is not followed. Returns
-    /// null and sets `error` on failure. Making many folders inside one costs no listing of it for each: what
-    /// an open folder holds is listed at most once.
+    /// Opens the folder `name` (one path component, found exactly first, then without regard to case) inside
+    /// this one. When there is nothing of that name, makes it with the name `nameWhenMade`. A link is not
+    /// followed. Returns null and sets `error` on failure. An open folder is listed at most once, however
+    /// many folders are made inside it.
     virtual std::unique_ptr<OutputFolder> OpenOrCreate(std::string_view name, std::string_view nameWhenMade,
                                                        base::SystemError& error) = 0;
 
-    /// Opens a folder several levels below this one in one step, where the system can: names in their exact
-    /// letter case with "\\" or "/" between them, no link followed. Null means only that OpenOrCreate has to
-    /// be asked level by level.
+    /// Opens a folder several levels below this one in one step, where the system can. The names are in their
+    /// exact letter case with "\\" or "/" between them, and no link is followed. Null means only that the
+    /// caller must open level by level with OpenOrCreate.
     virtual std::unique_ptr<OutputFolder> OpenExact(std::string_view /*path*/) { return nullptr; }
 
-    /// How many folders may be held open at the same time without the system running out of handles.
+    /// How many folders may be open at the same time without the system running out of handles.
     static std::size_t MostOpen();
 
     /// Opens an existing folder by path. Returns null and sets `error` on failure.

@@ -5,14 +5,14 @@
 
 namespace platform {
 
-/// Whether another copy of this program, of the same user, runs already. The first call claims the place of
-/// the running copy for this process until it ends, however it ends.
+/// Whether another copy of this program is already running for the same user. The first call marks this
+/// process as the running copy until it ends, in whatever way.
 bool PreviousInstanceRuns();
 
-/// The platform's administrator test.
+/// Whether the user is an administrator of the computer.
 bool IsNTAdmin();
 
-/// What the operating system's version query reports.
+/// The version of the operating system.
 struct VersionRecord {
     std::uint32_t major = 0;
     std::uint32_t minor = 0;

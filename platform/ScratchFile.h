@@ -8,8 +8,8 @@
 
 namespace platform {
 
-/// A file without a name for what does not fit into memory; it is gone with its owner, however the program
-/// ends.
+/// A file without a name, for data that does not fit into memory. It is deleted with this object, and also
+/// when the program ends in any other way.
 class ScratchFile {
   public:
     virtual ~ScratchFile() = default;

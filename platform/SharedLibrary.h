@@ -5,7 +5,7 @@
 
 namespace platform {
 
-/// A library of the system's own form, loaded while the program runs.
+/// A shared library of the operating system's format, loaded while the program runs.
 class SharedLibrary {
   public:
     virtual ~SharedLibrary() = default;
@@ -26,7 +26,8 @@ class SharedLibrary {
     virtual AnyFunction* Address(const char* name) const = 0;
 };
 
-/// One of this program's paths as libraries take paths: the host's, in the system's code page.
+/// Converts one of this program's paths to the form that the RAR library takes: the host's path, in the
+/// system's code page.
 std::string LibraryPathOf(const std::string& path);
 
 /// The name that a library of this base name has on this system.

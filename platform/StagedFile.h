@@ -10,21 +10,21 @@
 
 namespace platform {
 
-/// A new file under a temporary name, which takes its own name only when its content has been checked.
-/// Destroyed before that, or with the whole program, it leaves nothing under its own name.
+/// A new file under a temporary name, which takes its final name only when its content has been checked. When
+/// this object is destroyed before that, or the program ends, nothing is left under the final name.
 class StagedFile : public FileReader {
   public:
     virtual base::SystemError WriteAt(std::uint64_t offset, std::span<const std::uint8_t> data) = 0;
 
-    /// Brings all that was written onto the medium, so that what is read afterwards comes from there where
-    /// the system allows it.
+    /// Brings all written bytes onto the medium, so that reading them afterwards reads from the medium, where
+    /// the system allows that.
     virtual base::SystemError Flush() = 0;
 
-    /// Gives the file its name, in place of another file of that name.
+    /// Gives the file its name and replaces another file of that name.
     virtual base::SystemError Commit() = 0;
 
-    /// Starts the file `name` in `folder`, and takes away what programs that were killed have left of theirs
-    /// there. Returns null and sets `error` on failure.
+    /// Starts the file `name` in `folder`. Deletes files that programs left there when they were killed.
+    /// Returns null and sets `error` on failure.
     static std::unique_ptr<StagedFile> Create(const std::string& folder, const std::string& name,
                                               base::SystemError& error);
 };

@@ -4,8 +4,8 @@
 
 namespace platform {
 
-/// A moment as the number of 100-nanosecond intervals since 1 January 1601, 00:00. Whether it is UTC or local
-/// time is said where it is used; 0 is that first moment.
+/// A point in time as the number of 100-nanosecond intervals since 1 January 1601, 00:00. Each use says
+/// whether it is UTC or local time. 0 is that first moment.
 struct FileTime {
     std::uint64_t ticks = 0;
     friend bool operator==(const FileTime&, const FileTime&) = default;

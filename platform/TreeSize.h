@@ -9,13 +9,14 @@
 
 namespace platform {
 
-/// Counts what lies at a path: a file, or a folder with all below it, links not followed. Some entries at a
-/// time, so that a window stays alive over a large folder. What cannot be read counts as nothing.
+/// Counts the files and folders at a path: a file, or a folder with everything below it; links are not
+/// followed. Each call counts some entries only, so that a window can go on reacting. What cannot be read
+/// counts as nothing.
 class TreeSize {
   public:
     explicit TreeSize(const std::string& path);
 
-    /// Counts up to `entries` more; false when all has been counted.
+    /// Counts up to `entries` more. Returns false when everything has been counted.
     bool CountSome(std::size_t entries);
 
     std::uint64_t Files() const { return files_; }

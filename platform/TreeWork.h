@@ -8,13 +8,13 @@
 
 namespace platform {
 
-/// What copying and deleting a tree have in common on every host: who watches it, and what has come of it so
+/// The part that copying and deleting a tree have in common on every system: the observer, and the result so
 /// far.
 class TreeWork {
   public:
     explicit TreeWork(FileOperationObserver& observer) : observer_(observer) {}
 
-    /// Tells that so much has been done, and answers whether to go on.
+    /// Reports progress to the observer. Returns whether to go on.
     bool Proceed(const std::string& path, std::uint64_t entries = 0, std::uint64_t bytes = 0) {
         isStopped_ = !observer_.Proceed({path, entries, bytes}) || isStopped_;
         return !isStopped_;
@@ -35,7 +35,7 @@ class TreeWork {
         return failures_ > 0 ? FileOutcome::kFailed : FileOutcome::kDone;
     }
 
-    /// Whether after such a failure the rest would only fail too.
+    /// Whether the rest would only fail in the same way after this failure.
     static bool IsHopeless(base::SystemError error) {
         return error.code == base::kErrorDiskFull || error.code == base::kErrorWriteProtect ||
                error.code == base::kErrorNotReady;

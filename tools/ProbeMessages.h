@@ -10,9 +10,9 @@
 
 namespace tools {
 
-/// Keeps the ids of the messages of one run and answers OK; a prompt is answered with the given password, or
-/// cancelled. After a thousand reports it takes the rest of a kind at once, so that it cannot grow without
-/// end.
+/// Keeps the ids of the messages of one run and returns OK for each. A prompt gets the given password, or is
+/// cancelled when there is none. After a thousand reports the rest of a kind is left out at once, so that the
+/// list cannot grow without end.
 class ProbeMessages final : public app::MessageDoor {
   public:
     explicit ProbeMessages(std::optional<std::string> password) : password_(std::move(password)) {}

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Makes the demo stick: a folder laid out like the suite's removable drive, with files to browse and real archives.
+"""Makes the demo stick: a folder laid out like the drive that the program lives on, with files and real archives.
 
     demo_stick.py STICK [--program FOLDER]
 
@@ -70,7 +70,7 @@ def write(path, content, time=stamp(1)):
 
 
 def plain_files(stick):
-    write(stick / "startdeck.exe", b"The suite's launcher stands here on a real drive; this demo has none.\r\n")
+    write(stick / "startdeck.exe", b"A real drive has its launcher here; this demo has none.\r\n")
     write(stick / "Program/Bin/OwnerInfo.ini", f"[OwnerInfo]\r\nName={OWNER}\r\n".encode())
 
     documents = stick / "Documents"

@@ -1,5 +1,5 @@
-// The engine without windows: lists, extracts or makes one archive through the classes that the dialogs use
-// and prints, as JSON, what they answer.
+// The engine without windows: lists, extracts or makes one archive through the classes that the windows use
+// and prints their results as JSON.
 
 #include "CrcText.h"
 #include "DateText.h"

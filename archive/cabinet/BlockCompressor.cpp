@@ -11,7 +11,7 @@ namespace cabinet {
 namespace {
 
 constexpr int kLevel = 5; // quicker than the usual; history gains more than it costs
-/// How hard matches are looked for: the gain of each further step is small beside its time.
+/// How hard the compressor looks for matches. Larger numbers gain little and take much longer.
 constexpr int kGoodLength = 4;
 constexpr int kLazyLength = 8;
 constexpr int kNiceLength = 16;
@@ -21,10 +21,10 @@ constexpr int kMemoryLevel = 8;
 
 constexpr std::size_t kMarkSize = 2; // "CK"
 constexpr std::size_t kStoredHeader = 5;
-/// The format allows no more than this beyond the raw size, mark included.
+/// Most bytes that the format allows beyond the raw size, the signature included.
 constexpr std::size_t kMostGrowth = 12;
 static_assert(kMarkSize + kStoredHeader <= kMostGrowth, "a block that cannot be compressed can be stored");
-/// The compressor itself stores what it cannot compress, in some pieces with a header each.
+/// The compressor stores bytes that it cannot compress, sometimes in several pieces with a header each.
 constexpr std::size_t kMostOverhead = 256;
 
 /// RFC 1951, 3.2.6: the last block of a stream, fixed codes, and nothing but the end of the block.
@@ -66,9 +66,9 @@ void BlockCompressor::Begin(std::span<const std::uint8_t> history) {
         deflateSetDictionary(stream_.get(), history.data(), static_cast<uInt>(history.size()));
 }
 
-/// Ends the Deflate stream of a block and keeps what the compressor knows for the next: the stream itself
-/// goes on, and what stands in it between two blocks is an empty final block (RFC 1951, 3.2.6) of its own, up
-/// to a whole byte.
+/// Ends the Deflate stream of a block without losing the compressor's history for the next one. The
+/// compressor's own stream goes on; what is written between two blocks is an empty final block (RFC 1951,
+/// 3.2.6), filled up to a whole byte.
 void BlockCompressor::EndBlock() {
     unsigned pending = 0;
     int bits = 0;

@@ -8,8 +8,8 @@
 
 namespace cabinet {
 
-/// Makes the MSZIP data blocks of a run, one after another, from nothing but their own bytes and those before
-/// them, so that any number of compressors make the same blocks.
+/// Makes the MSZIP data blocks of a run one after another. A block depends only on its own bytes and those
+/// before it in the run, so any number of compressors working side by side make the same blocks.
 class BlockCompressor {
   public:
     BlockCompressor();
@@ -23,8 +23,9 @@ class BlockCompressor {
     /// Starts a run. `history` is the raw block before it in the folder, or empty.
     void Begin(std::span<const std::uint8_t> history);
 
-    /// Writes the next block, of `raw` (1 to 32,768 bytes, fewer than that only in the last), with its header
-    /// to `out`, which has room for LargestResult(), and answers its size.
+    /// Compresses `raw` into the next block and writes it with its header to `out`, which has room for
+    /// LargestResult() bytes. `raw` holds 1 to 32,768 bytes; only the last block may have fewer than that.
+    /// Returns the size of the block.
     std::size_t Compress(std::span<const std::uint8_t> raw, std::uint8_t* out);
 
   private:

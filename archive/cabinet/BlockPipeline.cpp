@@ -44,7 +44,7 @@ BlockPipeline::BlockPipeline(Output output) : output_(std::move(output)) {
         for (std::size_t i = 0; i < threads; ++i)
             workers_.emplace_back(&BlockPipeline::Work, this);
     } catch (const std::system_error&) {
-        // Fewer threads, or none: then Submit() does the work.
+        // There may be fewer threads than wanted, or none; Submit() does the work then.
     }
 }
 
@@ -59,8 +59,8 @@ BlockPipeline::~BlockPipeline() {
 }
 
 PackedRun* BlockPipeline::Next(bool isContinued, base::SystemError& error) {
-    // One place of the ring stays free for the run that is filled, so the one before it is still there for
-    // its history, handed on or not.
+    // One place of the ring stays free for the run that is being filled. So the run before it still exists
+    // when its history is copied, even if it has been passed on already.
     error = {};
     while (submitted_ - first_ >= runs_.size() - 1 && !error)
         error = HandOnOldest();

@@ -31,8 +31,8 @@ class PackedRun {
 
     bool IsFull() const;
 
-    /// Empties the run and gives it the history that `previous`, the run before it in the same folder, ends
-    /// with.
+    /// Empties the run. Its history becomes the last block of `previous`, the run before it in the same
+    /// folder.
     void Begin(const PackedRun* previous);
 
     std::size_t BlockCount() const;
@@ -50,10 +50,10 @@ class PackedRun {
     bool isPacked_ = false;
 };
 
-/// Packs runs on all processors and hands them on in the order in which they were given.
+/// Packs runs on all processors and passes them on in the order in which they were submitted.
 class BlockPipeline {
   public:
-    /// Takes a packed run; what it answers ends the packing.
+    /// Receives a packed run. An error that it returns ends the packing.
     using Output = std::function<base::SystemError(const PackedRun& run)>;
 
     explicit BlockPipeline(Output output);
@@ -61,14 +61,15 @@ class BlockPipeline {
     BlockPipeline(const BlockPipeline&) = delete;
     BlockPipeline& operator=(const BlockPipeline&) = delete;
 
-    /// An empty run to fill. Waits for the oldest, and hands it on, when all are in use. Null when the output
-    /// failed, with `error` set. `isContinued` says that it goes on in the folder of the run before.
+    /// Returns an empty run to fill. When all are in use, waits for the oldest and passes it on first.
+    /// Returns null and sets `error` when the output has failed. `isContinued` says that the run continues
+    /// the folder of the run before.
     PackedRun* Next(bool isContinued, base::SystemError& error);
 
-    /// Gives the run that Next() answered last to the workers.
+    /// Gives the run that Next() returned last to the worker threads.
     void Submit();
 
-    /// Waits for all that was submitted and hands it on.
+    /// Waits for all submitted runs and passes them on.
     base::SystemError Finish();
 
   private:

@@ -32,8 +32,8 @@ std::unique_ptr<PackSource> OpenSource(std::int32_t mode, const std::string& pat
     }
 }
 
-/// Does something that may last, such as bringing data onto a slow medium, on a thread of its own, while the
-/// progress function is told. Answers what it answers.
+/// Runs `work`, which may take long (bringing data onto a slow medium, for example), on a thread of its own
+/// and calls the progress function meanwhile. Returns the result of `work`.
 template <typename Result, typename Work>
 Result DoWhileTelling(ProgressMeter& progress, const Work& work) {
     Result result;
@@ -48,8 +48,9 @@ Result DoWhileTelling(ProgressMeter& progress, const Work& work) {
     return result;
 }
 
-/// A source is deleted whole, so a file that came or went meanwhile counts as much as one that changed.
-/// Nobody is told meanwhile: whoever is may change it behind the listing.
+/// The source is deleted as a whole later, so a file that was added or removed meanwhile counts as a change,
+/// too. The progress function is not called during this listing, because it lets window messages run, and so
+/// the source could change behind the listing.
 CabReport ListAgain(PackSource& source, const PackPlan& plan, const std::string& path) {
     std::vector<PackEntry> now;
     CabReport report = source.List(now, cabinet::kMostFiles);

@@ -29,7 +29,7 @@ enum class CabFailure : std::int16_t {
     kWrongCall = 13,      ///< a mode that does not exist
 };
 
-/// What a call of CabCompress came to.
+/// How a call of CabCompress ended.
 struct CabReport {
     CabFailure failure = CabFailure::kNone;
     std::string path;        ///< the file or folder that was the reason; UTF-8, for people to read
@@ -39,15 +39,15 @@ struct CabReport {
     std::string Description() const;
 };
 
-/// How far a call has come.
+/// Progress of a call.
 struct CabProgress {
     std::string_view file;   ///< being packed or compared: its name below the source
     std::uint64_t done = 0;  ///< bytes, packing and comparing counted alike
     std::uint64_t total = 0; ///< never 0
 };
 
-/// Told of the progress several times a second, on the calling thread. Answers false to stop; nothing is left
-/// behind then.
+/// Called with the progress several times a second, on the thread of the call. When it returns false, the
+/// packing stops and leaves nothing behind.
 using CabProgressFunction = std::function<bool(const CabProgress& progress)>;
 
 /// Packs a folder or a file into the cabinet `cabinetName` in the folder `destination` (which ends in a

@@ -8,10 +8,10 @@ namespace cabinet {
 /// Object error: an operation was started without a cabinet.
 inline constexpr std::uint32_t kCabErrorNoName = 0x800407A4;
 
-/// Text of an error number of the system's, as a cabinet iteration fails with it.
+/// Description of a system error that ended a cabinet iteration.
 std::string CabErrorText(std::uint32_t number);
 
-/// Text of an error number of CabFile's own.
+/// Description of an error number that CabFile itself defines.
 std::string CabObjectErrorText(std::uint32_t number);
 
 } // namespace cabinet

@@ -21,7 +21,7 @@ CabResult Raise(std::uint32_t number, std::string description) {
     return {number, std::move(description)};
 }
 
-/// Up to the first NUL, and no further than the field is read.
+/// The name up to its first NUL, and at most kLongestNameRead bytes of it.
 std::string NameOf(const FILE_IN_CABINET_INFO& info) {
     const std::size_t end = info.NameInCabinet.find('\0');
     return info.NameInCabinet.substr(0, std::min(end, kLongestNameRead));

@@ -25,8 +25,9 @@ struct CabResult {
     explicit operator bool() const { return number == 0; }
 };
 
-/// Lists the files of a cabinet and extracts them, one by one or all. What is kept open of the cabinets
-/// serves the next calls and goes with the object. An event handler must not start another operation.
+/// Lists the files of a cabinet and extracts them, one by one or all. Cabinets stay open between calls, to
+/// make the next calls quick, and are closed with the object. An event handler must not start another
+/// operation.
 class CabFile {
   public:
     CabFile();
@@ -73,7 +74,8 @@ class CabFile {
     CabResult Compare(const std::string& fileFilter, const std::string& destination,
                       const std::string& namingSource);
 
-    /// Answers one notification of the iteration in the mode `context`. For CabIterateCallback.
+    /// Handles one notification of the iteration in the mode `context` and returns the value for it. For
+    /// CabIterateCallback.
     std::uint32_t OnNotification(std::uintptr_t context, std::uint32_t notification, void* param1,
                                  std::uintptr_t param2);
 

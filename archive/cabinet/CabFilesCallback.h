@@ -6,12 +6,13 @@ namespace cabinet {
 
 class CabFile;
 
-/// The object whose iteration runs or ran last; null before the first one. One at a time in the process.
+/// The object whose iteration is running or was the last to run; null before the first iteration. Only one
+/// iteration runs in the process at a time.
 CabFile* CurrentCabFile();
 void SetCurrentCabFile(CabFile* cabFile);
 
-/// The function that the cabinet iterator calls: hands all to CurrentCabFile and returns its
-/// answer, or kNoError when there is none.
+/// The function that the cabinet iterator calls. It passes everything to CurrentCabFile and returns what that
+/// returns, or kNoError when there is no such object.
 std::uint32_t CabIterateCallback(std::uintptr_t context, std::uint32_t notification, void* param1,
                                  std::uintptr_t param2);
 

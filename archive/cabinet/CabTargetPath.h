@@ -13,10 +13,12 @@ struct CabTarget {
     std::string Path() const { return root + folder + file; }
 };
 
-/// Target of the file `name` of the cabinet at `cabName`. The destination is the cabinet's own folder when
-/// empty. The file name of the naming source (of `name` when that is empty) without its last extension names
-/// a sub-folder that keeps the file's own folders; when it equals `name`, in any letter case, it is the
-/// target's name itself.
+/// The target of the file `name` of the cabinet at `cabName`.
+///
+/// The destination is the cabinet's own folder when it is empty. The file name of the naming source (of
+/// `name` when that is empty) without its last extension is the name of a sub-folder, in which the file keeps
+/// its own folders. When that file name equals `name`, in any letter case, it becomes the name of the target
+/// itself.
 CabTarget CabTargetPath(const std::string& cabName, const std::string& destination,
                         const std::string& namingSource, const std::string& name);
 

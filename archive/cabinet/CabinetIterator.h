@@ -21,7 +21,7 @@ inline constexpr std::uint32_t kNotifyFileExtracted = 0x13;  ///< param1: FILEPA
 /// Another part of a large file is done. param1: FILE_PROGRESS. This program's own.
 inline constexpr std::uint32_t kNotifyFileProgress = 0x101;
 
-/// Answers to kNotifyFileInCabinet.
+/// Return values for kNotifyFileInCabinet.
 inline constexpr std::uint32_t kFileOpAbort = 0; ///< end the iteration here, which is no failure
 inline constexpr std::uint32_t kFileOpDoIt = 1;  ///< extract it to FullTargetName
 inline constexpr std::uint32_t kFileOpSkip = 2;
@@ -29,7 +29,7 @@ inline constexpr std::uint32_t kFileOpSkip = 2;
 /// kErrorCrc. This program's own.
 inline constexpr std::uint32_t kFileOpCompare = 3;
 
-/// Answer to every other notification: go on. Any other number ends the iteration with it.
+/// Return value for every other notification: go on. Any other number ends the iteration with that error.
 inline constexpr std::uint32_t kNoError = 0;
 
 /// Room of FullTargetName in UTF-16 units, its NUL included.
@@ -42,8 +42,8 @@ struct FILE_IN_CABINET_INFO {
     std::uint16_t DosDate = 0;
     std::uint16_t DosTime = 0;
     std::uint16_t DosAttribs = 0;
-    /// Set by the callback that answers kFileOpDoIt or kFileOpCompare: where the file goes. One that does not
-    /// fit into kFullTargetNameUnits makes the file skipped.
+    /// Set by a callback that returns kFileOpDoIt or kFileOpCompare: where the file goes. A file whose target
+    /// does not fit into kFullTargetNameUnits is skipped.
     std::string FullTargetName;
     /// Set by the callback: the open folder that FullTargetName lies in. It stays open until the next
     /// notification.
@@ -57,8 +57,8 @@ struct FILEPATHS {
     std::uint32_t Win32Error = 0;
 };
 
-/// How far the file in hand is. Any answer but kNoError ends the iteration with it, and nothing of the file
-/// remains.
+/// Progress of the file that is being extracted or compared. When the callback returns anything but kNoError,
+/// the iteration ends with that error and nothing of the file remains.
 struct FILE_PROGRESS {
     std::uint64_t Done = 0; ///< bytes
     std::uint64_t Size = 0;
@@ -72,9 +72,9 @@ struct CABINET_INFO {
     std::uint16_t CabinetNumber = 0; ///< of the cabinet that is open, from 0
 };
 
-/// Iterates over the files of cabinets. The cabinets it has opened, and how far their folders are decoded,
-/// are kept between calls for as long as the files on disk stay the same and the iterator lives, so that
-/// extracting all files one by one, in any order, costs little more than extracting them in one iteration.
+/// Goes through the files of cabinets. Opened cabinets, and how far their folders are decoded, are kept
+/// between calls as long as the files on disk do not change and the iterator lives. Extracting all files one
+/// by one, in any order, therefore costs little more than extracting them in one iteration.
 class CabinetIterator {
   public:
     /// `context`, the notification, and its two parameters; the second is not used by any of the three.
@@ -86,14 +86,18 @@ class CabinetIterator {
     CabinetIterator(const CabinetIterator&) = delete;
     CabinetIterator& operator=(const CabinetIterator&) = delete;
 
-    /// Goes through the files of a cabinet in cabinet order, calling `callback` on this thread. Files that
-    /// began in an earlier cabinet of a set are not notified. With a `name` that is not empty only files of
-    /// that name, in any letter case, are notified; this costs nothing for the others. A file to be extracted
-    /// is written under a temporary name and renamed when it is complete and its time set; what becomes of it
-    /// is notified, and the callback's answer decides whether the iteration goes on. Fails with the error of
-    /// what went wrong: kErrorFileNotFound or kErrorPathNotFound (missing, also the next cabinet of a set
-    /// that a file continues in), kErrorInvalidData (not a cabinet, cut off, or data that cannot be decoded),
-    /// kErrorCrc (a checksum), kErrorReadFault, or what the writing of a file answered.
+    /// Goes through the files of a cabinet in cabinet order and calls `callback` on this thread. Files that
+    /// began in an earlier cabinet of a set are not notified. With a `name` that is not empty, only files of
+    /// that name, in any letter case, are notified; the others cost no time.
+    ///
+    /// A file to be extracted is written under a temporary name and renamed when it is complete and its time
+    /// is set. The callback is then notified of the result, and its return value decides whether the
+    /// iteration goes on.
+    ///
+    /// Returns the error that ended the iteration: kErrorFileNotFound or kErrorPathNotFound (the cabinet is
+    /// missing, or the next cabinet of a set that a file continues in), kErrorInvalidData (not a cabinet, cut
+    /// off, or data that cannot be decoded), kErrorCrc (a wrong checksum), kErrorReadFault, or the error of
+    /// writing a file.
     base::SystemError Iterate(const std::string& cabinet, Callback callback, std::uintptr_t context,
                               std::string_view name = {});
 

@@ -9,7 +9,7 @@
 
 namespace cabinet {
 
-/// Takes decoded bytes; what it answers ends the decoding.
+/// Receives decoded bytes. An error that it returns ends the decoding.
 using ByteSink = std::function<base::SystemError(std::span<const std::uint8_t>)>;
 
 /// Decodes one folder from its start onwards.
@@ -17,8 +17,9 @@ class FolderDecoder {
   public:
     virtual ~FolderDecoder() = default;
 
-    /// Decodes the next `count` bytes and hands them to `sink`, which is empty when they are only passed
-    /// over. After a failure Position() is how much has been handed over and the decoder is of no more use.
+    /// Decodes the next `count` bytes and passes them to `sink`. With an empty `sink` the bytes are only
+    /// skipped. After a failure Position() tells how many bytes were passed on, and the decoder cannot be
+    /// used any more.
     virtual base::SystemError Decode(std::uint64_t count, const ByteSink& sink) = 0;
 
     /// Bytes decoded so far.

@@ -81,7 +81,7 @@ base::SystemError FolderReader::Decode(std::uint64_t count, const ByteSink& sink
     const std::uint64_t start = decoder_->Position();
     base::SystemError error = DecodeKeeping(count, sink, keep);
     if (error.code == base::kErrorInvalidData && dynamic_cast<MszipFolderDecoder*>(decoder_.get())) {
-        // The library has the last word on what a block is.
+        // libmspack decides what the block really is.
         const std::uint64_t reached = decoder_->Position();
         libraryOnly_ = true;
         decoder_ = std::make_unique<MspackFolderDecoder>(source_.file, folder_, source_.dataReserve);
@@ -107,10 +107,10 @@ base::SystemError FolderReader::DecodeKeeping(std::uint64_t count, const ByteSin
     if (kept_.empty() || kept_.back().to != start)
         kept_.push_back({start, start});
     bool hasRoom = true;
-    // Nothing here throws: what is called lies behind a library written in C.
+    // Nothing here may throw, because it is called through a library written in C.
     return decoder_->Decode(count, [&](std::span<const std::uint8_t> data) {
         Stretch& last = kept_.back();
-        // Without room, what is not kept is decoded again when it is wanted.
+        // When there is no room to keep it, it is decoded again when it is needed.
         hasRoom = hasRoom && !source_.scratch.file->WriteAt(scratchBase_ + last.to, data);
         if (hasRoom)
             last.to += data.size();

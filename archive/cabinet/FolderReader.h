@@ -26,9 +26,9 @@ struct DataSource {
     SharedScratch& scratch;
 };
 
-/// Reads any part of a folder. Parts wanted in order are decoded as they come. When some are passed over,
-/// everything decoded from there on is kept in a scratch file, so that no order of parts decodes the folder
-/// more than once.
+/// Reads any part of a folder. Parts that are asked for in order are decoded as they come. When a part is
+/// skipped, everything decoded from there on is kept in a scratch file, so that no order of parts decodes the
+/// folder more than twice.
 class FolderReader {
   public:
     /// All that `source` names outlives this. `wasStarted` says that an earlier reader has begun the folder
@@ -42,8 +42,8 @@ class FolderReader {
     /// Memory that DropDecoder() would give back.
     std::size_t Memory() const { return decoder_ ? decoder_->Memory() : 0; }
 
-    /// Gives up the decoder. A folder that had to be started again once is decoded to its end first, into the
-    /// scratch file, so that it never has to be again.
+    /// Frees the decoder. When the folder has had to be decoded from its start once more already, it is first
+    /// decoded to its end into the scratch file, so that this never happens again.
     void DropDecoder();
 
     /// Whether anything is remembered that a new reader would have to find out again.

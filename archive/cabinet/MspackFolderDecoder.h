@@ -8,8 +8,8 @@
 
 namespace cabinet {
 
-/// Decodes a folder of any method with libmspack. The library is shown a cabinet that holds this folder
-/// alone, so that each folder has a decoder and a position of its own and nothing is read twice.
+/// Decodes a folder of any method with libmspack. The library sees a cabinet that holds this folder alone, so
+/// each folder has its own decoder and position, and nothing is read twice.
 class MspackFolderDecoder final : public FolderDecoder {
   public:
     /// `file` outlives the decoder.

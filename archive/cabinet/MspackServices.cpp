@@ -19,7 +19,8 @@ MspackServices::MspackServices(MspackInput& input) : input_(input) {
     system_.seek = Seek;
     system_.tell = [](mspack_file* handle) { return static_cast<off_t>(Of(handle).position_); };
     system_.message = IgnoreMessage;
-    // Cleared, because a match that reaches back before the data reads what the window held.
+    // The buffer is cleared, because a match that reaches back before the start of the data reads what the
+    // window contained.
     system_.alloc = [](mspack_system*, std::size_t size) { return std::calloc(1, size); };
     system_.free = [](void* memory) { std::free(memory); };
     system_.copy = [](void* from, void* to, std::size_t size) { std::memcpy(to, from, size); };

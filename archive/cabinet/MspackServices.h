@@ -10,7 +10,7 @@
 
 namespace cabinet {
 
-/// The bytes that libmspack takes for a cabinet.
+/// The bytes that libmspack reads as a cabinet.
 class MspackInput {
   public:
     virtual ~MspackInput() = default;
@@ -22,8 +22,8 @@ class MspackInput {
     virtual bool Faulted() const = 0;
 };
 
-/// One instance of libmspack's cabinet decompressor, reading one input and writing to one sink. The names
-/// that the library opens are of no meaning.
+/// One instance of libmspack's cabinet decompressor, which reads one input and writes to one sink. The file
+/// names that the library opens have no meaning.
 class MspackServices {
   public:
     /// `input` outlives this.
@@ -35,8 +35,8 @@ class MspackServices {
     /// The cabinet's records, owned by this; null, with `error` set, when the library refuses them.
     const mscabd_cabinet* Open(base::SystemError& error);
 
-    /// Decodes a file, or any part of a folder that is described like one. `sink` may be empty and must not
-    /// throw. `written` answers how much it was given.
+    /// Decodes a file, or any part of a folder that is described like a file. `sink` may be empty and must
+    /// not throw. `written` is set to the number of bytes that it was given.
     base::SystemError Extract(mscabd_file& file, const ByteSink& sink, std::uint64_t& written);
 
   private:

@@ -9,9 +9,9 @@
 
 namespace cabinet {
 
-/// Decodes an MSZIP folder, block by block, with the program's own Deflate decoder. It takes sound blocks
-/// only: at the first that is anything else it fails, with Position() at the block's start, and another
-/// decoder is to say what the block is.
+/// Decodes an MSZIP folder block by block with our own Deflate decoder. It takes only blocks
+/// without a fault. At the first other block it fails, with Position() at the start of the block, and another
+/// decoder must decide what that block is.
 class MszipFolderDecoder final : public FolderDecoder {
   public:
     /// `input` is shared with other decoders of the cabinet and outlives this one.

@@ -11,7 +11,7 @@
 namespace cabinet {
 namespace {
 
-/// A folder is closed before it would pass this, unless one file alone does.
+/// Most raw bytes of a folder. Only a folder of a single file may be larger.
 constexpr std::uint64_t kFolderTarget = 16u << 20;
 constexpr std::size_t kMostFolders = kContinuedFromPrevious;
 

@@ -9,7 +9,7 @@
 
 namespace cabinet {
 
-/// A folder of the cabinet to be: some consecutive files.
+/// A folder of the cabinet that will be made: some consecutive files.
 struct PlannedFolder {
     std::size_t firstFile = 0;
     std::size_t fileCount = 0;
@@ -18,8 +18,8 @@ struct PlannedFolder {
     std::size_t BlockCount() const;
 };
 
-/// The layout of a cabinet, made before anything is written. Folders are kept small, so that they can be read
-/// back side by side and a file at the end of a large cabinet is soon reached.
+/// The layout of a cabinet, which is decided before anything is written. Folders are kept small, so that they
+/// can be read back side by side and a file at the end of a large cabinet is reached quickly.
 struct PackPlan {
     std::vector<PackEntry> files;
     std::vector<PlannedFolder> folders;

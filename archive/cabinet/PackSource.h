@@ -27,7 +27,7 @@ class PackInput {
   public:
     virtual ~PackInput() = default;
 
-    /// Reads until `buffer` is full or the file ends; `count` answers how much came.
+    /// Reads until `buffer` is full or the file ends. `count` is set to the number of bytes read.
     virtual base::SystemError Read(std::span<std::uint8_t> buffer, std::size_t& count) = 0;
 
     /// Whether the file is still what it was when it was found.
@@ -39,8 +39,8 @@ class PackSource {
   public:
     virtual ~PackSource() = default;
 
-    /// Finds all files, in an order that depends on their names alone. Everything that a cabinet cannot hold
-    /// is a failure and named in the report. Ends with kTooManyFiles as soon as there are more than `most`.
+    /// Finds all files, in an order that depends on their names alone. Anything that a cabinet cannot hold is
+    /// a failure, which `report` names. Ends with kTooManyFiles as soon as there are more than `most`.
     virtual CabReport List(std::vector<PackEntry>& entries, std::size_t most) = 0;
 
     /// Opens a file that List() found. Null, with `report` set, when it cannot be read or is not the same any

@@ -10,8 +10,8 @@
 
 namespace cabinet {
 
-/// Counts the work of a call and tells the progress function of it, not too often. Work may be counted on any
-/// thread; the function is only called by Tell(), on the thread of the call.
+/// Counts the work of a call and reports it to the progress function, not too often. Work may be counted on
+/// any thread; only Tell() calls the function, on the thread of the call.
 class ProgressMeter {
   public:
     explicit ProgressMeter(const CabProgressFunction& function) : function_(function) {}
@@ -23,7 +23,7 @@ class ProgressMeter {
 
     void Add(std::uint64_t bytes) { done_ += bytes; }
 
-    /// Tells when it is time to. False once the function has answered so.
+    /// Calls the progress function when it is time to. Returns false once that function has returned false.
     bool Tell();
 
     bool IsStopped() const { return stopped_; }

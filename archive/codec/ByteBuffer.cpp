@@ -11,10 +11,10 @@ namespace {
 
 constexpr std::size_t kKeptWhenCleared = std::size_t{4} << 20;
 
-/// Smaller blocks are as quickly had from the heap.
+/// Smaller blocks are allocated just as quickly from the heap.
 constexpr std::size_t kLeastSpare = std::size_t{64} << 10;
 
-/// Larger ones are not worth holding back from others.
+/// Larger blocks are freed, so that other uses get the memory.
 constexpr std::size_t kMostSpare = std::size_t{256} << 20;
 
 /// The block kept by ReuseScope.
@@ -67,8 +67,8 @@ void ByteBuffer::Resize(std::size_t size) {
             size_ = size;
             return;
         }
-        // Growing by at least a half keeps repeated small growth linear; malloc, not new, because realloc can
-        // move a large block without copying it.
+        // Growing by at least a half keeps the cost of many small growths linear. The memory comes from
+        // malloc and not from new, because realloc can move a large block without copying it.
         const std::size_t wanted = data_ ? std::max(size, capacity_ + capacity_ / 2) : size;
         void* bytes = std::realloc(data_.get(), wanted);
         if (!bytes)

@@ -48,9 +48,9 @@ class ByteBuffer {
     /// Removes the first `count` bytes.
     void DropFront(std::size_t count);
 
-    /// While one lives, the largest block that the thread's buffers give up is kept for the next that needs
-    /// as much, so that entry after entry is unpacked into memory that is already there. The outermost one
-    /// frees it.
+    /// While an object of this class lives, the largest block of memory that the thread's buffers free is
+    /// kept for the next buffer that needs as much. So entry after entry is unpacked into memory that is
+    /// already there. The outermost object frees the block.
     class ReuseScope {
       public:
         ReuseScope();

@@ -23,7 +23,8 @@ constexpr std::array<std::array<std::uint8_t, 32>, 16> MakePatternPlaces() {
 alignas(32) inline constexpr std::array<std::array<std::uint8_t, 32>, 16> kPatternPlaces =
     MakePatternPlaces();
 
-/// As CopyNear, with the pattern put together in registers; writes up to 32 bytes more than asked.
+/// Copies as CopyNear does, with the pattern put together in registers. Writes up to 32 bytes more than
+/// asked.
 [[gnu::target("ssse3")]] inline void CopyNearSsse3(std::uint8_t* to, std::size_t distance,
                                                    std::size_t length) {
     const auto* const places = reinterpret_cast<const __m128i*>(kPatternPlaces[distance].data());

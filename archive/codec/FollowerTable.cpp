@@ -9,7 +9,8 @@ namespace {
 
 constexpr unsigned kMostFollowers = 32;
 
-/// Bits of an index into a set of `count` followers: what the numbers 0..count-1 need, but never none.
+/// Bits of an index into a set of `count` followers: as many as the numbers 0..count-1 need, but at least
+/// one.
 constexpr unsigned IndexBits(unsigned count) {
     return std::max(1u, static_cast<unsigned>(std::bit_width(count - 1)));
 }
@@ -17,7 +18,7 @@ constexpr unsigned IndexBits(unsigned count) {
 static_assert(IndexBits(1) == 1 && IndexBits(2) == 1 && IndexBits(3) == 2 && IndexBits(4) == 2);
 static_assert(IndexBits(5) == 3 && IndexBits(16) == 4 && IndexBits(17) == 5 && IndexBits(32) == 5);
 
-/// An entry for a value that stands in full behind `before` bits.
+/// The entry for a value that is stored in full behind `before` bits.
 constexpr std::uint32_t InFull(std::uint32_t before) {
     return before << 24 | 0xFF << 16 | (8 + before);
 }

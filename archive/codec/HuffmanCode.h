@@ -18,8 +18,8 @@ struct HuffmanCode {
     std::array<std::uint16_t, kMostSymbols> symbols;
     unsigned longest = 0;
 
-    /// Takes code lengths, at most kMostSymbols, 0 for a symbol without a code. False when the code is
-    /// incomplete or over-subscribed; it is not to be used then.
+    /// Sets the code from code lengths, at most kMostSymbols; 0 is a symbol without a code. Returns false
+    /// when the code is incomplete or over-subscribed; it must not be used then.
     bool Set(std::span<const std::uint8_t> lengths);
 };
 
@@ -28,7 +28,7 @@ class ReversedCode {
   public:
     std::uint32_t Value() const { return value_; }
 
-    /// To the next code of `length` bits; after the last (all ones) the value is 0.
+    /// Moves on to the next code of `length` bits. After the last code, which is all ones, the value is 0.
     void Next(unsigned length) {
         // Adding one to the code carries from its last bit, which is the highest here.
         const std::uint32_t zeros = ~value_ & ((1u << length) - 1);

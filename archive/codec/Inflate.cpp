@@ -12,21 +12,22 @@ namespace codec {
 
 namespace {
 
-/// The most that one input byte can yield, rounded up. The densest Deflate match takes two bits (a length
-/// code and a distance code of one bit each) for 258 bytes; Deflate64's longest takes 18 for 65538.
+/// Most bytes that one input byte can yield, rounded up. The densest match of Deflate takes two bits (a
+/// length code and a distance code of one bit each) for 258 bytes; the longest of Deflate64 takes 18 bits for
+/// 65538 bytes.
 constexpr std::size_t kMostPerByte = 258 * 8 / 2;
 constexpr std::size_t kMostPerByte64 = 65538 * 8 / 18 + 1;
 
-/// Granted whatever the input. Bits that a cut-off stream lacks read as 0 and may go on to decode to
-/// something, to the recorded size if there is no end to it; beyond this and what real bits can yield, that
-/// is not followed.
+/// Output that is allowed for any input. The missing bits of a cut-off stream read as 0, and decoding them
+/// may go on up to the recorded size. Such output is not followed beyond this number and what real bits can
+/// yield.
 constexpr std::size_t kAlwaysGranted = std::size_t{1} << 20;
 
-/// What a decoding in pieces holds at a time; small enough to stay in a processor's cache.
+/// Bytes that decoding in pieces holds in memory at a time; few enough to stay in a processor's cache.
 constexpr std::size_t kPieceRoom = std::size_t{1} << 20;
 static_assert(kPieceRoom > 4 * kFarthestMatch, "moving what must stay is the smaller part of the work");
 
-/// Taken from the start when the recorded size is no larger.
+/// Memory that is allocated at the start; less when the recorded size is smaller.
 constexpr std::size_t kFirstRoom = std::size_t{4} << 20;
 
 /// An output buffer whose memory follows what is decoded, up to a limit.

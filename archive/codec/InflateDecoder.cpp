@@ -18,7 +18,7 @@ constexpr std::size_t kMostDistanceCodes = 1 + 31;
 static_assert(kMostLitLenCodes == kLitLenSymbols && kMostDistanceCodes == kDistanceSymbols,
               "every count that five bits can give has its symbols");
 
-/// Input bytes from which on the pair table pays for itself.
+/// With at least so many input bytes, building the pair table saves more time than it takes.
 constexpr std::size_t kWorthPairs = 256;
 
 constexpr std::int16_t kDamaged = -1;
@@ -34,8 +34,8 @@ InflateDecoder::InflateDecoder(std::span<const std::uint8_t> input, InflateOutpu
 }
 
 InflateResult InflateDecoder::Decode() {
-    // Every round takes at least three bits, and a header made of missing bits is a stored block that does
-    // not fit, so this ends with the input if not before.
+    // Every round takes at least three bits, and a block header made of missing bits is a stored block that
+    // does not fit. So this loop ends with the input at the latest.
     for (;;) {
         const bool final = bits_.GetBits(1) != 0;
         const Outcome outcome = DecodeBlock(bits_.GetBits(2));
@@ -65,10 +65,10 @@ InflateDecoder::Outcome InflateDecoder::DecodeBlock(unsigned type) {
 InflateDecoder::Outcome InflateDecoder::CopyStored() {
     const auto size = static_cast<std::size_t>(bits_.end - bits_.begin);
     std::size_t position = bits_.BytePosition();
-    // The length fields may not be the last bytes of the input, so an empty stored block that ends it answers
-    // -1. Nothing is lost: all that it could end has been decoded. The position is that of the fields
-    // themselves; counted from bytes already in a bit buffer, a good last block of one or two bytes would be
-    // refused too.
+    // The length fields must not be the last bytes of the input, so an empty stored block at its end returns
+    // -1. Nothing is lost by that: everything before it has been decoded. The position compared is that of
+    // the fields themselves. Counted from the bytes already in a bit buffer, a good last block of one or two
+    // bytes would be refused, too.
     if (position + 4 >= size) {
         status_ = kDamaged;
         return Outcome::kStop;
@@ -175,7 +175,7 @@ InflateDecoder::Outcome InflateDecoder::DecodeOneSymbol(const InflateTables& tab
     const std::size_t length = symbol.Value();
     bits_.Refill();
     const std::size_t distance = TakeSymbol(bits_, tables.distance.data(), tables.distanceRootBits).Value();
-    // A match of length 0 from missing bits alone would repeat for ever.
+    // A match of length 0 that is decoded from missing bits alone would repeat for ever.
     if (distance > at_ || !MakeRoom(length) || (length == 0 && bits_.Exhausted())) {
         status_ = kDamaged;
         return Outcome::kStop;

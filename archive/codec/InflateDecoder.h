@@ -18,22 +18,22 @@ class InflateOutput {
   public:
     virtual ~InflateOutput() = default;
 
-    /// Asks for room for at least `size` bytes in all, `size` being at most the decoder's limit. The bytes
-    /// below `used` are kept. Every byte of the answered array may be written to.
+    /// Asks for room for at least `size` bytes in all, which is at most the decoder's limit. The bytes below
+    /// `used` are kept. The decoder may write to every byte of the returned array.
     virtual std::span<std::uint8_t> Grow(std::size_t used, std::size_t size) = 0;
 
-    /// Asked before every Grow: an output that need not keep everything may take bytes off the front of the
-    /// array, moving the rest forward, as long as the last kFarthestMatch bytes below `used` stay. Answers
-    /// how many it took.
+    /// Called before every Grow. An output that need not keep everything may remove bytes from the front of
+    /// the array and move the rest forward, as long as the last kFarthestMatch bytes below `used` stay.
+    /// Returns the number of bytes removed.
     virtual std::size_t TakeFront(std::size_t used) {
         static_cast<void>(used);
         return 0;
     }
 };
 
-/// What became of a stream.
+/// How the decoding of a stream ended.
 struct InflateResult {
-    std::int16_t status = 0;  ///< as Inflate answers it
+    std::int16_t status = 0;  ///< as Inflate returns it
     bool badTable = false;    ///< a code was refused: the output is not to be used
     std::size_t produced = 0; ///< bytes written to the output, those taken off the front included
 };

@@ -8,15 +8,17 @@
 
 namespace codec {
 
-/// The body of every kernel, inlined into each so that each is compiled for its own processor. `kCopyNear`
-/// copies matches from less than kPairLeastDistance bytes before.
+/// The body of every kernel. It is inlined into each of them, so that it is compiled for each kind of
+/// processor. `kCopyNear` copies matches from less than kPairLeastDistance bytes before.
 ///
-/// Literal or match, near or far cannot be predicted, so the common path does not branch on it. Each look-up
-/// in the pair table writes one byte (the literal, or one that the match overwrites) and copies 32 bytes (the
-/// match, or some that later symbols overwrite), then moves the output on.
+/// The processor cannot predict whether a symbol is a literal or a match, nor whether a match is near or far,
+/// so the common path has no branch for it. Each look-up in the pair table writes one byte (the literal, or a
+/// byte that the match overwrites) and copies 32 bytes (the match, or bytes that later symbols overwrite).
+/// Then the output position moves on.
 ///
-/// The stream is read at a bit position rather than through a refilled buffer: the load of one look-up's bits
-/// depends on the look-up before the last one only, so that it is done when it is needed.
+/// The stream is read at a bit position and not through a buffer that is refilled. The load of the bits for
+/// one look-up then depends only on the look-up before the last one, so it has been done by the time it is
+/// needed.
 template <auto kCopyNear>
 class InflateFastLoop {
   public:

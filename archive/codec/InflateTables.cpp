@@ -51,8 +51,8 @@ constexpr std::uint32_t WithCodeBits(std::uint32_t entry, unsigned codeBits) {
     return entry + (codeBits << 8 | codeBits);
 }
 
-/// Index bits of the second table that starts at a code of `length` bits, `codes` of which are still to come:
-/// enough for the codes that follow to fill it.
+/// Index bits of the second table that starts at a code of `length` bits, when `codes` of that length are
+/// still to come: enough for the codes that follow to fill the table.
 unsigned SecondTableBits(const HuffmanCode& code, unsigned length, unsigned codes, unsigned rootBits) {
     unsigned bits = length - rootBits;
     unsigned space = codes;
@@ -94,8 +94,8 @@ unsigned BuildHuffmanTable(std::span<std::uint32_t> table, const HuffmanCode& co
             std::copy_n(table.begin(), 1u << length, table.begin() + (1 << length));
     }
 
-    // Longer codes share a root entry, which links to a second table, with those that start with the same
-    // bits.
+    // Codes that are longer share a root entry with all codes that start with the same bits; the entry links
+    // to their second table.
     const std::uint32_t rootMask = (1u << rootBits) - 1;
     std::uint32_t start = 0;
     std::uint32_t tableEnd = 1u << rootBits;

@@ -16,11 +16,13 @@ namespace codec {
 // hold all that decoding a symbol needs:
 //
 //   bits  0..7   bits to drop: code and extra bits together; for a link, the root bits
-//   bits  8..12  bits of the code alone: where the extra bits start; for a link, index bits of the second
-//   table bit   13     end of block bit   14     link to a second table: the code is longer than the root
-//   index bit   15     exceptional: bit 13 or bit 14 is set bits 16..31  literal, length base, distance base,
-//   or start of the second table bit   31     literal (length bases stay below 0x8000; the distance table has
-//   no literals)
+//   bits  8..12  bits of the code alone: where the extra bits start; for a link, index bits of the
+//                second table
+//   bit   13     end of block
+//   bit   14     link to a second table: the code is longer than the root index
+//   bit   15     exceptional: bit 13 or bit 14 is set
+//   bits 16..31  literal, length base, distance base, or start of the second table
+//   bit   31     literal (length bases stay below 0x8000; the distance table has no literals)
 //
 // Distance bases need all sixteen upper bits: the largest is 49153.
 
@@ -54,21 +56,22 @@ struct InflateTables {
     PairTable pairs;
 };
 
-/// Builds the table of a complete code. `entries[n]` is the entry of symbol n without its code bits, but with
-/// the number of its extra bits in bits 0..7. Answers the root bits used, `rootBits` or less.
+/// Builds the table of a complete code. `entries[n]` is the entry of symbol n, with the number of its extra
+/// bits in bits 0..7; this function adds the bits of its code. Returns the number of root bits used, which is
+/// `rootBits` or less.
 unsigned BuildHuffmanTable(std::span<std::uint32_t> table, const HuffmanCode& code,
                            std::span<const std::uint32_t> entries, unsigned rootBits);
 
-/// The tables of a block from its code lengths; false when one of the codes is refused. `withPairs` has the
-/// pair table built, too.
+/// Builds the tables of a block from its code lengths. Returns false when one of the codes is refused. The
+/// pair table is built only with `withPairs`.
 bool BuildInflateTables(InflateTables& tables, std::span<const std::uint8_t> litLenLengths,
                         std::span<const std::uint8_t> distanceLengths, bool deflate64, bool withPairs);
 
 /// The tables of the fixed codes (RFC 1951, section 3.2.6), with all 288 and all 32 symbols. Built once.
 const InflateTables& FixedTables(bool deflate64);
 
-/// The table of the code lengths' own code, its entries with the symbol in bits 16..31. Answers its root
-/// bits, or 0 when the code is refused.
+/// Builds the table of the code in which a block stores its code lengths. An entry holds its symbol in bits
+/// 16..31. Returns the number of root bits, or 0 when the code is refused.
 unsigned BuildCodeLengthTable(std::span<std::uint32_t> table, std::span<const std::uint8_t> lengths);
 
 } // namespace codec

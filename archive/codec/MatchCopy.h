@@ -31,7 +31,8 @@ inline void CopyMatchChunks(std::uint8_t* to, const std::uint8_t* from, const st
     } while (to < end);
 }
 
-/// As CopyMatch, from at most 15 bytes before; writes up to seven bytes more than asked, and at least eight.
+/// Copies as CopyMatch does, for distances of at most 15. Writes up to seven bytes more than asked, and at
+/// least eight.
 inline void CopyNear(std::uint8_t* to, std::size_t distance, std::size_t length) {
     const std::uint8_t* from = to - distance;
     const std::uint8_t* const end = to + length;

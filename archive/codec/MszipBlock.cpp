@@ -6,7 +6,7 @@ namespace codec {
 
 namespace {
 
-/// Room that is there already and never grows.
+/// An output of fixed size.
 class FixedOutput final : public InflateOutput {
   public:
     explicit FixedOutput(std::span<std::uint8_t> room) : room_(room) {}
@@ -21,7 +21,7 @@ class FixedOutput final : public InflateOutput {
 
 bool DecodeMszipBlock(std::span<const std::uint8_t> packed, std::uint8_t* output, std::size_t history,
                       std::size_t size, std::size_t spare) {
-    // The spare bytes keep the fast loop going to the end of a sound block.
+    // With the spare bytes, the fast loop can run up to the end of a valid block.
     const std::size_t room = history + size + spare;
     FixedOutput fixed({output - history, room});
     InflateDecoder decoder(packed, fixed, room, false, *InflateKernels().back(), history);

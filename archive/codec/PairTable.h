@@ -8,9 +8,10 @@
 
 namespace codec {
 
-// The table of the fast loops. One look-up with the next kPairBits stream bits answers a literal, or a whole
-// match: its length with the extra bits, and its distance code. Most codes are short enough for that. Only
-// the distance's extra bits are left to be cut from the stream. An entry:
+// The table of the fast loops. It is indexed with the next kPairBits stream bits. One entry holds a literal,
+// or a whole match: its length, extra bits included, and its distance code. Most codes are short enough for
+// that. Only the extra bits of the distance are left in the stream for the loop to read. The parts of an
+// entry:
 //
 //   bits  0..7   bits to drop: codes and all extra bits
 //   bits  8..15  bytes that the output grows by: 1 for a literal, else the length
@@ -18,12 +19,12 @@ namespace codec {
 //   bits 24..31  literal
 //   bit   32     1 for a literal
 //   bit   40     none of these: a longer code, a match that needs more bits or is longer than
-//   kPairMostLength, the
-//                end of the block
+//                kPairMostLength, or the end of the block
 //   bits 47..63  distance base - kPairLeastDistance, signed
 //
-// So that a loop can treat all entries alike, a literal is followed by a copy of no length from
-// kPairLiteralDistance bytes before: far enough for the copy to meet no byte that has only just been written.
+// A loop can treat all entries alike, because a literal is followed by a copy of length 0 from
+// kPairLiteralDistance bytes before. That is far enough back that the copy never reads a byte that has only
+// just been written, which would be slow.
 
 inline constexpr unsigned kPairBits = 12;
 inline constexpr std::uint64_t kPairLiteral = std::uint64_t{1} << 32;

@@ -10,7 +10,7 @@ namespace codec {
 
 namespace {
 
-/// Granted whatever the input, so that a short damaged entry is still filled to its recorded size.
+/// Output that is allowed for any input, so that a short damaged entry is still filled to its recorded size.
 constexpr std::size_t kAlwaysGranted = std::size_t{1} << 20;
 
 /// The most one input byte can yield: the four values of a long copy take at least two bits each, and a copy

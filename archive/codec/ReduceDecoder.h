@@ -16,8 +16,8 @@ class ReduceDecoder {
     ReduceDecoder(std::span<const std::uint8_t> input, int factor,
                   std::size_t laneBytes = ReduceLanes::kUsualLane);
 
-    /// Fills `room` from its first to its last byte; stops in the middle of a copy when it is full. Bits
-    /// that the input lacks read as 0.
+    /// Fills `room` from its first to its last byte. When it is full, decoding stops, even in the middle of a
+    /// copy. Missing input bits read as 0.
     void Decode(std::span<std::uint8_t> room);
 
   private:

@@ -9,25 +9,25 @@ namespace codec {
 
 namespace {
 
-/// Where a place may be that is looked for, from where it is looked for on. Streams whose codes share a
-/// divisor are the only ones that stay out of step: six and nine bits, with sets that are all full, or three
-/// and nine.
+/// Bit positions at which the start of a value is looked for: the one asked for and those behind it. Values
+/// can stay out of step for ever only in streams whose code lengths share a divisor: six and nine bits, with
+/// follower sets that are all full, or three and nine bits. The largest such divisor is 3.
 constexpr std::size_t kPhases = 3;
 
-/// Values by which the phases are told apart.
+/// How many values are decoded at each of these positions to find the best of them.
 constexpr unsigned kTrial = 64;
 
-/// What one phase must be better by, in sixteenths of a bit, to be taken before the first.
+/// How much better than the first position another one must be to be taken, in sixteenths of a bit.
 constexpr std::uint32_t kClearly = 8 * 16;
 
-/// Steps that two chains may take until they meet; a dozen is usual.
+/// Values that two chains may decode until they meet; a dozen is usual.
 constexpr unsigned kMostMeeting = 256;
 
-/// As much as for one lane is decoded alone, to learn what values look like, before lanes are tried; up to so
-/// many times as much when they have failed.
+/// Before lanes are tried, as much input as one lane has is decoded one value after the other, to learn what
+/// the values look like. Each time that the lanes fail, this amount doubles, up to so many lanes.
 constexpr std::uint64_t kMostAlone = 64;
 
-/// Input that the trial of a place may read and the lanes must leave.
+/// Bits that guessing a place may read behind the last lane.
 constexpr std::uint64_t kTrialBits = kPhases + kTrial * FollowerTable::kMostBits;
 
 } // namespace
@@ -39,7 +39,7 @@ ReduceLanes::ReduceLanes(std::span<const std::uint8_t> input, const FollowerTabl
     static_assert(kRoundValues * FollowerTable::kMostBits <= 57, "what a word holds at any position");
 }
 
-/// The stream at a position: at least 57 bits.
+/// The stream from a bit position on: at least 57 bits.
 std::uint64_t ReduceLanes::Load(std::uint64_t position) const {
     return base::LoadLittle64(in_ + (position >> 3)) >> (position & 7);
 }
@@ -58,7 +58,7 @@ void ReduceLanes::Decode(ReducePlace& place, ReduceOutput& output) {
     }
 }
 
-/// Decodes as much as all lanes stand for; answers how many of them were right.
+/// Decodes the input of all lanes. Returns how many of the lanes were right.
 std::size_t ReduceLanes::DecodeBlock(ReducePlace& place, ReduceOutput& output) {
     const std::uint64_t begin = place.position;
     if (!lanes_)
@@ -114,7 +114,7 @@ void ReduceLanes::Run(std::uint64_t begin) {
         rounds++;
     }
     for (std::size_t k = 0; k < kLanes; k++) {
-        // What a lane has decoded past the start of the next one is left to that.
+        // What a lane has decoded behind the start of the next lane is left to the next lane.
         Lane& lane = (*lanes_)[k];
         const auto end = lane.positions.begin() + static_cast<std::ptrdiff_t>(rounds);
         const auto stop = std::lower_bound(lane.positions.begin(), end, begin + (k + 1) * laneBits_);
@@ -125,7 +125,7 @@ void ReduceLanes::Run(std::uint64_t begin) {
     }
 }
 
-/// Puts values one after the other until `stop`, and counts what their bits look like.
+/// Decodes values one after the other until `stop`, and counts the patterns of bits that they start with.
 void ReduceLanes::DecodeAlone(ReducePlace& place, std::uint64_t stop, ReduceOutput& output) {
     std::array<std::uint8_t, 256 * kRoundValues> values;
     ReducePlace at = place;
@@ -146,8 +146,8 @@ void ReduceLanes::DecodeAlone(ReducePlace& place, std::uint64_t stop, ReduceOutp
     place = at;
 }
 
-/// Puts values from `place` on until it meets the chain of a lane; answers how many values of the lane come
-/// before that. Nothing when they do not meet soon.
+/// Decodes from `place` on until it arrives at a place that the lane has passed, too. Returns how many values
+/// of the lane come before that place, or nothing when the two do not meet soon.
 std::optional<std::size_t> ReduceLanes::Meet(ReducePlace& place, ReducePlace lane,
                                              ReduceOutput& output) const {
     const auto step = [this](ReducePlace& at) { at.position += table_.Step(Load(at.position), at.last); };
@@ -168,12 +168,12 @@ std::optional<std::size_t> ReduceLanes::Meet(ReducePlace& place, ReducePlace lan
     return std::nullopt;
 }
 
-/// The place near `position` from which on the bits look most like those of the values so far.
+/// The place near `position` from where the bits look most like those of the values decoded so far.
 ReducePlace ReduceLanes::GuessPlace(std::uint64_t position) const {
     std::array<ReducePlace, kPhases> at;
     for (std::size_t phase = 0; phase < kPhases; phase++)
         at[phase] = {position + phase, 0};
-    // Where nothing tells them apart, the first is right for values that all stand in full.
+    // Where all positions look alike, the first is right for values that are all stored with eight bits.
     std::array<std::uint32_t, kPhases> costs = {0, kClearly, kClearly};
     for (unsigned n = 0; n < kTrial; n++)
         for (std::size_t phase = 0; phase < kPhases; phase++) {

@@ -15,10 +15,11 @@ namespace {
 constexpr std::uint8_t kEscape = 144;
 constexpr std::size_t kLeastLength = 3;
 
-/// What the fast loop looks at in one round: eight values, and a copy that starts with the last of them.
+/// Values that the fast loop reads in one round: eight, and a copy that starts with the last of them.
 constexpr std::size_t kFastValues = 8 + 3;
 
-/// What it writes in one round: bytes before a copy, the longest copy, and what a wide copy adds to it.
+/// Bytes that the fast loop writes in one round: those before a copy, the longest copy, and what a wide copy
+/// writes beyond it.
 constexpr std::size_t kFastSpace = 8 + 127 + 255 + kLeastLength + 32;
 
 /// How many of eight bytes come before the first escape.
@@ -74,7 +75,8 @@ void ReduceOutput::Put(std::span<const std::uint8_t> values) {
         Put(values[i]);
 }
 
-/// As far as neither the values nor the room end soon. Answers how many values it put.
+/// Handles values quickly as long as neither the values nor the room end soon. Returns how many values it
+/// handled.
 std::size_t ReduceOutput::PutFast(std::span<const std::uint8_t> values) {
     if (values.size() < kFastValues || room_.size() < kFastSpace)
         return 0;

@@ -6,8 +6,8 @@
 
 namespace codec {
 
-/// Puts the values of a reduced stream out as bytes, copies and escaped escapes (ZIP application note,
-/// section 5.2), until its room is full. What comes after that is ignored.
+/// Turns the values of a reduced stream into bytes: plain bytes, copies and escaped escape values (ZIP
+/// application note, section 5.2). Ignores all values after its room is full.
 class ReduceOutput {
   public:
     /// `factor` is 1 to 4.
@@ -17,7 +17,7 @@ class ReduceOutput {
 
     void Put(std::uint8_t value);
 
-    /// As Put for each of them.
+    /// The same as Put for each value.
     void Put(std::span<const std::uint8_t> values);
 
   private:

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::uint32_t kMultiplier = 134775813;
 
-/// The lowest bytes of the CRC table's entries.
+/// The lowest byte of each entry of the CRC table.
 constexpr std::array<std::uint8_t, 256> MakeLowBytes() {
     std::array<std::uint8_t, 256> bytes{};
     for (std::size_t n = 0; n < bytes.size(); n++)
@@ -19,8 +19,8 @@ constexpr std::array<std::uint8_t, 256> MakeLowBytes() {
     return bytes;
 }
 
-/// The CRC table with bit 1 of each entry 0, so that XOR with a number whose bit 1 is 1 gives one whose bit 1
-/// is 1.
+/// The CRC table with bit 1 of each entry cleared. A number whose bit 1 is set keeps that bit when it is
+/// XOR-ed with one of these entries.
 constexpr std::array<std::uint32_t, 256> MakeWithoutBit1() {
     std::array<std::uint32_t, 256> entries{};
     for (std::size_t n = 0; n < entries.size(); n++)
@@ -52,9 +52,17 @@ void Cls_Encrypt::ZipPrepareKey(std::span<std::uint8_t> data, std::string_view p
 }
 
 void Cls_Encrypt::ZipDecryptArray(std::span<std::uint8_t> data) {
-    // Each byte waits for the one before it through all three keys, so the time is the length of that chain.
-    // What does not wait is done beside it: a key is its table entry and a rest that is known long before,
-    // and these two are brought into the form that the next step wants before they meet.
+    // Each byte depends on the one before it through all three keys, so the time that this loop takes is the
+    // length of that chain of operations. Everything that does not depend on the newest byte is therefore
+    // computed beside the chain.
+    //
+    // The new key0 and the new key2 are a table entry XOR-ed with the old key shifted right by eight bits
+    // (the "Rest" variables). The shifted part is known early; only the table entry has to be waited for.
+    // key1 is multiplied and increased for the next step (key1Next) before the next byte is known.
+    //
+    // The key stream byte is bits 8 to 15 of t * other, where t is key2 with bit 1 set and other is t with
+    // bit 0 inverted. Both are kept ready from step to step: kCrc32WithoutBit1 leaves bit 1 set when they are
+    // brought up to date.
     std::uint32_t key0 = key0_;
     std::uint32_t key2 = key2_;
     std::uint32_t key1Next = key1_ * kMultiplier + 1;
@@ -70,7 +78,7 @@ void Cls_Encrypt::ZipDecryptArray(std::span<std::uint8_t> data) {
         const std::uint32_t tRest = key2Rest | 2;
         const std::uint32_t otherRest = tRest ^ 1;
 
-        // Only bits 8 to 15 of the product are used, so that the upper half of t does not matter.
+        // Only bits 8 to 15 of the product are used, so the upper half of t does not matter.
         const std::uint32_t stream = t * other;
         const std::uint32_t index = ((stream ^ mixed) >> 8) & 0xFF;
         key1 = key1Next + (kCrc32LowBytes[index] ^ key0RestLow) * kMultiplier;

@@ -87,8 +87,8 @@ void OpenFolders::SplitPath(std::string_view path, std::string_view madeAs) {
     }
 }
 
-/// A folder that is open under another letter case is closed instead: on some systems it is another one, and
-/// on others two that are open would not know what was made in each.
+/// Closes a folder that is open under another letter case. On some systems that is another folder; on others,
+/// two open objects for one folder would not know what was made through the other.
 platform::OutputFolder* OpenFolders::FindKept(const Step& step) {
     const auto found = byKey_.find(std::string_view(key_).substr(0, step.keyEnd));
     if (found == byKey_.end())

@@ -13,8 +13,9 @@
 
 namespace output {
 
-/// The folders of one extraction: the target and those used last stay open, so that entries are written
-/// without walking their paths again and a folder is not listed for each that is made in it, in any order.
+/// The folders of one extraction. The target folder and the folders that were used last stay open. Entries
+/// are therefore written without walking their paths again, in any order, and a folder is not listed for each
+/// entry that is made in it.
 class OpenFolders {
   public:
     /// `target` is a path with a drive letter and a last separator; `messages` outlives this. Without them no

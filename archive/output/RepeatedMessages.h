@@ -7,9 +7,9 @@
 
 namespace output {
 
-/// The messages of one operation that may meet the same fault very often. The first two reports of a text
-/// come as plain boxes; from the third on the box also offers to take the rest at once. What is taken that
-/// way is counted and told in one last message.
+/// The messages of one operation that may meet the same fault very often. The first two reports of a text are
+/// plain message boxes. From the third on, the box also offers to leave out the rest. Reports that are left
+/// out are counted, and one last message tells how many there were.
 class RepeatedMessages {
   public:
     /// Reports language text `id` with the stop icon, under the title text `titleId`; `entry` is the name put

@@ -10,7 +10,7 @@
 
 namespace rar {
 
-/// A run of an entry's packed bytes.
+/// Consecutive packed bytes of an entry: their volume (from 0), offset and length in bytes.
 struct Piece {
     std::size_t volume = 0;
     std::uint64_t offset = 0;
@@ -26,10 +26,12 @@ struct PackedEntry {
     std::uint64_t PackedSize() const;
 };
 
-/// Takes a piece of an entry's content; answers a result code, any but success ends the unpacking with it.
+/// Receives a piece of an entry's content and returns a result code. Any code but success ends the unpacking
+/// with that code.
 using Sink = std::function<int(Bytes)>;
 
-/// Gives content to a sink and sees to it that it has the declared size and checksum, and never more.
+/// Passes content on to a sink. Checks that it has the declared size and checksum, and never passes on more
+/// than that size.
 class CheckedOutput {
   public:
     CheckedOutput(const PackedEntry& entry, const Sink& sink) : entry_(entry), sink_(sink) {}

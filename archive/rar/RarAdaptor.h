@@ -8,9 +8,9 @@
 
 namespace rar {
 
-/// The program's own reader: walks the archive's blocks itself, copies what is stored and has a library
-/// unpack the rest. What it cannot unpack (what is encrypted, solid entries and packers before 2.9 of format
-/// 4, dictionaries over 64 MB) answers kRarBadData.
+/// The program's own reader. It reads the archive's blocks itself, copies stored entries and has a library
+/// unpack the others. For what it cannot unpack it returns kRarBadData: encrypted entries, dictionaries over
+/// 64 MB and, in format 4, solid entries and entries of packers before 2.9.
 class RarAdaptor final : public RarLibrary {
   public:
     using OpenFile = std::function<std::unique_ptr<platform::FileReader>(const std::string& path,

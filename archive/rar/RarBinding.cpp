@@ -201,7 +201,8 @@ int BoundArchive::Process(int operation, const std::string& destFolder, const st
     return KnownCode(calls_.processFile(handle_, operation, folder.data(), name.data()));
 }
 
-/// The library unpacks to nowhere and hands over the bytes, which are written as everywhere in this program.
+/// Has the library test the entry and pass on its bytes, which are then written as everywhere in this
+/// program.
 int BoundArchive::ExtractByData(const std::string& destFolder, const std::string& destName,
                                 platform::OutputFolder* folder) {
     const std::unique_ptr<platform::OutputFile> output = BeginOutput(folder, destName);

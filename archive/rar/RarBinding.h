@@ -7,9 +7,9 @@
 
 namespace rar {
 
-/// The RAR library in the file (see SharedLibrary::Load), bound by name. Null when there is none or it lacks
-/// one of the five calls that the door is made of. Codes that came with later libraries are answered as
-/// kRarBadData, so that nobody takes them for success.
+/// Loads the RAR library from the file (see SharedLibrary::Load) and binds its calls by name. Returns null
+/// when there is no library or when it lacks one of the five calls that RarLibrary needs. Result codes that
+/// later versions of the library have added become kRarBadData, so that nobody takes them for success.
 std::unique_ptr<RarLibrary> BindRarLibrary(const std::string& file);
 
 } // namespace rar

@@ -11,9 +11,9 @@
 
 namespace rar {
 
-// RAR archives: a signature, then blocks, each a header with its checksum and maybe data behind it. Numbers
-// are little-endian. Format 4 is that of RAR 1.5 to 4; format 5 that of RAR 5, whose numbers are mostly of
-// variable length (seven bits a byte, the lowest first).
+// A RAR archive is a signature followed by blocks. Each block is a header with its checksum, and data behind
+// it in some cases. Numbers are little-endian. Format 4 is that of RAR 1.5 to 4. Format 5 is that of RAR 5,
+// whose numbers mostly have a variable length (seven bits in each byte, the lowest first).
 
 inline constexpr std::array<std::uint8_t, 7> kSignature4{'R', 'a', 'r', '!', 0x1A, 7, 0};
 inline constexpr std::array<std::uint8_t, 8> kSignature5{'R', 'a', 'r', '!', 0x1A, 7, 1, 0};
@@ -60,7 +60,8 @@ struct Block {
     bool moreVolumes = false;      ///< end
 };
 
-/// Length of the header that starts with `start`, 0 when it cannot be told from so few bytes or is none.
+/// Length of the header that starts with `start`; 0 when there are too few bytes to tell, or when it is no
+/// header.
 std::size_t HeaderLength4(Bytes start);
 std::size_t HeaderLength5(Bytes start);
 
@@ -70,7 +71,7 @@ inline constexpr std::size_t kHeaderStart = 7;
 /// Longest header of either format.
 inline constexpr std::size_t kLongestHeader = std::size_t{2} << 20;
 
-/// Reads one whole header, of the length that was told; false when it is damaged.
+/// Reads one whole header of the length that HeaderLength returned. Returns false when it is damaged.
 bool ParseBlock4(Bytes header, Block& block);
 bool ParseBlock5(Bytes header, Block& block);
 

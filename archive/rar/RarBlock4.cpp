@@ -55,7 +55,7 @@ bool ChecksumFits(Bytes header, std::size_t summed) {
     return static_cast<std::uint16_t>(sum) == stored;
 }
 
-/// Bytes of the field in front give the time to two seconds; these the second and its fraction.
+/// The field in front gives the time to two seconds; these bytes add the odd second and its fraction.
 platform::FileTime Refine(platform::FileTime time, ByteTaker& taker) {
     constexpr std::uint64_t kSecond = 10'000'000;
     const unsigned flags = taker.Take16() >> 12; // the file's last change; other times follow

@@ -124,7 +124,7 @@ int RarExtraction::Process(RarPass pass, RarArchive& archive) {
     return archive.RARProcessFile(kRarTest, destination_, destination_ + header_.FileName, nullptr);
 }
 
-/// Answers the library's code, or the one for a file that cannot be created where the target refuses it.
+/// Returns the library's result code, or kRarCannotCreate when the target folder refuses the entry.
 int RarExtraction::ExtractEntry(RarArchive& archive) {
     std::string target = destination_ + header_.FileName;
     if (header_.IsFolder && !target.ends_with('\\'))
@@ -143,7 +143,7 @@ int RarExtraction::ExtractEntry(RarArchive& archive) {
     return folder ? skipped : kRarCannotCreate;
 }
 
-/// Answers kRarBadData where the file or folder is missing or differs.
+/// Returns kRarBadData when the file or folder is missing or differs.
 int RarExtraction::CompareEntry(RarArchive& archive) {
     const std::string target = destination_ + header_.FileName;
     if (!base::StaysInTarget(header_.FileName))

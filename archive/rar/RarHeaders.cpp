@@ -6,9 +6,9 @@ namespace rar {
 
 namespace {
 
-constexpr std::size_t kFiller = 64; // longer than what the library looks ahead
+constexpr std::size_t kFiller = 64; // more bytes than the library reads ahead
 
-/// Builds a header; numbers as the formats have them.
+/// Builds a header, with numbers stored as the two formats store them.
 class HeaderWriter {
   public:
     HeaderWriter& Put(std::uint64_t value, std::size_t size) {
@@ -39,12 +39,12 @@ std::uint32_t Crc(Bytes bytes) {
     return codec::Cls_CRC32().CalcCRC32File(bytes);
 }
 
-/// A header of format 4 with its checksum in front.
+/// A complete header of format 4: its checksum, then its fields.
 std::vector<std::uint8_t> Sealed4(const HeaderWriter& header) {
     return HeaderWriter().Put(Crc(header.Taken()), 2).PutBytes(header.Taken()).Taken();
 }
 
-/// The same of format 5, with its length too.
+/// A complete header of format 5: its checksum, its length, then its fields.
 std::vector<std::uint8_t> Sealed5(const HeaderWriter& fields) {
     HeaderWriter header;
     header.PutVariable(fields.Taken().size()).PutBytes(fields.Taken());
@@ -111,8 +111,7 @@ std::vector<std::uint8_t> EntryStart(int format, const PackedEntry& entry) {
     return format == 4 ? EntryHeader4(entry) : EntryHeader5(entry);
 }
 
-/// What the library finds behind an entry's data when it looks ahead: blocks that it passes over, since the
-/// end of the stream would be for good. They hold nothing, because it passes over no more than their fields.
+/// The blocks fill at least kFiller bytes, which is more than the library reads ahead.
 std::vector<std::uint8_t> EntryEnd(int format) {
     if (format == 4)
         return std::vector<std::uint8_t>(kFiller);

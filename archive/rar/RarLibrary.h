@@ -41,7 +41,7 @@ struct RAROpenArchiveData {
     std::string ArcName; ///< full path
     unsigned OpenMode = kRarOpenList;
     std::size_t CmtBufSize = 0;   ///< room for the archive's comment; 0: it is not wanted
-    int OpenResult = kRarSuccess; ///< answered; kRarSuccess when the archive was opened
+    int OpenResult = kRarSuccess; ///< returned; kRarSuccess when the archive was opened
 };
 
 /// The header record of one entry.
@@ -52,8 +52,8 @@ struct RARHeaderData {
     bool IsFolder = false;
 };
 
-/// Given the content of an entry that is tested or extracted, piece by piece. Answers false to end the
-/// operation there, which then answers a failure.
+/// Receives the content of an entry that is tested or extracted, piece by piece. When it returns false, the
+/// operation ends there with a failure.
 using RarDataCallback = std::function<bool(std::span<const std::uint8_t> piece)>;
 
 /// An open archive. Its entries are met in archive order: RARReadHeader and RARProcessFile take turns.
@@ -69,11 +69,12 @@ class RarArchive {
     /// damaged or cut off; there is no entry then.
     virtual int RARReadHeader(RARHeaderData& header) = 0;
 
-    /// Skips, tests or extracts the entry. Only kRarExtract reads the rest: `destFolder` ends in a backslash,
-    /// `destName` is that folder with the entry's name behind it, and `folder` is the open folder that
-    /// `destName` lies in. The file is written under a temporary name and takes its own, in place of another
-    /// file of that name, when it is complete and its time set; after a failure nothing is left behind. Links
-    /// are not made: they answer kRarCannotCreate. So do folders, which are the caller's to make.
+    /// Skips, tests or extracts the entry. The other parameters matter for kRarExtract alone: `destFolder`
+    /// ends in a backslash, `destName` is that folder with the entry's name behind it, and `folder` is the
+    /// open folder that contains `destName`. The file is written under a temporary name. When it is complete
+    /// and its time is set, it takes its own name and replaces another file of that name. After a failure
+    /// nothing is left behind. Links and folders are not made and return kRarCannotCreate; the caller makes
+    /// the folders.
     virtual int RARProcessFile(int operation, const std::string& destFolder, const std::string& destName,
                                platform::OutputFolder* folder) = 0;
 

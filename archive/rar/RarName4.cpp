@@ -14,9 +14,10 @@ std::string_view TextOf(Bytes bytes) {
     return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
 
-/// Unpacks a name: two bits for each step, of a byte that comes before every four steps. A step is a
-/// character of the high byte 0, one of the high byte that is given first, one of two bytes, or a run of
-/// characters of the plain name, moved by a correction or not.
+/// Unpacks a name in its compressed Unicode form. Two bits say what each step is; a byte in front of every
+/// four steps holds them. A step is a character with the high byte 0, a character with the high byte that the
+/// data begins with, a character of two bytes, or a run of characters of the plain name, with or without a
+/// correction.
 std::u16string Unpack(Bytes plain, Bytes packed) {
     constexpr std::size_t kMostUnits = 65535;
     ByteTaker taker(packed);

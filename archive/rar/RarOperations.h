@@ -16,7 +16,7 @@ struct RarFile {
     std::uint64_t size = 0; ///< unpacked; 0 for folders and links too
 };
 
-/// Told what a listing finds. The RAR dialog stands behind it.
+/// Interface that receives what a listing finds. The RAR window implements it.
 class RarListObserver {
   public:
     virtual ~RarListObserver() = default;
@@ -31,37 +31,37 @@ class RarListObserver {
 /// An extraction goes over the archive twice, a comparison once.
 enum class RarPass { kTest, kExtract, kCompare };
 
-/// Told of the progress of an extraction. The RAR dialog stands behind it.
+/// Interface that receives the progress of an extraction. The RAR window implements it.
 class RarExtractionObserver {
   public:
     virtual ~RarExtractionObserver() = default;
 
-    /// The next entry is in hand. `text` is what the destination label shows: "testing -" and the entry's
-    /// name in the first pass, the name in the second, in lower case.
+    /// The next entry begins. `text` is the text for the destination label, in lower case: in the first pass
+    /// "testing -" and the entry's name, in the second the name.
     virtual void EntryBegins(RarPass pass, const std::string& text) = 0;
 
-    /// `done` of the `size` bytes of the entry in hand have come. Called often; the observer shows the
-    /// progress and lets window messages run. Answers false to end the extraction at once, without this
-    /// entry.
+    /// `done` of the `size` bytes of the present entry have been unpacked. Called often: the implementation
+    /// shows the progress and lets window messages run. When it returns false, the extraction ends at once,
+    /// without this entry.
     virtual bool EntryProgress(std::uint64_t done, std::uint64_t size) = 0;
 
     /// This entry, a file or a folder, lies in the destination now.
     virtual void EntryWritten(std::int32_t) {}
 
-    /// The entry in hand has been dealt with. Answers false to end the extraction here.
+    /// The present entry is finished. When it returns false, the extraction ends here.
     virtual bool EntryDone(RarPass pass) = 0;
 };
 
 /// Which entries are wanted, by their numbers and names of the listing. Empty: all.
 using RarFilter = std::function<bool(std::int32_t entry, const std::string& name)>;
 
-/// What became of a listing.
+/// How a listing ended.
 enum class RarListing {
     kDone,       ///< also when the archive could not be opened for a reason that has no message
     kEndProgram, ///< a stop message was shown: the program ends now
 };
 
-/// What became of an extraction.
+/// How an extraction ended.
 struct RarOutcome {
     bool complete = false;    ///< every wanted entry was extracted, and the archive read to its end
     bool stopped = false;     ///< the observer ended it
@@ -82,20 +82,20 @@ const std::string& RarArchiveTimeText();
 RarListing ListRarArchive(const std::string& path, const std::string& password, RarListObserver& observer);
 
 /// Tests, then extracts the wanted entries of an archive into `destination`, which ends in a backslash, with
-/// the folders that are stored in the archive; failures show their messages (title IDS_WARNING_TITLE). Each
-/// pass unpacks each wanted entry once. Nothing else in the destination is touched, and nothing outside it;
-/// entries that would leave it and links are answered as files that cannot be created.
+/// the folders that are stored in the archive. Failures show their messages (title IDS_WARNING_TITLE). Each of the two
+/// passes unpacks each wanted entry once. Nothing else in the destination changes, and nothing outside it.
+/// Links, and entries that would be written outside the destination, count as files that cannot be created.
 RarOutcome ExtractRarArchive(const std::string& destination, const std::string& path,
                              const std::string& password, RarExtractionObserver& observer,
                              const RarFilter& filter = {});
 
-/// Unpacks the wanted entries once more and compares them with what lies in `destination`: whether all are
-/// there, whole and unchanged. An archive may be deleted only after that. Shows nothing.
+/// Unpacks the wanted entries once more and compares them with the files in `destination`. Returns whether
+/// all are there, complete and unchanged. An archive may be deleted only after that. Shows no message.
 bool CompareRarArchive(const std::string& destination, const std::string& path, const std::string& password,
                        RarExtractionObserver& observer, const RarFilter& filter = {});
 
-/// Shows the message for a failure code of the library (title IDS_WARNING_TITLE), with names from the header
-/// record where it names them. Answers whether to go on.
+/// Shows the message for a failure code of the library (title IDS_WARNING_TITLE), with names from the header record
+/// where the message contains them. Returns whether to go on.
 bool CheckRarResult(int code, const RARHeaderData& header);
 
 } // namespace rar

@@ -96,7 +96,7 @@ inline constexpr unsigned kEventData = 1; ///< first: where the bytes are, secon
 inline constexpr unsigned kEventNextVolumeWide = 3;
 inline constexpr std::intptr_t kVolumeFound = 1; ///< second, of a volume event: it is told, not asked for
 
-// Answers to an event.
+// Return values for an event.
 inline constexpr int kEventGoOn = 1;
 inline constexpr int kEventStop = -1;
 

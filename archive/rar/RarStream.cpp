@@ -13,7 +13,7 @@ namespace rar {
 namespace {
 
 constexpr std::size_t kChunk = 256 * 1024;
-/// Calls that may answer nothing at all before the entry is given up.
+/// How many calls in a row may return no bytes before the entry is given up.
 constexpr int kMostIdleCalls = 1000;
 
 } // namespace
@@ -41,7 +41,7 @@ bool RarStream::Open() {
     return isOpen_;
 }
 
-/// One call only: on damaged headers the library may answer a warning for ever.
+/// Makes one call only, because on damaged headers the library may return a warning every time.
 bool RarStream::FindEntry() {
     archive_entry* told = nullptr;
     const int read = ::archive_read_next_header(archive_.get(), &told);

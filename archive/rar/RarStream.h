@@ -12,9 +12,10 @@ struct archive;
 
 namespace rar {
 
-/// Hands entries to the library that unpacks them, one after another, as an archive of their own with nothing
-/// else in it: one entry of format 4, any number of format 5. After a failure it can unpack no more. What
-/// else the real archive holds, and how it is laid out over volumes, cannot lead the library astray so.
+/// Gives entries to the library that unpacks them, one after another, as an archive of their own that holds
+/// nothing else: one entry of format 4, or any number of entries of format 5. The library therefore never
+/// sees the rest of the real archive, nor how it is divided into volumes, and cannot be misled by it. After a
+/// failure it cannot unpack anything more.
 class RarStream {
   public:
     RarStream(int format, RarVolumes& volumes);

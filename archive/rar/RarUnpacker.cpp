@@ -33,12 +33,13 @@ void RarUnpacker::Meet(int format, const Entry& entry) {
         return;
     if (!current_.packing.solid) {
         run_.clear();
-        // What failed may have left the stream anywhere, and of format 4 it takes one entry.
+        // After a failure the position of the stream is unknown, and for format 4 a stream takes one entry
+        // only.
         if (isBroken_ || format == 4)
             stream_.reset();
         isBroken_ = false;
     }
-    // What cannot be unpacked makes the rest of its run so.
+    // When an entry cannot be unpacked, neither can the rest of its solid run.
     isBroken_ = isBroken_ || entry.obstacle != kRarSuccess || !IsKnown(format, current_.packing);
     run_.push_back(current_);
 }

@@ -9,17 +9,17 @@
 
 namespace rar {
 
-/// Unpacks the entries of an archive, in archive order and each at most once. Entries that nobody asks for
-/// cost nothing, unless a solid one behind them needs them.
+/// Unpacks the entries of an archive, in archive order and each at most once. An entry that is not asked for
+/// is not unpacked, unless a solid entry behind it needs it.
 class RarUnpacker {
   public:
     explicit RarUnpacker(RarVolumes& volumes) : volumes_(volumes) {}
 
-    /// The walk, in `format`, has come to this entry.
+    /// Tells that the walk through an archive of `format` has come to this entry.
     void Meet(int format, const Entry& entry);
 
-    /// Gives the content of the entry that was met last to `sink`; a result code. Success means that all
-    /// bytes came and that their checksum fits.
+    /// Passes the content of the last entry to `sink` and returns a result code. Success means that all bytes
+    /// came and that their checksum is right.
     int Unpack(const Sink& sink);
 
   private:

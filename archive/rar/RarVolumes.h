@@ -26,7 +26,7 @@ class RarVolumes {
 
     const std::string& Path(std::size_t number) const { return paths_[number]; }
 
-    /// Volume `number` (from 0, no further than one behind the last that was opened), open; null when it is
+    /// Opens volume `number` (from 0, at most one behind the last that was opened). Returns null when it is
     /// not there.
     std::shared_ptr<platform::FileReader> Volume(std::size_t number);
 

@@ -22,21 +22,21 @@ struct Entry {
     int obstacle = kRarSuccess;
 };
 
-/// Goes through the blocks of an archive, over all its volumes, from entry to entry. Every field is checked
-/// against what is there before it is used.
+/// Goes through the blocks of an archive from entry to entry, over all its volumes. Every field is checked
+/// against the bytes that are really there before it is used.
 class RarWalk {
   public:
     /// `volumes` outlives this. With `endIsOptional`, an archive of format 4 may end without an end block, as
     /// the oldest packers left it.
     RarWalk(RarVolumes& volumes, bool endIsOptional) : volumes_(volumes), endIsOptional_(endIsOptional) {}
 
-    /// Looks at the beginning of the first volume; a result code.
+    /// Reads the beginning of the first volume. Returns a result code.
     int Open();
 
     /// 4 or 5.
     int Format() const { return format_; }
 
-    /// Goes on to the next entry; a result code. After a failure it stays there.
+    /// Goes on to the next entry. Returns a result code. After a failure it does not move on.
     int Next(Entry& entry);
 
   private:

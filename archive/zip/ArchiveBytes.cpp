@@ -7,7 +7,7 @@ namespace zip {
 
 namespace {
 
-// A request that starts no further behind the window than this goes on reading forwards.
+// A request that starts at most so far behind the window continues reading forwards.
 constexpr std::uint64_t kNear = 64 * 1024;
 constexpr std::size_t kSingleRead = 16 * 1024;
 

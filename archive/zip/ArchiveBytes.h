@@ -9,8 +9,8 @@
 
 namespace zip {
 
-/// An open archive seen through a window that reads ahead, so that small neighbouring records and entries
-/// cost one read of the file for many of them. Requests far apart are read on their own.
+/// An open archive that is read ahead, so that many small records and entries that lie close together cost
+/// one read of the file. Requests that are far apart are read on their own.
 class ArchiveBytes {
   public:
     /// The longest view; longer than any header with its texts.
@@ -21,11 +21,11 @@ class ArchiveBytes {
 
     std::uint64_t Size() const { return size_; }
 
-    /// `length` bytes (at most kLargestView) from `offset`, fewer where the file ends. Good until the next
-    /// call.
+    /// Returns `length` bytes (at most kLargestView) from `offset` on, or fewer where the file ends. They
+    /// stay valid until the next call.
     std::span<const std::uint8_t> View(std::uint64_t offset, std::size_t length);
 
-    /// Copies bytes from `offset` on into `buffer`; answers how many there were.
+    /// Copies bytes from `offset` on into `buffer` and returns their number.
     std::size_t Read(std::uint64_t offset, std::span<std::uint8_t> buffer);
 
   private:

@@ -13,8 +13,9 @@ class Cls_GetFileType {
     Cls_GetFileType();
     ~Cls_GetFileType();
 
-    /// Looks at the first two bytes and has the ZIP reader load a file that starts with "PK". Answers -1 for
-    /// an empty name, -2 for anything that is not ZIP, else 0 whatever the reader did: look at FileCount too.
+    /// Looks at the first two bytes of the file and has the ZIP reader load a file that starts with "PK".
+    /// Returns -1 for an empty name and -2 for a file that is not ZIP. Otherwise returns 0, whatever the
+    /// reader did; FileCount tells whether it found entries.
     std::int16_t Get_Contents(const std::string& fileName);
 
     /// Extracts the selected entries into `folder`; 0 when nothing is loaded. See Cls_Zip::UnPack. `observer`

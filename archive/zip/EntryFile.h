@@ -39,10 +39,9 @@ std::string JoinEntryPath(std::string& folder, std::string_view name);
 bool CreateEntryFolder(output::OpenFolders& folders, std::string_view name, std::string& folder);
 
 /// Writes the bytes of one entry as the file `name`, which must be safe (OutputPathRule.h), in the target
-/// `folder` (the one that `folders` was made for). Missing folders are made, with names in upper case; a file
-/// of that name is replaced, only by a complete one. The file gets the time of the MS-DOS words unless both
-/// are 0 or no valid date. Answers 0 when the file is written, else another value; nothing of it remains
-/// then.
+/// `folder` (the one that `folders` was made for). Makes missing folders, with names in upper case. Replaces
+/// a file of that name once the new one is complete. Sets the time of the MS-DOS words unless both are 0 or
+/// they are no valid date. Returns 0 when the file is written. After any other value nothing of it remains.
 int WriteEntryFile(output::OpenFolders& folders, std::string_view name, std::string& folder,
                    std::span<const std::uint8_t> data, std::uint16_t date, std::uint16_t time);
 

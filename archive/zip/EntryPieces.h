@@ -12,8 +12,8 @@
 
 namespace zip {
 
-/// A large entry on its way to its file, piece by piece, so that it is never held whole. After a failed write
-/// the pieces are only counted and checked.
+/// Writes a large entry to its file piece by piece, so that it is never held whole in memory. After a failed
+/// write, further pieces are only counted and checked.
 class EntryPieces {
   public:
     /// `crc` and `observer`, which may be null, outlive this; `crc` is used by nothing else meanwhile.

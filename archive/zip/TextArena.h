@@ -7,7 +7,7 @@
 
 namespace zip {
 
-/// Keeps many short texts in few allocations; what it hands out stays where it is as long as the arena lives.
+/// Stores many short texts in few allocations. A stored text keeps its address as long as the arena lives.
 class TextArena {
   public:
     std::string_view Keep(std::string_view text);

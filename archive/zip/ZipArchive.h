@@ -10,15 +10,17 @@ namespace zip {
 /// Reader of ZIP archives on one disk, with 32-bit sizes. Fills the archive state of the process.
 class Cls_Zip final : public ArchiveReader {
   public:
-    /// Reads the directory of the archive. Always answers 0: ArchiveLoaded tells whether one was found.
+    /// Reads the directory of the archive. Always returns 0; ArchiveLoaded tells whether one was found.
     std::int16_t Get_Contents(const std::string& fileName) override;
 
-    /// Extracts the selected entries of the loaded archive, which is read afresh, into `folder`. Faults of an
-    /// entry are shown (messages 556 to 560, and 541 and 542) and the next one goes on. Answers 0 when done;
-    /// -1 when the password is missing or wrong (message 555) or the observer stopped the extraction; -10
-    /// when nothing is loaded, when `selection` does not have one position per entry besides its first, when
-    /// the archive cannot be opened any more, or when the last entry that decided the status was of a refused
-    /// method.
+    /// Extracts the selected entries of the loaded archive into `folder`; the archive file is opened anew.
+    /// Faults of an entry are shown (IDS_DAMAGED_DATA, IDS_FOLDER_NOT_MADE, IDS_NO_LOCAL_HEADER and the four after it), and the extraction goes on with the
+    /// next entry.
+    ///
+    /// Returns 0 when done. Returns -1 when the password is missing or wrong (IDS_WRONG_PASSWORD) or when the
+    /// observer stopped the extraction. Returns -10 when nothing is loaded, when `selection` does not have
+    /// one position more than there are entries, when the archive cannot be opened any more, or when the last
+    /// entry that decided the status has a method that is refused.
     std::int16_t UnPack(const EntrySelection& selection, const std::string& folder,
                         output::ExtractionObserver* observer) override;
 

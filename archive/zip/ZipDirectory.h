@@ -17,11 +17,12 @@ struct ZipDirectory {
     TextArena texts;     ///< what the entries' texts point at
 };
 
-/// Reads the central directory of an archive: where the end record at the very end of the file says, or, when
-/// there is none or its count is negative, where a scan finds it. As many entries are read as the end record
-/// (the scan) counted; a header that the file cuts off, or one of the records that can only follow the
-/// directory in its place, ends the reading early. Null when no directory was located; message
-/// IDS_UNKNOWN_RECORD was shown then.
+/// Reads the central directory of an archive. It is where the end record at the very end of the file says;
+/// when there is no such record or its count is negative, a scan looks for it. As many entries are read as
+/// the end record (or the scan) counted. The reading ends early at a header that the file cuts off, and at a
+/// record that can only follow the directory.
+///
+/// Returns null when no directory was found; message IDS_UNKNOWN_RECORD was shown then.
 std::shared_ptr<const ZipDirectory> ReadZipDirectory(platform::FileReader& file);
 
 } // namespace zip

@@ -18,7 +18,7 @@
 
 namespace zip {
 
-/// True for an entry that stands for a folder: no stored bytes and a name that ends in "/".
+/// Whether an entry is a folder: it has no stored bytes and its name ends in "/".
 bool IsFolderEntry(const ArchiveEntry& entry);
 
 /// One extraction: the selected entries of an archive, in directory order, decrypted, decoded, checked and
@@ -30,7 +30,7 @@ class ZipExtraction {
     ZipExtraction(platform::FileReader& archive, const std::vector<ArchiveEntry>& entries, std::string folder,
                   output::ExtractionObserver* observer);
 
-    /// Extracts the entries whose position in `selection` is true; answers the status of UnPack.
+    /// Extracts the entries whose position in `selection` is true. Returns the status of UnPack.
     std::int16_t Run(const EntrySelection& selection);
 
   private:

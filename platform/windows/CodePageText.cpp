@@ -16,7 +16,7 @@ UINT KnownPage(int codePage) {
     return ::IsValidCodePage(page) != 0 ? page : 1252;
 }
 
-/// Reads the character that `bytes` begin with, and appends it; answers its length, 0 when there is none.
+/// Reads the character that `bytes` begin with, and appends it; returns its length, 0 when there is none.
 std::size_t ReadCharacter(UINT page, std::string_view bytes, std::wstring& text) {
     const std::size_t length = ::IsDBCSLeadByteEx(page, static_cast<BYTE>(bytes[0])) != 0 ? 2 : 1;
     std::array<wchar_t, 2> units{};

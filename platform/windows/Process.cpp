@@ -32,7 +32,8 @@ bool IsNTAdmin() {
 }
 
 VersionRecord GetVersionRecord() {
-    // The documented calls answer what the manifest names; this one answers what runs.
+    // The documented calls return the version that the manifest names; this one returns the version that
+    // runs.
     using Query = LONG(WINAPI*)(OSVERSIONINFOW*);
     OSVERSIONINFOW version{};
     version.dwOSVersionInfoSize = sizeof version;

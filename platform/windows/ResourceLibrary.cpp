@@ -17,7 +17,7 @@ class LoadedLibrary final : public ResourceLibrary {
     LoadedLibrary& operator=(const LoadedLibrary&) = delete;
 
     std::string LoadString(std::uint32_t id) const override {
-        // Without room for a copy the call answers where the text stands in the library.
+        // With a buffer size of 0 the call returns a pointer to the text inside the library.
         const wchar_t* text = nullptr;
         const int length = ::LoadStringW(module_, id, reinterpret_cast<wchar_t*>(&text), 0);
         return length > 0 ? Utf8OfWide({text, static_cast<std::size_t>(length)}) : "";

@@ -1,7 +1,7 @@
 #pragma once
 
-// The system's header without what nobody here needs, and without the macros that would rename our own
-// functions: the wide calls are made by their full names.
+// Includes the Windows header without the parts that are not needed, and without the macros that would rename
+// this program's functions. Calls with wide characters are made by their full names.
 
 #ifndef WIN32_LEAN_AND_MEAN
 #define WIN32_LEAN_AND_MEAN

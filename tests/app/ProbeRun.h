@@ -79,7 +79,7 @@ class ProgramFolder {
 #endif
     }
 
-    /// Starts the program, waits for its end and answers what it told. A program that does not end well tells
+    /// Starts the program, waits for its end and returns what it told. A program that does not end well tells
     /// no "ended".
     ProbeResult Start(std::string_view arguments = "") const {
         std::string output;

@@ -11,7 +11,7 @@
 
 namespace fakes {
 
-/// A folder picker that answers by itself: the folders lined up, then "cancelled".
+/// A folder picker for tests: it returns the given folders one after another, then "cancelled".
 class FakeFolderPicker : public ui::FolderPicker {
   public:
     FakeFolderPicker() : before_(ui::SetFolderPicker(this)) {}

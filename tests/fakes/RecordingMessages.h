@@ -11,8 +11,9 @@
 
 namespace fakes {
 
-/// The way to the user for tests: keeps every message and prompt, and gives the answers that the test has
-/// lined up. It puts itself in place when made and the door before it back when it goes.
+/// The implementation of messages for tests. It keeps every message and prompt, and returns the answers that
+/// the test has given it beforehand. Its constructor puts it in use and its destructor puts back the one
+/// before.
 class RecordingMessages : public app::MessageDoor {
   public:
     /// A prompt as it was put.

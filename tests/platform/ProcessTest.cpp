@@ -16,7 +16,7 @@ using namespace platform;
 using tests::ScopedVariable;
 using tests::TestDir;
 
-/// A process of its own that answers PreviousInstanceRuns() and then lives until it is ended.
+/// Another process. It prints what PreviousInstanceRuns() returns and then lives until it is ended.
 class Copy {
   public:
     Copy() {

@@ -97,7 +97,7 @@ def compress(setting):
     explorer.go("E:\\")
     explorer.select("startdeck.exe")
     explorer.command(106)
-    report.check(explorer.text(563) in explorer.message().texts(), "the suite's launcher is refused")
+    report.check(explorer.text(563) in explorer.message().texts(), "the drive's launcher is refused")
     explorer.answer()
     report.equal(digests(folder), before, "every file is still what it was")
 

@@ -39,8 +39,8 @@ struct ArchiveWays {
 /// Extract (to a picked folder, or beside the archive), Open and "delete the archive after extracting". A
 /// format supplies its rows, and how they are extracted and read back.
 ///
-/// The window stays alive while it works. Escape stops the work after the entry in hand and leaves the window
-/// open; Exit and the window's close button stop it in the same way and then close the window.
+/// The window stays responsive while it works. Escape stops the work after the present entry and leaves the
+/// window open; Exit and the window's close button stop it in the same way and then close the window.
 class ArchiveWindow : public QDialog {
     Q_OBJECT
 
@@ -96,7 +96,7 @@ class ArchiveWindow : public QDialog {
 
     /// Fills the strip to this fraction, sets the percentage beside it and lets window messages run.
     void ShowProgress(double fraction);
-    /// A folder, or the entry in hand, in the destination line.
+    /// Shows a folder, or the entry that is being extracted, in the destination line.
     void ShowDestination(const std::string& text);
 
     /// The folder of the job, or the folder of the row's archive.
@@ -108,7 +108,7 @@ class ArchiveWindow : public QDialog {
     /// Lets window messages run, in the middle of something large; false when it is to stop.
     bool KeepsGoing() const;
 
-    /// Whether the user has asked for the work in hand, or the last one, to stop.
+    /// Whether the user has asked to stop the present work, or, when there is none, the last one.
     bool StopAsked() const { return stopAsked_; }
 
     bool AllChecked() const;
@@ -149,7 +149,7 @@ class ArchiveWindow : public QDialog {
     void Exit();
     void SetWorking(bool isWorking);
 
-    // The commands; each answers whether the window closes now.
+    // The commands. Each returns whether the window closes now.
     bool ExtractToPickedFolder();
     bool ExtractToSameFolder();
     bool OpenSelected();

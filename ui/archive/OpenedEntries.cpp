@@ -151,7 +151,7 @@ void OpenFolder::End() {
     for (const Expected& file : expected_) {
         const std::string stamp = stamps.Of(file.path);
         Note& note = journal[file.path];
-        // What is as it was before, and not known as written earlier, is somebody else's.
+        // A file that is unchanged, and that no earlier opening has written, belongs to somebody else.
         if (stamp.empty() || (stamp == file.before && !note.isWritten))
             journal.erase(file.path);
         else

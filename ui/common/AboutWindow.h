@@ -7,7 +7,8 @@ class QPushButton;
 
 namespace ui {
 
-/// The About box: name, version and legal notice of the program, and the way to the system's own information.
+/// The About box: name, version and legal notice of the program, and a button that starts the operating
+/// system's information program.
 class frmAbout : public QDialog {
     Q_OBJECT
 
@@ -17,7 +18,7 @@ class frmAbout : public QDialog {
     /// Sets the texts and shows the box until it is closed.
     void ShowNow();
 
-    /// Starts the system's own information program, or says that there is none.
+    /// Starts the operating system's information program, or tells the user that there is none.
     void StartSysInfo();
 
   private:

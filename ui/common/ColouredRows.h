@@ -4,8 +4,8 @@
 
 namespace ui {
 
-/// Draws rows of lists and trees whose own text colour stays while they are selected. A text that is too long
-/// loses its end or, where that tells more, its middle, and is told whole in a tooltip.
+/// Draws rows of lists and trees so that their own text colour stays while they are selected. A text that is
+/// too long is cut at its end or, where that shows more, in its middle; a tooltip then shows all of it.
 class ColouredRows : public QStyledItemDelegate {
     Q_OBJECT
 

@@ -20,7 +20,7 @@ constexpr std::size_t kReported = 6;
 constexpr std::size_t kCountedAtOnce = 64;
 constexpr std::chrono::milliseconds kBetweenUpdates{40};
 
-/// What an entry weighs on the bar beside its bytes.
+/// How many bytes an entry counts for on the progress bar, beside its own bytes.
 constexpr std::uint64_t kEntryWeight = 16384;
 
 FileWork* currentWork = nullptr;

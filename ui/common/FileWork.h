@@ -19,9 +19,10 @@ class ProgressWindow;
 /// How long work on files may last before it shows that it is at work.
 inline constexpr std::chrono::milliseconds kBlink{300};
 
-/// One command's work on files. Shows a progress window with a way to stop once the work lasts longer than a
-/// blink, and tells at the end what could not be done, and why. While one lives, ShellCopy and ShellDelete
-/// are parts of it. What the system's shell does is shown and told by the shell.
+/// The work of one command on files. Shows a progress window with a button to stop once the work takes longer
+/// than a moment, and reports at the end what could not be done, and why. While an object of this class
+/// lives, calls of ShellCopy and ShellDelete belong to it. Work that the operating system's shell does is
+/// shown and reported by the shell.
 class FileWork final : public platform::FileOperationObserver {
   public:
     enum class Kind { kCopy, kDelete };

@@ -6,8 +6,8 @@ class QWidget;
 
 namespace ui {
 
-/// Asks the user for a folder. One stands behind BrowseForFolder at a time: the desktop's dialog, or one that
-/// answers by itself (tests).
+/// Interface that asks the user for a folder. BrowseForFolder uses one implementation at a time: the
+/// desktop's dialog, or one of the tests, which chooses a folder without a user.
 class FolderPicker {
   public:
     virtual ~FolderPicker() = default;

@@ -4,8 +4,8 @@
 
 namespace ui {
 
-/// The message door of the windows: message boxes and prompts of the platform's look, modal over the active
-/// window.
+/// The app::MessageDoor of the windows: message boxes and prompts that look like the platform's, modal over
+/// the active window.
 class MessageBoxes : public app::MessageDoor {
   public:
     int Show(const app::Message& message) override;

@@ -6,8 +6,8 @@ class QWidget;
 
 namespace ui {
 
-/// Shows what the system knows of a file or folder. One stands behind ShowProperties at a time: the desktop,
-/// or one that records (tests).
+/// Interface that shows the properties of a file or folder. ShowProperties uses one implementation at a time:
+/// the desktop's, or one that records (tests).
 class PropertiesViewer {
   public:
     virtual ~PropertiesViewer() = default;

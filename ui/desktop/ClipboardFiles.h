@@ -7,8 +7,8 @@ class QMimeData;
 
 namespace ui {
 
-/// Where what is on the clipboard lies. One stands behind the functions below at a time: the desktop's
-/// clipboard, or one of a test.
+/// Interface to the content of the clipboard. The functions below use one implementation at a time: the
+/// desktop's clipboard, or one of a test.
 class ClipboardStore {
   public:
     virtual ~ClipboardStore() = default;

@@ -4,8 +4,8 @@
 
 namespace ui {
 
-/// Starts the program that the desktop keeps for a document. One stands behind OpenDocument at a time: the
-/// desktop, or one that records (tests).
+/// Interface that opens a document with the program that the desktop has for it. OpenDocument uses one
+/// implementation at a time: the desktop's, or one that records (tests).
 class DocumentOpener {
   public:
     virtual ~DocumentOpener() = default;

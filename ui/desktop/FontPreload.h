@@ -4,8 +4,9 @@
 
 namespace ui {
 
-/// Reads the system's font configuration while the program connects to its display. To be made before the
-/// application object and to live until that is complete; its end waits for the reading to be done.
+/// Reads the system's font configuration on a thread of its own while the program connects to its display.
+/// Make it before the application object and destroy it after that is complete; the destructor waits until
+/// the reading is done.
 class FontPreload {
   public:
     FontPreload();

@@ -11,12 +11,12 @@ class QWidget;
 
 namespace ui {
 
-// What the system's own shell does behind the services of this folder: one implementation for the free
-// desktops, one for Windows.
+// The services of the operating system's shell that the rest of this folder builds on: one implementation for
+// the free desktops, one for Windows.
 
 enum class ShellWork { kCopy, kDelete, kRename };
 
-/// What became of work that the system's shell was asked to do.
+/// How work that the operating system's shell was asked to do has ended.
 enum class ShellAnswer {
     kNotTaken, ///< it cannot take it, or there is no shell: nothing was touched
     kDone,
@@ -24,20 +24,20 @@ enum class ShellAnswer {
     kStopped, ///< by the user, in a window of the shell
 };
 
-/// Has the system's shell copy `from` into the folder `to`, delete it, or rename it to `to`. It shows its own
-/// windows, replaces without a question, and tells of what failed; input to this program's windows is dropped
-/// meanwhile.
+/// Has the operating system's shell copy `from` into the folder `to`, delete it, or rename it to `to`. The
+/// shell shows its own windows, replaces without a question and reports failures to the user. Meanwhile input
+/// to this program's windows is dropped.
 ShellAnswer AskShell(ShellWork work, const std::string& from, const std::string& to = {});
 
 /// Starts the program for a document, or for a page at a web address; see DocumentOpener::Open.
 int ShellOpen(const std::string& file, const std::string& parameters, const std::string& verb);
 
-/// Has the system's file manager show the properties of what is at `path`. False when there is none, or it
-/// does not answer.
+/// Has the operating system's file manager show the properties of what is at `path`. Returns false when there
+/// is no file manager or it does not respond.
 bool ShellShowsProperties(const std::string& path, QWidget* ownerWindow);
 
-/// Asks for a folder in the system's own window, as FolderPicker::Pick does; nothing when the system has
-/// none.
+/// Asks for a folder in the operating system's own dialog, as FolderPicker::Pick does. Returns nothing when
+/// the system has no such dialog.
 std::optional<std::string> ShellPickFolder(const std::string& prompt, const std::string& start,
                                            QWidget* parent);
 

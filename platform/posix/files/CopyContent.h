@@ -13,9 +13,9 @@ struct CopyResult {
     bool wasStopped = false;
 };
 
-/// Puts the bytes of `from`, whose length is about `size`, into the empty file `to`: as a clone where the
-/// file system shares blocks, else inside the kernel where it can, else by reading and writing. `goOn` is
-/// told of every few megabytes done; false stops the copy.
+/// Copies the bytes of `from`, whose length is about `size`, into the empty file `to`. Where the file system
+/// can share blocks between files, they are shared; otherwise the kernel copies where it can, and else the
+/// bytes are read and written. `goOn` is called every few megabytes; when it returns false, the copy stops.
 CopyResult CopyContent(const HostFile& from, const HostFile& to, std::uint64_t size,
                        const std::function<bool(std::uint64_t bytes)>& goOn);
 

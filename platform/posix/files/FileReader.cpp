@@ -24,8 +24,8 @@ class HostFileReader final : public FileReader {
         return count;
     }
 
-    /// What happens to the file itself shows at once. That it was moved away and another has taken its place
-    /// takes a walk along the path to find out, which a thousand questions in a row do not need each.
+    /// A change of the file itself is noticed at once. To notice that another file has taken its place, the
+    /// path has to be walked, so this is done only every few milliseconds, however often it is asked.
     bool IsUnchanged() const override {
         struct stat status {};
 

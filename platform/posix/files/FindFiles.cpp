@@ -62,7 +62,7 @@ class HostFindFiles final : public FindFiles {
 
     bool Next(FindData& data) override {
         const int folder = ::dirfd(listing_.get());
-        // The host returns the two dots anywhere; the program's system has them first.
+        // The host returns the two dots anywhere in a listing; callers expect them first.
         if (dotsGiven_ < 2)
             return Describe(folder, dotsGiven_++ == 0 ? "." : "..", DT_DIR, data);
         while (const dirent* entry = ::readdir(listing_.get())) {

@@ -12,9 +12,9 @@ namespace platform {
 /// may write it, and hidden when its name begins with a dot.
 std::uint32_t AttributesOf(const struct stat& status, std::string_view name);
 
-/// Whether what has this status may neither be replaced nor deleted as a file: a folder, or a regular file
-/// that nobody may write. The mode alone decides: a super-user could write it, but its owner has said that it
-/// is to stay as it is.
+/// Whether a file with this status must be neither replaced nor deleted: it is a folder, or a regular file
+/// that nobody may write. Only the mode counts. A super-user could write to such a file, but its owner has
+/// said that it is to stay as it is.
 bool IsProtected(const struct stat& status);
 
 /// Identity of the file with this status.

@@ -6,7 +6,8 @@
 
 namespace platform {
 
-/// What the operation was about to do with the medium when it failed; tells apart the two device faults.
+/// Whether the failed operation was reading from the medium or writing to it; tells the two device errors
+/// apart.
 enum class Access { kRead, kWrite };
 
 /// The system error that stands for an `errno` value.

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t kLargestTransfer = 0x4000'0000; // under the kernel's limit of one call
 
-/// Calls `transfer(position, size)` until `size` bytes are done, it answers 0, or it fails.
+/// Calls `transfer(position, size)` until `size` bytes are done, it returns 0, or it fails.
 template <typename Transfer>
 base::SystemError TransferAll(std::size_t size, Access access, std::size_t& count, Transfer transfer) {
     count = 0;

@@ -31,19 +31,19 @@ class HostFile {
 
     int Descriptor() const { return descriptor_; }
 
-    /// Closes now; answers what the host still had to report about writes.
+    /// Closes the file now and returns the error, if any, that the system still had to report about writes.
     base::SystemError Close();
 
   private:
     int descriptor_ = -1;
 };
 
-/// Opens a regular file for reading and answers its status. `error` is set, and the result not open, for
-/// anything else.
+/// Opens a regular file for reading and sets `status`. For anything else sets `error` and returns a file that
+/// is not open.
 HostFile OpenForReading(const std::string& hostPath, struct stat& status, base::SystemError& error);
 
 /// Reads from the current position, or from `offset` where one is given, until `buffer` is full or the file
-/// ends. `count` answers how many bytes came, also after a failure.
+/// ends. `count` is set to the number of bytes read, also after a failure.
 base::SystemError ReadFully(const HostFile& file, std::span<std::uint8_t> buffer, std::size_t& count);
 base::SystemError ReadFullyAt(const HostFile& file, std::uint64_t offset, std::span<std::uint8_t> buffer,
                               std::size_t& count);
@@ -53,7 +53,8 @@ base::SystemError WriteFully(const HostFile& file, std::span<const std::uint8_t>
 base::SystemError WriteFullyAt(const HostFile& file, std::uint64_t offset,
                                std::span<const std::uint8_t> data);
 
-/// Content of a small file of the system's own; empty when it cannot be read.
+/// Content of a small text file that the operating system or its settings provide; empty when it cannot be
+/// read.
 std::string ReadHostText(const std::string& hostPath);
 
 } // namespace platform

@@ -24,7 +24,7 @@ class NewFile final : public OutputFile {
 
     void ApplyTraits(const FileTraits& traits) const;
 
-    /// Takes the name also from another file that has it.
+    /// Takes the name, and replaces another file that has it.
     base::SystemError Replace();
 
     int folder_;

@@ -25,8 +25,8 @@ class Replacement {
     /// Whether there is a file whose place it will take.
     bool Replaces() const { return replaces_; }
 
-    /// Gives the new file the old one's place and, where there was one, its mode; with `isLasting` once it is
-    /// on the medium.
+    /// Puts the new file in the place of the old one and gives it the old one's mode. With `isLasting`, its
+    /// bytes are brought onto the medium first.
     base::SystemError Commit(bool isLasting = true);
 
   private:

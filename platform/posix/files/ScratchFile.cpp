@@ -29,7 +29,8 @@ class HostScratchFile final : public ScratchFile {
     }
 
   private:
-    /// Room that is there already is written to in half the time. Without it, the writing itself says why.
+    /// Writing to space that has been allocated before takes half the time. When it cannot be allocated,
+    /// writing reports why.
     void Reserve(std::uint64_t offset, std::size_t size) {
         if (offset >= reservedFrom_ && offset + size <= reservedTo_)
             return;

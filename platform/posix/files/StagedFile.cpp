@@ -17,7 +17,7 @@
 namespace platform {
 namespace {
 
-/// Before the name that a temporary file has otherwise: these are locked for as long as somebody uses them.
+/// Begins the name of a temporary file of this kind. These files are locked as long as somebody uses them.
 constexpr std::string_view kMark = ".staged";
 
 /// Takes away what was left by programs that were killed.
@@ -38,7 +38,7 @@ class HostStagedFile final : public StagedFile {
     /// `hostFolder` has a last slash.
     HostStagedFile(const std::string& hostFolder, const std::string& hostName)
         : staged_(AT_FDCWD, hostFolder + std::string(kMark), O_RDWR, 0666), target_(hostFolder + hostName) {
-        // Where nothing can be locked, nothing is taken for abandoned either.
+        // Where files cannot be locked, no file is taken for abandoned.
         if (IsOpen())
             static_cast<void>(::flock(staged_.File().Descriptor(), LOCK_EX | LOCK_NB));
     }
@@ -65,7 +65,7 @@ class HostStagedFile final : public StagedFile {
     base::SystemError Flush() override {
         if (const base::SystemError error = staged_.Sync())
             return error;
-        // What the medium has made of it is wanted, not what memory still holds.
+        // The bytes must be read back from the medium, not from memory.
         static_cast<void>(::posix_fadvise(staged_.File().Descriptor(), 0, 0, POSIX_FADV_DONTNEED));
         return {};
     }

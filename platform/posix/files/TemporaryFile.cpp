@@ -15,8 +15,8 @@ namespace {
 constexpr std::string_view kStart = ".pellarion-";
 constexpr std::string_view kEnd = ".tmp";
 
-/// Different at every call in this process and from those of other processes. The moment tells this name from
-/// one that a process of the same number left behind when the power failed.
+/// A name that differs at every call in this process and from those of other processes. The time is part of
+/// it, because after a power failure a process with the same number may have left a file behind.
 std::string TemporaryName() {
     static std::atomic<unsigned> counter{0};
     timespec now{};

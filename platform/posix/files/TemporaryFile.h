@@ -9,8 +9,8 @@
 
 namespace platform {
 
-/// A new file under a name of its own, which takes another name when it is complete. Until then nothing bears
-/// that name that did not before; a file that never takes it is gone with this object.
+/// A new file under a temporary name, which takes another name when it is complete. Until then nothing
+/// changes under that other name. A file that never takes it is deleted with this object.
 class TemporaryFile {
   public:
     /// Makes the file in the open folder `folder`, which stays open for the object's life, or with AT_FDCWD
@@ -28,8 +28,8 @@ class TemporaryFile {
     /// Brings its bytes onto the medium.
     base::SystemError Sync() const;
 
-    /// Takes the name `hostName` in the same folder, or as a path, in place of a file that has it; with
-    /// `flags` as renameat2 knows them.
+    /// Takes the name `hostName` in the same folder (or as a path) and replaces a file that has it. `flags`
+    /// are those of renameat2.
     base::SystemError TakeName(const std::string& hostName, unsigned flags = 0);
 
   private:

@@ -6,8 +6,8 @@
 
 namespace platform {
 
-/// Gives the drives that have no letter yet (0) one from D on, in their order. A drive that was in the table
-/// `before`, by its root, keeps the letter it had there; drives for which no letter is left are left out.
+/// Gives letters from D on, in order, to the drives that have none yet (0). A drive whose root was already in
+/// the table `before` keeps the letter that it had there. Drives for which no letter remains are removed.
 std::vector<DriveEntry> WithLetters(std::vector<DriveEntry> drives, const std::vector<DriveEntry>& before);
 
 } // namespace platform

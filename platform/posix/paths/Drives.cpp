@@ -24,7 +24,7 @@ DriveType GetDriveType(const std::string& root) {
 
     if (drive == nullptr)
         return DriveType::kNoRoot;
-    // A drive whose medium does not answer is still a drive of its type; one without a folder is none.
+    // A drive whose medium does not respond still has its type; a drive without a folder does not exist.
     if (::stat(drive->root.c_str(), &status) != 0)
         return errno == ENOENT || errno == ENOTDIR ? DriveType::kNoRoot : drive->type;
     return S_ISDIR(status.st_mode) ? drive->type : DriveType::kNoRoot;

@@ -9,17 +9,17 @@
 
 namespace platform {
 
-/// The names in one open folder, for finding one without regard to case. The folder is listed at the first
-/// question, unless it is known to be new; after that Add() and Remove() keep the list up to date.
+/// The names in one open folder, to find one without regard to case. The folder is listed at the first
+/// look-up, unless it is known to be new; after that Add() and Remove() keep the list up to date.
 class FolderListing {
   public:
-    /// Nothing is in the folder yet: it need not be listed.
+    /// Says that the folder is empty, so that it need not be listed.
     void StartEmpty() { isListed_ = true; }
 
     /// The host name that equals `name` without regard to case; empty when there is none.
     std::string Find(const HostFile& folder, std::string_view name);
 
-    /// Tells of a name that has come into the folder, or gone from it.
+    /// Says that a name has been added to the folder or removed from it.
     void Add(const std::string& hostName);
     void Remove(const std::string& hostName);
 

@@ -7,8 +7,8 @@
 
 namespace platform {
 
-/// Reads the names in an open folder, without "." and "..", ordered by their bytes. What came before a
-/// failure is answered too.
+/// Reads the names in an open folder, without "." and "..", ordered by their bytes. After a failure, the
+/// names read before it are returned.
 base::SystemError NamesIn(int folder, std::vector<std::string>& names);
 
 } // namespace platform

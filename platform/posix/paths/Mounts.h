@@ -12,7 +12,7 @@ class MountWatch {
   public:
     MountWatch();
 
-    /// True at the first call, and always where the host offers no notice.
+    /// Returns true at the first call, and always where the system offers no notification.
     bool HasChanged();
 
   private:

@@ -6,9 +6,9 @@
 
 namespace platform {
 
-/// Opens the folder at `path` (this program's form) below an open folder with one call of the kernel, which
-/// follows no link and leaves the folder nowhere. Not open when there is none of exactly these names, or no
-/// such call.
+/// Opens the folder at `path` (this program's form) below an open folder with one call to the kernel, which
+/// follows no link and never leaves the open folder. The result is not open when there is no folder of
+/// exactly these names, or when the kernel has no such call.
 HostFile OpenFolderBelow(const HostFile& folder, std::string_view path);
 
 } // namespace platform

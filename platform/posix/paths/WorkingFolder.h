@@ -5,7 +5,7 @@
 
 namespace platform {
 
-// "C:\Pellarion" is the user's cache folder, unless the drive table is set from outside.
+// "C:\Pellarion" is the user's cache folder, unless the drive table is set by PELLARION_DRIVES.
 
 /// The host folder that stands for it; empty when it is an ordinary folder of drive C:.
 std::string WorkingFolderRoot();
@@ -16,7 +16,7 @@ std::string WorkingFolderPath();
 /// Whether `name`, below the root of drive C:, names it.
 bool IsWorkingFolderName(std::string_view name);
 
-/// Whether it appears below this host folder although it lies elsewhere.
+/// Whether "Pellarion" appears in this host folder although it is stored elsewhere.
 bool HoldsWorkingFolder(const std::string& hostFolder);
 
 } // namespace platform

@@ -43,7 +43,7 @@ class Handle {
 
 inline constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
-/// Opens an existing file for reading, others not hindered.
+/// Opens an existing file for reading. Other programs may go on using it.
 Handle OpenForReading(const std::wstring& path, base::SystemError& error);
 
 /// Opens a file, a folder or (with FILE_FLAG_OPEN_REPARSE_POINT) a link itself, only to ask about it.
@@ -52,8 +52,8 @@ Handle OpenToAsk(const std::wstring& path, DWORD flags = 0);
 /// Size of an open file in bytes; 0 when it cannot be asked.
 std::uint64_t SizeOf(const Handle& file);
 
-/// Reads from `offset` until `buffer` is full or the file ends; `count` answers how much came, also after a
-/// failure.
+/// Reads from `offset` until `buffer` is full or the file ends. `count` is set to the number of bytes read,
+/// also after a failure.
 base::SystemError ReadFullyAt(const Handle& file, std::uint64_t offset, std::span<std::uint8_t> buffer,
                               std::size_t& count);
 

@@ -78,7 +78,7 @@ class HostOutputFile final : public OutputFile {
     std::wstring name_;
 };
 
-/// Holds the folder itself: others may rename or delete it, and what is written goes where it goes.
+/// Opens the folder itself. Other programs may rename or delete it; what is written goes where it goes.
 class HostFolder final : public OutputFolder {
   public:
     explicit HostFolder(Handle folder) : folder_(std::move(folder)) {}

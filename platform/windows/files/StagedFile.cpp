@@ -10,8 +10,8 @@
 namespace platform {
 namespace {
 
-/// Takes away what was left by programs that were killed; a file that is open nobody else can have for
-/// himself.
+/// Deletes files that programs left behind when they were killed. A file that is still open cannot be opened
+/// here for exclusive use.
 void RemoveAbandoned(const std::wstring& folder) {
     std::vector<std::wstring> names;
     static_cast<void>(NamesIn(folder, names));

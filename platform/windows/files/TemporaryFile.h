@@ -18,8 +18,8 @@ std::wstring TemporaryName();
 /// Whether it is such a name.
 bool IsTemporaryName(std::wstring_view name);
 
-/// A file being written under a name of its own beside the place that it will take. Until Commit() succeeds
-/// what stands there stays as it is; a file that is not committed leaves nothing behind.
+/// A file that is written under a temporary name beside the place that it will take. Until Commit() succeeds,
+/// nothing changes there. A file that is not committed is deleted with this object.
 class TemporaryFile {
   public:
     /// Starts one in the host folder `folder`.
@@ -50,7 +50,7 @@ class TemporaryFile {
     base::SystemError error_;
 };
 
-/// Marks an open file as hidden or as the system's own when the file that it replaces is.
+/// Gives an open file the hidden and system attributes of the file that it replaces.
 void KeepAttributes(const Handle& file, std::uint32_t attributes);
 
 /// Deletes a file that is open with the right to.
@@ -62,8 +62,8 @@ struct CopyResult {
     bool wasStopped = false;
 };
 
-/// Puts the bytes of `from` into the empty file `to`. `goOn` is told of every few megabytes done; false stops
-/// the copy.
+/// Copies the bytes of `from` into the empty file `to`. `goOn` is called every few megabytes; when it returns
+/// false, the copy stops.
 CopyResult CopyContent(const Handle& from, const Handle& to,
                        const std::function<bool(std::uint64_t bytes)>& goOn);
 

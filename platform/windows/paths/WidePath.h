@@ -5,9 +5,9 @@
 
 namespace platform {
 
-/// One of this program's paths as the system's calls take it: with the prefix that lifts the limit of 260
-/// units and takes every name as it stands; empty when its drive does not exist. The root of a drive ends in
-/// a backslash, nothing else does.
+/// Converts one of this program's paths to the form that Windows calls take: with the prefix that lifts the
+/// limit of 260 units and takes every name literally. Empty when its drive does not exist. Only the root of a
+/// drive ends in a backslash.
 std::wstring WidePathOf(std::string_view path);
 
 /// A host path (HostPathOf) with that prefix.

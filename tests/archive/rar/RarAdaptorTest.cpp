@@ -25,7 +25,7 @@ class RarAdaptorTest : public testing::TestWithParam<int> {
         dir.MakeFolder("out");
     }
 
-    /// Extracts all entries to E:\out as far as it goes; answers the results, that of the last header last.
+    /// Extracts all entries to E:\out as far as it goes; returns the results, that of the last header last.
     std::vector<int> Extract(const std::string& path, int operation = rar::kRarExtract) {
         rar::RAROpenArchiveData data;
         data.ArcName = path;

@@ -1,7 +1,7 @@
 // Stands for the RAR library in tests: exports its calls, over records that are laid out here by their
 // offsets. An "archive" is a text: a line "open N" makes opening answer N; every other line is an entry, with
 // its name, kind (f, d or l for a link), content ("-" for none), and the result of unpacking it, with 100
-// added when skipping answers it too; "headers N" ends the headers with N; "close N" makes closing answer N.
+// added when skipping returns it too; "headers N" ends the headers with N; "close N" makes closing answer N.
 // STUB_CALLS says which calls it has: 4, 5, or 7 for the newer ones too.
 
 #include <cstdint>

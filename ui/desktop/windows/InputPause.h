@@ -4,8 +4,9 @@
 
 namespace ui {
 
-/// While it lives, what the user does to this program's windows is dropped, so that no command starts inside
-/// another one; the windows go on painting themselves. For calls that run the system's message loop.
+/// While an object of this class lives, input to this program's windows is dropped, so that no command starts
+/// inside another one; the windows still paint themselves. It is for calls that run the message loop of
+/// Windows.
 class InputPause : public QObject {
     Q_OBJECT
 

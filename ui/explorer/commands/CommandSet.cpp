@@ -37,7 +37,7 @@ void CommandSet::ConnectFileCommands() {
     start(actions_.mnuFileProperties, &FileCommands::Properties);
     connect(actions_.mnuFileCompress, &QAction::triggered, this, [this] { compress_.Run(); });
     connect(&targets_.list, &ListView::DeletePressed, this, [this] { files_.DeleteByKey(); });
-    // Not by way of the action: what it last knew of the clipboard may be old.
+    // This does not ask the action, whose last knowledge of the clipboard may be old.
     connect(&targets_.list, &ListView::PastePressed, this, [this] { files_.Paste(); });
     // The editor is closed before the name changes, and with it perhaps all rows.
     connect(

@@ -109,7 +109,7 @@ void Commands::FillToolBars(QToolBar* folderTools, QToolBar* fileTools) {
 
 void Commands::SetCaption(QAction* action, std::uint32_t textId, const QKeySequence& key) {
     const QString caption = WindowText(textId);
-    // The views answer the keys themselves; the menu only tells them.
+    // The views handle the keys themselves; the menu only shows them.
     const QString hint =
         key.isEmpty() ? QString() : QLatin1Char('\t') + key.toString(QKeySequence::NativeText);
     action->setText(caption + hint);

@@ -6,8 +6,8 @@
 
 namespace ui {
 
-/// The commands on the selected node of the folder tree. Drives, the root and the system's own places are
-/// neither deleted nor renamed: the user is told so.
+/// The commands on the selected node of the folder tree. Drives, the root and the operating system's special
+/// places are neither deleted nor renamed; the user is told so.
 class FolderCommands {
   public:
     /// `targets` outlives the commands.

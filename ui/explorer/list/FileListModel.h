@@ -24,8 +24,8 @@ class FileListModel : public QAbstractTableModel {
     /// `kinds` outlives the model.
     explicit FileListModel(FileKinds& kinds, QObject* parent = nullptr);
 
-    /// Puts the rows of `folder` (a path with a last backslash) in place of those before, in the order in
-    /// use. Lets window messages run while it sorts; gives way to other rows that come meanwhile.
+    /// Replaces the rows by those of `folder` (a path with a last backslash), in the present order. Lets
+    /// window messages run while it sorts; when other rows arrive meanwhile, those are shown instead.
     void SetRows(std::string folder, std::vector<FileRow> rows);
 
     void Clear() { SetRows({}, {}); }
@@ -55,9 +55,9 @@ class FileListModel : public QAbstractTableModel {
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
-    /// Sorts as a click on the header of `column` does and keeps that order for later rows. Rows with equal
-    /// keys stand in name order, as do all rows before the first sort. Lets window messages run meanwhile;
-    /// until all is sorted the rows stand as they did.
+    /// Sorts as a click on the header of `column` does, and keeps that order for later rows. Rows with equal
+    /// keys are ordered by name, as are all rows before the first sort. Lets window messages run meanwhile;
+    /// the rows stay where they are until everything is sorted.
     void sort(int column, Qt::SortOrder order) override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;

@@ -7,8 +7,8 @@
 
 namespace ui {
 
-/// One row of the file list, as little as its eight columns can be told from; its full path is the listed
-/// folder and the name.
+/// One row of the file list. It holds only what its eight columns are made from. The full path of a row is
+/// the listed folder and the name.
 struct FileRow {
     QString name;
     QString sortName; ///< the name in upper case, as names are compared

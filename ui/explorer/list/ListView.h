@@ -6,7 +6,7 @@ namespace ui {
 
 class FileListModel;
 
-/// The file list's view: the report of eight columns, four of them hidden, with the keys that it answers to.
+/// The view of the file list: a report of eight columns, four of them hidden, and the keys that work in it.
 class ListView : public QTreeView {
     Q_OBJECT
 

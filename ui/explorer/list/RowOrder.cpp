@@ -60,7 +60,7 @@ int RowOrder::Compare(const FileRow& left, const FileRow& right) const {
         return Order(typeRanks_[left.kind], typeRanks_[right.kind]);
     case FileListModel::kSortFile:
         return OrderByName(left, right);
-    default: // all rows share one folder: the full path orders as the name does
+    default: // all rows are in one folder, so the order of full paths is the order of names
         return left.sortName.compare(right.sortName);
     }
 }

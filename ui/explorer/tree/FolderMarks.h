@@ -6,7 +6,7 @@
 
 namespace ui {
 
-/// The marks as one moment of the mark list has them; for asking about many folders in a row.
+/// The marks as they are at one moment, for looking up many folders in a row.
 class MarkSet {
   public:
     /// Whether the folder or drive root `path` is marked, without regard to letter case.
@@ -26,8 +26,9 @@ class FolderMarks {
     /// The list lies in `folder`, a path without a last backslash.
     explicit FolderMarks(std::string_view folder);
 
-    /// Entry of a path: a path of three characters is a drive root and stands for itself; of any other the
-    /// drive letter and colon are dropped, so that a mark follows its folder to another letter.
+    /// The entry of a path in the list. A path of three characters is the root of a drive and is its own
+    /// entry. For any other path the drive letter and the colon are left out, so that a mark is still right
+    /// when the drive gets another letter.
     static std::string EntryOf(std::string_view path);
 
     MarkSet Read() const;

@@ -16,10 +16,10 @@ class FolderTreeModel;
 class ListView;
 class TreeView;
 
-/// Finds the way through the drives: lists folders into the tree and the list, and keeps the current folder.
+/// Lists folders into the tree and the list, and keeps the current folder.
 ///
-/// Listing lets window messages run, so a click may come while one is under way. It waits: the listing is cut
-/// short and the click done when it has ended; of several, the last.
+/// Listing lets window messages run, so a click may come during a listing. The click waits: the listing ends
+/// early and the click is handled after it. Of several such clicks, the last counts.
 class Navigator : public QObject {
     Q_OBJECT
 

@@ -58,7 +58,8 @@ frmtarget::frmtarget(ArchiveDialogs* dialogs)
 }
 
 frmtarget::~frmtarget() {
-    // The views draw from what this object owns and answer focus changes: they go while all of it is there.
+    // The views use objects that this window owns, and react to focus changes, so they are deleted while all
+    // of it still exists.
     disconnect(qApp, nullptr, this, nullptr);
     hide();
     delete panes_;
@@ -225,7 +226,7 @@ bool frmtarget::eventFilter(QObject* watched, QEvent* event) {
 
 void frmtarget::closeEvent(QCloseEvent* event) {
     if (IsBusy()) {
-        // What is on the stack below ends first; closing comes back when it has.
+        // The handlers on the stack below end first; then the window is asked to close once more.
         closeWaits_ = true;
         navigator_->CutShort();
         commandSet_->Stop();

@@ -10,6 +10,19 @@ std::optional<int> IfPositive(int length) {
 
 } // namespace
 
+// The numbers below, in twips:
+//
+//   10   the gap between the status strip and tree or list; the splitter begins at the strip itself
+//   2    the margin left of the tree
+//   15   taken off for the tree's right edge, which so lies 13 (15 - 2) before the splitter
+//   55   from the splitter's left edge to the list, which covers the last 35 of the splitter's 90
+//   110  taken off for the list's right edge, which so lies 70 (110 + 15 - 55) before the window's outer
+//        one: the width of the frame
+//   200  from the bar's right end to the end of the strip, which has the outer width of the window
+//   50   the same for the labels, so that the last one reaches 150 (200 - 50) behind the bar's left end;
+//        StatusStrip keeps that part of the label free of text
+//   700  the height of title and menu bar
+//   104  the height of the frame (94), and the gap of 10 above tree and list
 PaneLayout ComputePaneLayout(const PaneMeasures& in) {
     PaneLayout out;
     const int top = in.toolbarHeight + in.stripHeight + 10;

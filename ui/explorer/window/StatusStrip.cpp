@@ -19,8 +19,8 @@ constexpr int kGap = 6;
 constexpr int kPadding = 5; ///< above and below the labels
 constexpr int kStart = 8;
 
-/// The percentage ends where the bar would begin without the gap that the layout leaves in front of the bar;
-/// this much of the label's width stays free of text instead.
+/// The label of the percentage reaches into the place of the bar, because its position leaves out the gap in
+/// front of the bar (see PaneLayout.cpp). This part of its width stays free of text.
 constexpr int kPercentSlack = 22;
 
 int WidthOf(const QLabel* label, int slack) {

@@ -4,8 +4,8 @@
 
 namespace ui {
 
-/// The vertical splitter between the panes. It keeps its left edge in twips, exactly as it was set, and says
-/// when it has been moved; where it is drawn is the layout's business.
+/// The vertical splitter between the panes. It keeps its left edge in twips, exactly as it was set, and sends
+/// a signal when it has been moved. The layout decides where it is drawn.
 class VSplitter : public QWidget {
     Q_OBJECT
 

@@ -10,7 +10,8 @@ struct Settings;
 
 namespace ui {
 
-/// The main window's size and place: as saved, in the middle of the screen, whenever the window comes back.
+/// Size and place of the main window: the saved size, in the middle of the screen, each time that the window
+/// is opened.
 class WindowGeometry {
   public:
     explicit WindowGeometry(QWidget* window) : window_(window) {}
