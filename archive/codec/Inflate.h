@@ -22,8 +22,8 @@ namespace codec {
 /// that does not fit or reaches before the start; what came before it is kept, and nothing of itself is
 /// copied. Returns -2 when the length check of a stored block failed; decoding goes on after that. A stored
 /// block whose length fields are the last bytes of the input also gives -1, though it is empty and nothing is
-/// lost. After an error in a table, message IDS_DAMAGED_DATA is shown, the status so far is returned and `data` still
-/// holds the compressed bytes.
+/// lost. After an error in a table, message IDS_DAMAGED_DATA is shown, the status so far is returned and
+/// `data` still holds the compressed bytes.
 ///
 /// A stream that needs more input than there is continues with bits of 0 until it ends by itself or until the
 /// output is full: at the recorded size, or at the most that so many input bytes can yield, but not below one
@@ -34,8 +34,8 @@ std::int16_t Inflate(ByteBuffer& data, std::int32_t lastIndex, bool deflate64);
 using PieceSink = std::function<void(std::span<const std::uint8_t>)>;
 
 /// Decodes as Inflate does, for large entries: the decoded bytes are passed to `sink` in pieces of about a
-/// megabyte and not kept. Returns false after an error in a table; message IDS_DAMAGED_DATA was shown then, and what the
-/// sink received must not be used.
+/// megabyte and not kept. Returns false after an error in a table; message IDS_DAMAGED_DATA was shown then,
+/// and what the sink received must not be used.
 bool InflateInPieces(std::span<const std::uint8_t> data, std::int32_t lastIndex, bool deflate64,
                      const PieceSink& sink);
 

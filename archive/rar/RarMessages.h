@@ -7,8 +7,8 @@
 
 namespace rar {
 
-/// Messages that stop a listing (title IDS_ERROR_TITLE); the program ends after them. Each function returns whether
-/// there is a message for the code.
+/// Messages that stop a listing (title IDS_ERROR_TITLE); the program ends after them. Each function returns
+/// whether there is a message for the code.
 bool ShowOpenStop(int code, const std::string& archive);
 bool ShowSkipStop(int code);
 bool ShowHeaderStop(int code);

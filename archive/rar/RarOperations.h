@@ -82,9 +82,10 @@ const std::string& RarArchiveTimeText();
 RarListing ListRarArchive(const std::string& path, const std::string& password, RarListObserver& observer);
 
 /// Tests, then extracts the wanted entries of an archive into `destination`, which ends in a backslash, with
-/// the folders that are stored in the archive. Failures show their messages (title IDS_WARNING_TITLE). Each of the two
-/// passes unpacks each wanted entry once. Nothing else in the destination changes, and nothing outside it.
-/// Links, and entries that would be written outside the destination, count as files that cannot be created.
+/// the folders that are stored in the archive. Failures show their messages (title IDS_WARNING_TITLE). Each
+/// of the two passes unpacks each wanted entry once. Nothing else in the destination changes, and nothing
+/// outside it. Links, and entries that would be written outside the destination, count as files that cannot
+/// be created.
 RarOutcome ExtractRarArchive(const std::string& destination, const std::string& path,
                              const std::string& password, RarExtractionObserver& observer,
                              const RarFilter& filter = {});
@@ -94,8 +95,8 @@ RarOutcome ExtractRarArchive(const std::string& destination, const std::string& 
 bool CompareRarArchive(const std::string& destination, const std::string& path, const std::string& password,
                        RarExtractionObserver& observer, const RarFilter& filter = {});
 
-/// Shows the message for a failure code of the library (title IDS_WARNING_TITLE), with names from the header record
-/// where the message contains them. Returns whether to go on.
+/// Shows the message for a failure code of the library (title IDS_WARNING_TITLE), with names from the header
+/// record where the message contains them. Returns whether to go on.
 bool CheckRarResult(int code, const RARHeaderData& header);
 
 } // namespace rar

@@ -14,8 +14,8 @@ class Cls_Zip final : public ArchiveReader {
     std::int16_t Get_Contents(const std::string& fileName) override;
 
     /// Extracts the selected entries of the loaded archive into `folder`; the archive file is opened anew.
-    /// Faults of an entry are shown (IDS_DAMAGED_DATA, IDS_FOLDER_NOT_MADE, IDS_NO_LOCAL_HEADER and the four after it), and the extraction goes on with the
-    /// next entry.
+    /// Faults of an entry are shown (IDS_DAMAGED_DATA, IDS_FOLDER_NOT_MADE, IDS_NO_LOCAL_HEADER and the four
+    /// after it), and the extraction goes on with the next entry.
     ///
     /// Returns 0 when done. Returns -1 when the password is missing or wrong (IDS_WRONG_PASSWORD) or when the
     /// observer stopped the extraction. Returns -10 when nothing is loaded, when `selection` does not have

@@ -15,9 +15,9 @@ struct ScannedDirectory {
 
 /// Looks for the central directory from the start of the file, for archives whose end record is not at the
 /// very end of the file or cannot be relied on. Skips local headers with the data that they announce, and
-/// data descriptors with their 12 bytes. Any other four bytes are reported (message IDS_UNKNOWN_RECORD). Returns nothing
-/// when the file ends first, or at a local header whose size is negative or leads beyond the end of the file;
-/// there is at least one report before that.
+/// data descriptors with their 12 bytes. Any other four bytes are reported (message IDS_UNKNOWN_RECORD).
+/// Returns nothing when the file ends first, or at a local header whose size is negative or leads beyond the
+/// end of the file; there is at least one report before that.
 std::optional<ScannedDirectory> ScanForDirectory(ArchiveBytes& file);
 
 } // namespace zip

@@ -36,7 +36,8 @@ TEST_F(HelpCommands, AboutBoxNamesTheVersion) {
         wasSeen = true;
         EXPECT_EQ(about->windowTitle(), "About Pellarion");
         EXPECT_EQ(about->findChild<QLabel*>("lblVersion")->text(), "Version " PROJECT_VERSION);
-        EXPECT_EQ(about->findChild<QLabel*>("lblDisclaimer")->text().toStdString(), app::LoadExtraText(IDS_EXTRA_LEGAL_NOTICE));
+        EXPECT_EQ(about->findChild<QLabel*>("lblDisclaimer")->text().toStdString(),
+                  app::LoadExtraText(IDS_EXTRA_LEGAL_NOTICE));
         {
             const tests::ScopedVariable nothing("PATH", "/nowhere");
             QTest::mouseClick(about->findChild<QPushButton*>("cmdSysInfo"), Qt::LeftButton);
