@@ -14,7 +14,7 @@ struct HostEntry {
     FileIdentity identity;
     std::uint32_t attributes = 0; ///< kAttribute... bits (Files.h); kAttributeReparsePoint only for a link
 
-    bool ui::IsFolder() const;
+    bool IsFolder() const;
     bool IsLink() const;
 
     /// Whether both are the same file, whatever has become of its content.

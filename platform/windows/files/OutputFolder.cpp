@@ -126,7 +126,7 @@ std::unique_ptr<OutputFile> HostFolder::CreateFile(std::string_view name, base::
 constexpr DWORD kFolderAccess = FILE_LIST_DIRECTORY | FILE_TRAVERSE | FILE_READ_ATTRIBUTES;
 
 /// The opened folder; a link is not one.
-std::unique_ptr<OutputFolder> base::FolderOf(Handle folder, base::SystemError& error) {
+std::unique_ptr<OutputFolder> FolderOf(Handle folder, base::SystemError& error) {
     const std::optional<HostEntry> entry = DescribeHandle(folder);
     error = entry && entry->IsFolder() && !entry->IsLink() ? base::SystemError{}
                                                            : base::SystemError{base::kErrorPathNotFound};
@@ -144,7 +144,7 @@ std::unique_ptr<OutputFolder> HostFolder::OpenOrCreate(std::string_view name, st
         below =
             OpenBelow(folder_, WideOf(nameWhenMade),
                       {kFolderAccess, FILE_OPEN_IF, FILE_DIRECTORY_FILE | FILE_OPEN_REPARSE_POINT}, error);
-    return error ? nullptr : base::FolderOf(std::move(below), error);
+    return error ? nullptr : FolderOf(std::move(below), error);
 }
 
 } // namespace
@@ -161,7 +161,7 @@ std::unique_ptr<OutputFolder> OutputFolder::Open(const std::string& path, base::
     Handle folder(::CreateFileW(host.c_str(), kFolderAccess, kShareAll, nullptr, OPEN_EXISTING,
                                 FILE_FLAG_BACKUP_SEMANTICS, nullptr));
     error = folder.IsOpen() ? base::SystemError{} : LastError();
-    return error ? nullptr : base::FolderOf(std::move(folder), error);
+    return error ? nullptr : FolderOf(std::move(folder), error);
 }
 
 } // namespace platform
