@@ -1,17 +1,12 @@
 #pragma once
 
+#include "platform/OpenFolder.h"
 #include "platform/posix/files/HostFile.h"
 
 #include <cstdint>
 #include <functional>
 
 namespace platform {
-
-/// How copying a file's bytes ended.
-struct CopyResult {
-    base::SystemError error;
-    bool wasStopped = false;
-};
 
 /// Puts the bytes of `from`, whose length is about `size`, into the empty file `to`: as a clone where the
 /// file system shares blocks, else inside the kernel where it can, else by reading and writing. `goOn` is

@@ -1,8 +1,9 @@
 #include "platform/OpenFolder.h"
 
 #include "platform/windows/Wide.h"
-#include "platform/windows/files/Entry.h"
+#include "platform/windows/files/FileCopy.h"
 #include "platform/windows/files/OpenBelow.h"
+#include "platform/windows/files/TemporaryFile.h"
 #include "platform/windows/paths/WidePath.h"
 
 #include <algorithm>
@@ -36,19 +37,9 @@ base::SystemError CheckFolder(const Handle& folder) {
     const std::optional<HostEntry> entry = DescribeHandle(folder);
     if (!entry)
         return LastError();
-    return entry->IsFolder() && !entry->IsLink() ? base::SystemError{} : kNoSuchPath;
-}
-
-/// A read-only entry is neither removed nor replaced before this.
-void MakeWritable(const Handle& folder, const EntryName& name) {
-    base::SystemError error;
-    const Handle entry =
-        OpenBelow(folder, name,
-                  {FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES, FILE_OPEN, FILE_OPEN_REPARSE_POINT}, error);
-    FILE_BASIC_INFO basic{}; // times of zero stay
-    basic.FileAttributes = FILE_ATTRIBUTE_NORMAL;
-    if (!error)
-        ::SetFileInformationByHandle(entry.Get(), FileBasicInfo, &basic, sizeof basic);
+    if (entry->IsLink())
+        return {base::kErrorBadPathName};
+    return entry->IsFolder() ? base::SystemError{} : base::SystemError{base::kErrorFolderInvalid};
 }
 
 /// Appends the names of one answer of the system, which is a chain of records.
@@ -72,6 +63,7 @@ std::string TextOf(const EntryName& name) {
 
 struct OpenFolder::Host {
     Handle folder;
+    std::wstring path; ///< that it was opened by; empty for one that was reached through another
 };
 
 OpenFolder::OpenFolder() = default;
@@ -82,6 +74,16 @@ OpenFolder::~OpenFolder() = default;
 OpenFolder::OpenFolder(OpenFolder&& other) noexcept = default;
 OpenFolder& OpenFolder::operator=(OpenFolder&& other) noexcept = default;
 
+OpenFolder OpenFolder::At(const std::string& path, Links links, base::SystemError& error) {
+    std::wstring host = WidePathOf(path);
+    error = kNoSuchPath;
+    if (host.empty())
+        return {};
+    Handle folder = OpenPath(host, links == Links::kThemselves ? FILE_FLAG_OPEN_REPARSE_POINT : 0);
+    error = folder.IsOpen() ? CheckFolder(folder) : LastError();
+    return error ? OpenFolder() : OpenFolder(std::make_unique<Host>(std::move(folder), std::move(host)));
+}
+
 OpenFolder OpenFolder::Holding(const std::string& path, EntryName& name, base::SystemError& error) {
     const std::wstring host = WidePathOf(path);
     const std::size_t separator = host.find_last_of(L'\\');
@@ -89,9 +91,21 @@ OpenFolder OpenFolder::Holding(const std::string& path, EntryName& name, base::S
     if (separator == std::wstring::npos || separator + 1 == host.size())
         return {};
     name = host.substr(separator + 1);
-    Handle folder = OpenPath(host.substr(0, separator + 1), 0);
+    std::wstring parent = host.substr(0, separator + 1);
+    Handle folder = OpenPath(parent, 0);
     error = folder.IsOpen() ? base::SystemError{} : LastError();
-    return error ? OpenFolder() : OpenFolder(std::make_unique<Host>(std::move(folder)));
+    return error ? OpenFolder() : OpenFolder(std::make_unique<Host>(std::move(folder), std::move(parent)));
+}
+
+bool OpenFolder::IsInPlace() const {
+    const std::optional<HostEntry> here = DescribeHandle(host_->folder);
+    const std::optional<HostEntry> there = DescribeTarget(host_->path);
+    return here && there && here->IsSameFile(*there);
+}
+
+std::optional<EntryStatus> OpenFolder::Status() const {
+    const std::optional<HostEntry> entry = DescribeHandle(host_->folder);
+    return entry ? std::optional(StatusFrom(*entry)) : std::nullopt;
 }
 
 base::SystemError OpenFolder::Names(std::vector<EntryName>& names) const {
@@ -131,7 +145,7 @@ OpenFolder OpenFolder::OpenSubfolder(const EntryName& name, Links links, base::S
                               {kFolderAccess, FILE_OPEN, FILE_DIRECTORY_FILE | NoFollow(links)}, error);
     if (!error)
         error = CheckFolder(folder);
-    return error ? OpenFolder() : OpenFolder(std::make_unique<Host>(std::move(folder)));
+    return error ? OpenFolder() : OpenFolder(std::make_unique<Host>(std::move(folder), L""));
 }
 
 base::SystemError OpenFolder::Remove(const EntryName& name, const EntryStatus& status) const {
@@ -146,6 +160,38 @@ base::SystemError OpenFolder::Remove(const EntryName& name, const EntryStatus& s
                    0
                ? base::SystemError{}
                : LastError();
+}
+
+OpenedFile OpenFolder::OpenFile(const EntryName& name, base::SystemError& error) const {
+    Handle file = OpenBelow(host_->folder, name, {GENERIC_READ, FILE_OPEN, FILE_NON_DIRECTORY_FILE}, error);
+    const std::optional<HostEntry> entry = DescribeHandle(file);
+    if (!error && !entry)
+        error = LastError();
+    return error ? OpenedFile() : OpenedFile(std::make_unique<OpenedFile::Host>(std::move(file), *entry));
+}
+
+base::SystemError OpenFolder::MakeFolder(const EntryName& name) const {
+    base::SystemError error;
+    OpenBelow(host_->folder, name, {FILE_READ_ATTRIBUTES, FILE_CREATE, FILE_DIRECTORY_FILE}, error);
+    return error;
+}
+
+void OpenFolder::KeepTraits(const EntryName& name, const OpenFolder& from) const {
+    base::SystemError error;
+    const Handle made =
+        OpenBelow(host_->folder, name, {FILE_WRITE_ATTRIBUTES, FILE_OPEN, FILE_OPEN_REPARSE_POINT}, error);
+    const std::optional<HostEntry> source = DescribeHandle(from.host_->folder);
+    if (error || !source)
+        return;
+    KeepTimes(from.host_->folder, made);
+    SetAttributes(made, KeptAttributes(*source));
+}
+
+FileCopy OpenFolder::StartCopy(base::SystemError& error) const {
+    Handle file = OpenBelow(
+        host_->folder, TemporaryName(),
+        {GENERIC_WRITE | FILE_READ_ATTRIBUTES | DELETE, FILE_CREATE, FILE_NON_DIRECTORY_FILE}, error);
+    return error ? FileCopy() : FileCopy(std::make_unique<FileCopy::Host>(std::move(file), host_->folder));
 }
 
 } // namespace platform
