@@ -206,6 +206,33 @@ TEST_F(FileOperations, CopyOntoAMediumThatIsPulledOutLeavesWholeFiles) {
     }
 }
 
+TEST_F(FileOperations, CopyEndsWhenAnotherFolderStandsInTheTargetsPlace) {
+    for (const char* name : {"1", "2", "3"})
+        dir_.MakeFile("from/" + std::string(name), std::string(6'000'000, 'c'));
+    for (const bool duringFile : {true, false}) { // or between two
+        dir_.MakeFolder("to");
+        std::error_code renaming{1, std::generic_category()};
+        watcher_ = {};
+        watcher_.goOn = [&](const std::string&) {
+            if (renaming && watcher_.entries == 1 && (watcher_.bytes > 6'000'000) == duringFile) {
+                fs::rename(dir_.Host("to"), dir_.Host("away"), renaming);
+                if (!renaming)
+                    dir_.MakeFolder("to");
+            }
+            return true;
+        };
+        const FileOutcome outcome = platform::CopyTree("E:\\from", "E:\\to", watcher_);
+        if (renaming)
+            GTEST_SKIP() << "a folder that is in use keeps its name here";
+        EXPECT_EQ(outcome, FileOutcome::kFailed);
+        EXPECT_EQ(watcher_.failures, (Failures{{"E:\\to", base::kErrorNotReady}})) << "the rest is not tried";
+        EXPECT_EQ(dir_.Count("to"), 0U);
+        EXPECT_FALSE(Exists("away/from/2"));
+        EXPECT_EQ(fs::file_size(dir_.Host("away/from/1")), 6'000'000U);
+        fs::remove_all(dir_.Host("away"));
+    }
+}
+
 TEST_F(FileOperations, DeleteTakesLinksAndNotWhatTheyPointAt) {
     dir_.MakeFile("precious/file", "content");
     dir_.MakeFile("doomed/inner/file");

@@ -1,17 +1,12 @@
 #pragma once
 
+#include "platform/OpenFolder.h"
 #include "platform/posix/files/HostFile.h"
 
 #include <cstdint>
 #include <functional>
 
 namespace platform {
-
-/// How copying a file's bytes ended.
-struct CopyResult {
-    base::SystemError error;
-    bool wasStopped = false;
-};
 
 /// Copies the bytes of `from`, whose length is about `size`, into the empty file `to`. Where the file system
 /// can share blocks between files, they are shared; otherwise the kernel copies where it can, and else the

@@ -47,12 +47,13 @@ base::SystemError HostFile::Close() {
     return result == 0 || errno == EINTR ? base::SystemError{} : ErrorFromErrno(errno, Access::kWrite);
 }
 
-HostFile OpenForReading(const std::string& hostPath, struct stat& status, base::SystemError& error) {
+HostFile OpenForReading(int folder, const std::string& name, int flags, struct stat& status,
+                        base::SystemError& error) {
     // Not blocking, so that a pipe without a writer is refused instead of waited for.
-    HostFile file(::open(hostPath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    HostFile file(::openat(folder, name.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | flags));
     if (!file.IsOpen()) {
         // What has no device behind it is a socket: the medium itself is well.
-        error = errno == ENXIO ? base::SystemError{base::kErrorAccessDenied} : ErrorForPath(errno, hostPath);
+        error = errno == ENXIO ? base::SystemError{base::kErrorAccessDenied} : ErrorFromErrno(errno);
         return {};
     }
     if (::fstat(file.Descriptor(), &status) != 0 || !S_ISREG(status.st_mode)) {
@@ -60,6 +61,14 @@ HostFile OpenForReading(const std::string& hostPath, struct stat& status, base::
         return {};
     }
     error = {};
+    return file;
+}
+
+HostFile OpenForReading(const std::string& hostPath, struct stat& status, base::SystemError& error) {
+    HostFile file = OpenForReading(AT_FDCWD, hostPath, 0, status, error);
+    // A missing file is told apart from a missing folder.
+    if (error.code == base::kErrorFileNotFound)
+        error = ErrorForPath(ENOENT, hostPath);
     return file;
 }
 

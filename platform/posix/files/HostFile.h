@@ -42,6 +42,10 @@ class HostFile {
 /// is not open.
 HostFile OpenForReading(const std::string& hostPath, struct stat& status, base::SystemError& error);
 
+/// The same for a file in, or some folders below, an open folder; `flags` may have O_NOFOLLOW.
+HostFile OpenForReading(int folder, const std::string& name, int flags, struct stat& status,
+                        base::SystemError& error);
+
 /// Reads from the current position, or from `offset` where one is given, until `buffer` is full or the file
 /// ends. `count` is set to the number of bytes read, also after a failure.
 base::SystemError ReadFully(const HostFile& file, std::span<std::uint8_t> buffer, std::size_t& count);

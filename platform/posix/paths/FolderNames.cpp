@@ -17,7 +17,8 @@ base::SystemError NamesIn(int folder, std::vector<std::string>& names) {
     const int own = ::fcntl(folder, F_DUPFD_CLOEXEC, 0);
     DIR* listing = own < 0 ? nullptr : ::fdopendir(own);
     if (!listing) {
-        const base::SystemError error = ErrorFromErrno(errno);
+        // A folder that may be entered but not listed is open in a way that cannot be read.
+        const base::SystemError error = ErrorFromErrno(errno == EBADF ? EACCES : errno);
         const HostFile closing(own);
         return error;
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/OpenFolder.h"
 #include "platform/windows/files/Handle.h"
 
 #include <cstdint>
@@ -55,12 +56,6 @@ void KeepAttributes(const Handle& file, std::uint32_t attributes);
 
 /// Deletes a file that is open with the right to.
 void DeleteOpenFile(Handle& file);
-
-/// How copying a file's bytes ended.
-struct CopyResult {
-    base::SystemError error;
-    bool wasStopped = false;
-};
 
 /// Copies the bytes of `from` into the empty file `to`. `goOn` is called every few megabytes; when it returns
 /// false, the copy stops.

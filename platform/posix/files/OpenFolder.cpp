@@ -1,0 +1,174 @@
+#include "platform/OpenFolder.h"
+
+#include "platform/HostPath.h"
+#include "platform/posix/files/FileCopy.h"
+#include "platform/posix/files/HostAttributes.h"
+#include "platform/posix/files/HostError.h"
+#include "platform/posix/paths/FolderNames.h"
+#include "platform/posix/paths/HostNames.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace platform {
+namespace {
+
+constexpr base::SystemError kNoSuchPath{base::kErrorPathNotFound};
+
+int NoFollow(Links links) {
+    return links == Links::kThemselves ? O_NOFOLLOW : 0;
+}
+
+EntryKind KindOf(const struct stat& status) {
+    if (S_ISREG(status.st_mode))
+        return EntryKind::kFile;
+    if (S_ISDIR(status.st_mode))
+        return EntryKind::kFolder;
+    return S_ISLNK(status.st_mode) ? EntryKind::kLink : EntryKind::kOther;
+}
+
+/// Opens a folder; one that may be entered but not listed is opened too.
+HostFile OpenAt(int folder, const std::string& name, Links links) {
+    const int flags = O_DIRECTORY | O_CLOEXEC | NoFollow(links);
+    HostFile opened(::openat(folder, name.c_str(), O_RDONLY | flags));
+    if (!opened.IsOpen() && errno == EACCES)
+        opened = HostFile(::openat(folder, name.c_str(), O_PATH | flags));
+    return opened;
+}
+
+bool IsLink(const std::string& hostPath) {
+    struct stat status {};
+
+    return ::lstat(hostPath.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
+}
+
+EntryStatus EntryStatusOf(const struct stat& status, const std::string& hostName) {
+    return {KindOf(status), IdentityOf(status), AttributesOf(status, hostName)};
+}
+
+} // namespace
+
+std::string TextOf(const EntryName& name) {
+    return TextOfHostName(name);
+}
+
+struct OpenFolder::Host {
+    HostFile folder;
+    std::string path; ///< that it was opened by; empty for one that was reached through another
+
+    int Descriptor() const { return folder.Descriptor(); }
+};
+
+OpenFolder::OpenFolder() = default;
+
+OpenFolder::OpenFolder(std::unique_ptr<Host> host) : host_(std::move(host)) {}
+
+OpenFolder::~OpenFolder() = default;
+OpenFolder::OpenFolder(OpenFolder&& other) noexcept = default;
+OpenFolder& OpenFolder::operator=(OpenFolder&& other) noexcept = default;
+
+OpenFolder OpenFolder::At(const std::string& path, Links links, base::SystemError& error) {
+    const std::string host = HostPathOf(path);
+    error = kNoSuchPath;
+    if (host.empty())
+        return {};
+    HostFile folder = OpenAt(AT_FDCWD, host, links);
+    error = folder.IsOpen() ? base::SystemError{} : ErrorForPath(errno, host);
+    // The system refuses a link and a file by the same number.
+    if (error && links == Links::kThemselves && IsLink(host))
+        error = {base::kErrorBadPathName};
+    return error ? OpenFolder() : OpenFolder(std::make_unique<Host>(std::move(folder), host));
+}
+
+OpenFolder OpenFolder::Holding(const std::string& path, EntryName& name, base::SystemError& error) {
+    const std::string host = HostPathOf(path);
+    name = host.substr(host.find_last_of('/') + 1);
+    error = kNoSuchPath;
+    if (name.empty())
+        return {};
+    std::string parent = ParentOf(host);
+    HostFile folder = OpenAt(AT_FDCWD, parent, Links::kFollowed);
+    error = folder.IsOpen() ? base::SystemError{} : ErrorForPath(errno, host, Access::kWrite);
+    return error ? OpenFolder() : OpenFolder(std::make_unique<Host>(std::move(folder), std::move(parent)));
+}
+
+bool OpenFolder::IsInPlace() const {
+    struct stat here {};
+
+    struct stat there {};
+
+    return ::stat(host_->path.c_str(), &there) == 0 && ::fstat(host_->Descriptor(), &here) == 0 &&
+           here.st_dev == there.st_dev && here.st_ino == there.st_ino;
+}
+
+std::optional<EntryStatus> OpenFolder::Status() const {
+    struct stat status {};
+
+    if (::fstat(host_->Descriptor(), &status) != 0)
+        return std::nullopt;
+    return EntryStatusOf(status, "");
+}
+
+base::SystemError OpenFolder::Names(std::vector<EntryName>& names) const {
+    return NamesIn(host_->Descriptor(), names);
+}
+
+std::optional<EntryStatus> OpenFolder::StatusOf(const EntryName& name, Links links,
+                                                base::SystemError& error) const {
+    struct stat status {};
+
+    const int flags = links == Links::kThemselves ? AT_SYMLINK_NOFOLLOW : 0;
+    error = {};
+    if (::fstatat(host_->Descriptor(), name.c_str(), &status, flags) == 0)
+        return EntryStatusOf(status, name);
+    error = ErrorFromErrno(errno);
+    return std::nullopt;
+}
+
+bool OpenFolder::IsMountPoint(const EntryName& name) const {
+    struct statx status {};
+
+    const bool isKnown = ::statx(host_->Descriptor(), name.c_str(), AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT,
+                                 STATX_TYPE, &status) == 0;
+    return isKnown && (status.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0;
+}
+
+OpenFolder OpenFolder::OpenSubfolder(const EntryName& name, Links links, base::SystemError& error) const {
+    HostFile folder = OpenAt(host_->Descriptor(), name, links);
+    error = folder.IsOpen() ? base::SystemError{} : ErrorFromErrno(errno);
+    return error ? OpenFolder() : OpenFolder(std::make_unique<Host>(std::move(folder), ""));
+}
+
+base::SystemError OpenFolder::Remove(const EntryName& name, const EntryStatus& status) const {
+    const int flags = status.kind == EntryKind::kFolder ? AT_REMOVEDIR : 0;
+    return ::unlinkat(host_->Descriptor(), name.c_str(), flags) == 0 ? base::SystemError{}
+                                                                     : ErrorFromErrno(errno, Access::kWrite);
+}
+
+OpenedFile OpenFolder::OpenFile(const EntryName& name, base::SystemError& error) const {
+    auto file = std::make_unique<OpenedFile::Host>();
+    file->file = OpenForReading(host_->Descriptor(), name, 0, file->status, error);
+    return error ? OpenedFile() : OpenedFile(std::move(file));
+}
+
+base::SystemError OpenFolder::MakeFolder(const EntryName& name) const {
+    return ::mkdirat(host_->Descriptor(), name.c_str(), S_IRWXU) == 0 ? base::SystemError{}
+                                                                      : ErrorFromErrno(errno, Access::kWrite);
+}
+
+void OpenFolder::KeepTraits(const EntryName& name, const OpenFolder& from) const {
+    struct stat status {};
+
+    const HostFile made = OpenAt(host_->Descriptor(), name, Links::kThemselves);
+    if (made.IsOpen() && ::fstat(from.host_->Descriptor(), &status) == 0)
+        platform::KeepTraits(made, status);
+}
+
+FileCopy OpenFolder::StartCopy(base::SystemError& error) const {
+    auto copy = std::make_unique<FileCopy::Host>(host_->Descriptor());
+    error = copy->file.File().IsOpen() ? base::SystemError{} : ErrorFromErrno(errno, Access::kWrite);
+    return error ? FileCopy() : FileCopy(std::move(copy));
+}
+
+} // namespace platform

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/OpenFolder.h"
+#include "platform/windows/files/Entry.h"
+
+namespace platform {
+
+struct OpenedFile::Host {
+    Handle file;
+    HostEntry entry; ///< when it was opened
+};
+
+struct FileCopy::Host {
+    Handle file;
+    const Handle& folder;
+    std::uint32_t attributes = 0; ///< that it is to have
+
+    ~Host();
+};
+
+/// The attributes that a copy has from its source.
+std::uint32_t KeptAttributes(const HostEntry& entry);
+
+/// Sets the attributes of an open file or folder and leaves its times. A medium that keeps none is no
+/// failure.
+void SetAttributes(const Handle& file, std::uint32_t attributes);
+
+/// Takes the read-only mark from what is called by that name, a link itself.
+void MakeWritable(const Handle& folder, const EntryName& name);
+
+} // namespace platform
