@@ -49,3 +49,18 @@ endif()
 if(PELLARION_SANITIZE OR CMAKE_BUILD_TYPE STREQUAL "Debug")
   add_compile_definitions(_GLIBCXX_ASSERTIONS)
 endif()
+
+# What users get is hardened: a stack that notices when it is overrun, addresses that differ at each start, tables that
+# are read-only once the program has started, and calls of the C library that check the size of what they fill.
+# tests/program/program_file.py checks the result. Control-flow marks are left out: the system's own start-up code
+# has none, and one object without them takes them off the whole program.
+if(CMAKE_BUILD_TYPE STREQUAL "Release")
+  add_compile_options(-fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3)
+  if(WIN32)
+    add_link_options(-fstack-protector-strong -Wl,--dynamicbase,--high-entropy-va,--nxcompat)
+  else()
+    string(APPEND CMAKE_CXX_FLAGS " -fPIE") # in front of what a loadable module asks for
+    string(APPEND CMAKE_EXE_LINKER_FLAGS " -pie")
+    add_link_options(-Wl,-z,relro,-z,now,-z,noexecstack)
+  endif()
+endif()
