@@ -6,6 +6,10 @@ import sys
 import zlib
 from pathlib import Path
 
+sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "tools"))
+
+import rar5  # noqa: E402
+
 MULTIPLIER = 134775813
 
 
@@ -59,23 +63,6 @@ def write(folder, seeds):
         (folder / f"seed-{number:03}").write_bytes(seed)
 
 
-def variable(number):
-    """A number as RAR 5 stores it."""
-    out = bytearray()
-    while number > 127:
-        out.append(number & 127 | 128)
-        number >>= 7
-    return bytes(out + bytes([number]))
-
-
-def rar5(*blocks):
-    out = b"Rar!\x1a\x07\x01\x00"
-    for fields, data in blocks:
-        header = variable(len(fields)) + fields
-        out += zlib.crc32(header).to_bytes(4, "little") + header + data
-    return out
-
-
 def rar4(*blocks):
     out = b"Rar!\x1a\x07\x00"
     for kind, flags, fields, data in blocks:
@@ -88,9 +75,8 @@ def rar_archives():
     for content in contents():
         crc = zlib.crc32(content).to_bytes(4, "little")
         for method in (0, 3):
-            size = variable(len(content))
-            entry = b"\x02\x02" + size + b"\x04" + size + b"\x20" + crc + variable(method << 7) + b"\x01\x03a/b"
-            yield rar5((b"\x01\x00\x00", b""), (entry, content), (b"\x05\x00\x00", b""))
+            entry = rar5.block(2, 2, len(content), 4, len(content), 0x20, crc, method << 7, 1, 3, b"a/b")
+            yield rar5.archive(entry, content)
         for method, name in ((0x30, b"a\\b"), (0x33, b"a?\0\x04\x40a\x42")):
             size = len(content).to_bytes(4, "little")
             entry = size + size + b"\x03" + crc + bytes(4) + bytes([29, method, len(name), 0]) + bytes(4) + name

@@ -4,12 +4,14 @@
     demo_stick.py STICK [--program FOLDER]
 
 The same files with the same bytes and times every time; so are the archives, but for the random start of
-an encrypted entry. They are made by zip, 7zz and gcab, as other people's archives would be. With --program, the folder's content (the program with its text libraries) becomes
-the program folder; a settings file that the program has written there stays.
+an encrypted entry. They are made by zip, 7zz and gcab, as other people's archives would be. With --program, the
+folder's content (the program with its text libraries) becomes the program folder; a settings file that the program has
+written there stays.
 """
 
 import argparse
 import calendar
+import io
 import os
 import random
 import shutil
@@ -17,6 +19,9 @@ import struct
 import subprocess
 import zlib
 from pathlib import Path
+
+import rar5
+from PIL import Image
 
 OWNER = "Marina"
 PASSWORD = "sundial"
@@ -48,19 +53,15 @@ def prose(seed, paragraphs=6):
 
 def png(width, height, colour):
     """A small picture: a sky of that colour over a darker hill."""
-    rows = bytearray()
+    picture = Image.new("RGB", (width, height))
     for y in range(height):
-        rows.append(0)
         for x in range(width):
             hill = height * 2 // 3 + (x - width // 2) ** 2 * height // (2 * width * width)
             shade = 0.45 if y > hill else 1.0 - 0.4 * y / height
-            rows += bytes(int(part * shade) for part in colour)
-
-    def chunk(kind, body):
-        return struct.pack(">I", len(body)) + kind + body + struct.pack(">I", zlib.crc32(kind + body))
-
-    header = struct.pack(">IIBBBBB", width, height, 8, 2, 0, 0, 0)
-    return b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) + chunk(b"IDAT", zlib.compress(bytes(rows), 9)) + chunk(b"IEND", b"")
+            picture.putpixel((x, y), tuple(int(part * shade) for part in colour))
+    file = io.BytesIO()
+    picture.save(file, "PNG")
+    return file.getvalue()
 
 
 def write(path, content, time=stamp(1)):
@@ -138,37 +139,21 @@ def archives(stick):
     write(folder / "Pictures.rar", rar(rar_tree(stick, "Pictures")), stamp(26))
 
 
-def number(value):
-    """A number of the RAR format: seven bits in a byte, the lowest first."""
-    out = bytearray()
-    while value > 0x7F:
-        out.append(value & 0x7F | 0x80)
-        value >>= 7
-    return bytes(out) + bytes([value])
-
-
-def rar_block(*parts):
-    """A block of a RAR 5 archive: its checksum and length before what it says."""
-    body = b"".join(part if isinstance(part, bytes) else number(part) for part in parts)
-    body = number(len(body)) + body
-    return struct.pack("<I", zlib.crc32(body)) + body
-
-
 def rar(items):
     """A RAR 5 archive of (name, content, time); stored, as no free program packs them. A folder's content is None."""
-    blocks = [b"Rar!\x1a\x07\x01\0", rar_block(1, 0, 0)]
+    blocks = []
     for name, content, time in items:
         is_folder = content is None
         content = content or b""
-        blocks.append(
-            rar_block(
+        blocks += [
+            rar5.block(
                 2, 2, len(content), (1 if is_folder else 4) | 2, len(content), 0o40755 if is_folder else 0o100644,
                 struct.pack("<I", time), b"" if is_folder else struct.pack("<I", zlib.crc32(content)),
                 0, 1, len(name.encode()), name.encode(),
-            )
-        )
-        blocks.append(content)
-    return b"".join([*blocks, rar_block(5, 0, 0)])
+            ),
+            content,
+        ]
+    return rar5.archive(*blocks)
 
 
 def rar_tree(folder, top):
