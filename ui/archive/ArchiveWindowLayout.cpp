@@ -150,8 +150,9 @@ void ArchiveWindow::BuildMenu() {
 void ArchiveWindow::ApplyLanguageTexts() {
     setWindowTitle(WindowText(ways_.caption));
     findChild<QMenu*>(QLatin1String("mnuFile"))->setTitle(WindowText(IDS_FILE));
-    for (const auto& [name, id] : {std::pair("mnuExtract", IDS_EXTRACT), std::pair("mnuOpen", IDS_OPEN),
-                                   std::pair("mnuSelectAll", IDS_SELECT_ALL)})
+    using Caption = std::pair<const char*, std::uint32_t>;
+    for (const auto& [name, id] : {Caption("mnuExtract", IDS_EXTRACT), Caption("mnuOpen", IDS_OPEN),
+                                   Caption("mnuSelectAll", IDS_SELECT_ALL)})
         findChild<QAction*>(QLatin1String(name))->setText(WindowText(id));
     SetSpokenCaption(cmdExtract, IDS_EXTRACT_TO_OTHER);
     SetSpokenCaption(cmdExtractSame, IDS_EXTRACT_TO_SAME);
