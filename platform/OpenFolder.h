@@ -3,12 +3,15 @@
 #include "base/SystemError.h"
 #include "platform/FileIdentity.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace platform {
@@ -18,6 +21,9 @@ using EntryName = std::filesystem::path::string_type;
 
 /// The name as text, to be shown; "?" or a replacement character stands for what is no text.
 std::string TextOf(const EntryName& name);
+
+/// The name that this text means.
+EntryName EntryNameOf(std::string_view text);
 
 /// What is meant by a name that belongs to a link: what the link leads to, or the link itself.
 enum class Links { kFollowed, kThemselves };
@@ -29,6 +35,7 @@ struct EntryStatus {
     EntryKind kind = EntryKind::kOther;
     FileIdentity identity;
     std::uint32_t attributes = 0; ///< kAttribute... bits (Files.h)
+    bool executable = false;      ///< its owner may run it
 
     /// Whether both are the same file or folder, whatever has become of its content.
     bool IsSame(const EntryStatus& other) const {
@@ -46,6 +53,12 @@ class OpenedFile {
     ~OpenedFile();
     OpenedFile(OpenedFile&& other) noexcept;
     OpenedFile& operator=(OpenedFile&& other) noexcept;
+
+    /// Reads until `buffer` is full or the file ends; `count` returns how much came.
+    base::SystemError Read(std::span<std::uint8_t> buffer, std::size_t& count);
+
+    /// What the file is now; nothing when the system cannot tell.
+    std::optional<EntryStatus> Status() const;
 
     const Host& OfSystem() const { return *host_; }
 
@@ -129,6 +142,10 @@ class OpenFolder {
 
     /// Opens a file for reading, links followed; what is no file fails with kErrorAccessDenied.
     OpenedFile OpenFile(const EntryName& name, base::SystemError& error) const;
+
+    /// The same for a file some folders below; `path` is text, with backslashes between the names. A link in
+    /// the place of the file is refused; links in the place of the folders before it are not.
+    OpenedFile OpenFileBelow(std::string_view path, base::SystemError& error) const;
 
     /// Makes a folder that only this user may enter until KeepTraits() gives it other permissions.
     base::SystemError MakeFolder(const EntryName& name) const;

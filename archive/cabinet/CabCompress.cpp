@@ -23,9 +23,9 @@ constexpr std::chrono::milliseconds kPause{20};
 std::unique_ptr<PackSource> OpenSource(std::int32_t mode, const std::string& path, CabReport& report) {
     switch (mode) {
     case kCabModeFolder:
-        return PackSource::OpenFolder(path, report);
+        return PackSource::OfFolder(path, report);
     case kCabModeFile:
-        return PackSource::OpenSingleFile(path, report);
+        return PackSource::OfSingleFile(path, report);
     default:
         report = {CabFailure::kWrongCall, path, {}};
         return nullptr;

@@ -19,6 +19,10 @@ OpenedFile::~OpenedFile() = default;
 OpenedFile::OpenedFile(OpenedFile&& other) noexcept = default;
 OpenedFile& OpenedFile::operator=(OpenedFile&& other) noexcept = default;
 
+base::SystemError OpenedFile::Read(std::span<std::uint8_t> buffer, std::size_t& count) {
+    return ReadFully(host_->file, buffer, count);
+}
+
 FileCopy::FileCopy() = default;
 
 FileCopy::FileCopy(std::unique_ptr<Host> host) : host_(std::move(host)) {}

@@ -44,13 +44,18 @@ bool IsLink(const std::string& hostPath) {
 }
 
 EntryStatus EntryStatusOf(const struct stat& status, const std::string& hostName) {
-    return {KindOf(status), IdentityOf(status), AttributesOf(status, hostName)};
+    return {KindOf(status), IdentityOf(status), AttributesOf(status, hostName),
+            (status.st_mode & S_IXUSR) != 0};
 }
 
 } // namespace
 
 std::string TextOf(const EntryName& name) {
     return TextOfHostName(name);
+}
+
+EntryName EntryNameOf(std::string_view text) {
+    return HostNameOf(text);
 }
 
 struct OpenFolder::Host {
@@ -150,6 +155,23 @@ OpenedFile OpenFolder::OpenFile(const EntryName& name, base::SystemError& error)
     auto file = std::make_unique<OpenedFile::Host>();
     file->file = OpenForReading(host_->Descriptor(), name, 0, file->status, error);
     return error ? OpenedFile() : OpenedFile(std::move(file));
+}
+
+OpenedFile OpenFolder::OpenFileBelow(std::string_view path, base::SystemError& error) const {
+    std::string below;
+    for (const std::string& component : base::SplitComponents(path, "\\"))
+        below += (below.empty() ? "" : "/") + HostNameOf(component);
+    auto file = std::make_unique<OpenedFile::Host>();
+    file->file = OpenForReading(host_->Descriptor(), below, O_NOFOLLOW, file->status, error);
+    return error ? OpenedFile() : OpenedFile(std::move(file));
+}
+
+std::optional<EntryStatus> OpenedFile::Status() const {
+    struct stat status {};
+
+    if (::fstat(host_->file.Descriptor(), &status) != 0)
+        return std::nullopt;
+    return EntryStatusOf(status, "");
 }
 
 base::SystemError OpenFolder::MakeFolder(const EntryName& name) const {

@@ -16,6 +16,12 @@ OpenedFile::~OpenedFile() = default;
 OpenedFile::OpenedFile(OpenedFile&& other) noexcept = default;
 OpenedFile& OpenedFile::operator=(OpenedFile&& other) noexcept = default;
 
+base::SystemError OpenedFile::Read(std::span<std::uint8_t> buffer, std::size_t& count) {
+    const base::SystemError error = ReadFullyAt(host_->file, host_->offset, buffer, count);
+    host_->offset += count;
+    return error;
+}
+
 FileCopy::Host::~Host() {
     if (file.IsOpen())
         DeleteOpenFile(file);

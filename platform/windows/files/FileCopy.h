@@ -8,6 +8,7 @@ namespace platform {
 struct OpenedFile::Host {
     Handle file;
     HostEntry entry; ///< when it was opened
+    std::uint64_t offset = 0;
 };
 
 struct FileCopy::Host {

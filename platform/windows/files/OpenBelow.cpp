@@ -1,5 +1,6 @@
 #include "platform/windows/files/OpenBelow.h"
 
+#include <algorithm>
 #include <cstring>
 #include <vector>
 #include <winternl.h>
@@ -8,6 +9,17 @@ namespace platform {
 namespace {
 
 constexpr std::size_t kLongestName = 255;
+constexpr std::size_t kLongestPath = 32767;
+
+bool IsTooLong(std::wstring_view path) {
+    std::size_t start = 0;
+    for (std::size_t end = 0; end != std::wstring_view::npos; start = end + 1) {
+        end = path.find(L'\\', start);
+        if (std::min(end, path.size()) - start > kLongestName)
+            return true;
+    }
+    return path.size() > kLongestPath;
+}
 
 base::SystemError ErrorOf(NTSTATUS status) {
     ::SetLastError(::RtlNtStatusToDosError(status));
@@ -19,7 +31,7 @@ base::SystemError ErrorOf(NTSTATUS status) {
 Handle OpenBelow(const Handle& folder, std::wstring_view name, const OpenMode& mode,
                  base::SystemError& error) {
     error = {base::kErrorNameTooLong};
-    if (name.size() > kLongestName)
+    if (IsTooLong(name))
         return Handle();
     const auto bytes = static_cast<USHORT>(name.size() * sizeof(wchar_t));
     UNICODE_STRING text{bytes, bytes, const_cast<wchar_t*>(name.data())};

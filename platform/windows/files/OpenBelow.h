@@ -14,8 +14,9 @@ struct OpenMode {
     DWORD options;     ///< FILE_DIRECTORY_FILE, FILE_NON_DIRECTORY_FILE, FILE_OPEN_REPARSE_POINT
 };
 
-/// Opens or makes the entry `name` of an open folder, wherever that folder has been moved. Other programs may
-/// go on using the entry. A name that is in use fails with kErrorFileExists.
+/// Opens or makes the entry `name` of an open folder, or, with backslashes between the names, an entry some
+/// folders below it, wherever that folder has been moved. Other programs may go on using the entry. A name
+/// that is in use fails with kErrorFileExists.
 Handle OpenBelow(const Handle& folder, std::wstring_view name, const OpenMode& mode,
                  base::SystemError& error);
 

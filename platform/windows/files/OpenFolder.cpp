@@ -24,7 +24,7 @@ EntryStatus StatusFrom(const HostEntry& entry) {
     EntryKind kind = entry.IsFolder() ? EntryKind::kFolder : EntryKind::kFile;
     if (entry.IsLink())
         kind = EntryKind::kLink;
-    return {kind, entry.identity, entry.attributes};
+    return {kind, entry.identity, entry.attributes, false};
 }
 
 Handle OpenPath(const std::wstring& path, DWORD flags) {
@@ -40,6 +40,15 @@ base::SystemError CheckFolder(const Handle& folder) {
     if (entry->IsLink())
         return {base::kErrorBadPathName};
     return entry->IsFolder() ? base::SystemError{} : base::SystemError{base::kErrorFolderInvalid};
+}
+
+OpenedFile OpenToRead(const Handle& folder, std::wstring_view name, ULONG options, base::SystemError& error) {
+    Handle file =
+        OpenBelow(folder, name, {GENERIC_READ, FILE_OPEN, FILE_NON_DIRECTORY_FILE | options}, error);
+    const std::optional<HostEntry> entry = DescribeHandle(file);
+    if (!error && !entry)
+        error = LastError();
+    return error ? OpenedFile() : OpenedFile(std::make_unique<OpenedFile::Host>(std::move(file), *entry));
 }
 
 /// Appends the names of one answer of the system, which is a chain of records.
@@ -59,6 +68,10 @@ void AppendNames(const std::uint8_t* records, std::vector<EntryName>& names) {
 
 std::string TextOf(const EntryName& name) {
     return Utf8OfWide(name);
+}
+
+EntryName EntryNameOf(std::string_view text) {
+    return WideOf(text);
 }
 
 struct OpenFolder::Host {
@@ -109,15 +122,21 @@ std::optional<EntryStatus> OpenFolder::Status() const {
 }
 
 base::SystemError OpenFolder::Names(std::vector<EntryName>& names) const {
+    // Opened anew, since a handle that has been listed once may keep what it found then.
+    base::SystemError error;
+    const Handle listing =
+        OpenBelow(host_->folder, L"", {FILE_LIST_DIRECTORY, FILE_OPEN, FILE_DIRECTORY_FILE}, error);
+    if (error)
+        return error;
     std::vector<std::uint64_t> answer(8192); // the records in it are aligned
     FILE_INFO_BY_HANDLE_CLASS step = FileIdBothDirectoryRestartInfo;
-    while (::GetFileInformationByHandleEx(host_->folder.Get(), step, answer.data(),
+    while (::GetFileInformationByHandleEx(listing.Get(), step, answer.data(),
                                           static_cast<DWORD>(answer.size() * sizeof(std::uint64_t))) != 0) {
         AppendNames(reinterpret_cast<const std::uint8_t*>(answer.data()), names);
         step = FileIdBothDirectoryInfo;
     }
-    const base::SystemError error =
-        ::GetLastError() == ERROR_NO_MORE_FILES ? base::SystemError{} : LastError();
+    if (::GetLastError() != ERROR_NO_MORE_FILES)
+        error = LastError();
     std::ranges::sort(names);
     return error;
 }
@@ -163,11 +182,16 @@ base::SystemError OpenFolder::Remove(const EntryName& name, const EntryStatus& s
 }
 
 OpenedFile OpenFolder::OpenFile(const EntryName& name, base::SystemError& error) const {
-    Handle file = OpenBelow(host_->folder, name, {GENERIC_READ, FILE_OPEN, FILE_NON_DIRECTORY_FILE}, error);
-    const std::optional<HostEntry> entry = DescribeHandle(file);
-    if (!error && !entry)
-        error = LastError();
-    return error ? OpenedFile() : OpenedFile(std::make_unique<OpenedFile::Host>(std::move(file), *entry));
+    return OpenToRead(host_->folder, name, 0, error);
+}
+
+OpenedFile OpenFolder::OpenFileBelow(std::string_view path, base::SystemError& error) const {
+    return OpenToRead(host_->folder, WideOf(path), FILE_OPEN_REPARSE_POINT, error);
+}
+
+std::optional<EntryStatus> OpenedFile::Status() const {
+    const std::optional<HostEntry> entry = DescribeHandle(host_->file);
+    return entry ? std::optional(StatusFrom(*entry)) : std::nullopt;
 }
 
 base::SystemError OpenFolder::MakeFolder(const EntryName& name) const {
