@@ -2,12 +2,19 @@
 never for time to pass, the report, and what files hold."""
 
 import hashlib
+import os
+import shutil
 import subprocess
 import sys
 import tempfile
 import time
 import traceback
 from pathlib import Path
+from urllib.parse import unquote
+
+sys.path.insert(0, str(Path(__file__).resolve().parents[1]))
+
+import demo_stick  # noqa: E402
 
 PATIENCE = 30.0
 
@@ -94,19 +101,116 @@ class Report:
 
     def equal(self, got, wanted, what):
         if not self.check(got == wanted, what):
-            print(f"          wanted {wanted!r}\n          got    {got!r}", flush=True)
+            print(f"          wanted {wanted!r:.1000}\n          got    {got!r:.1000}", flush=True)
 
     def next_picture(self, name):
         self.pictures += 1
         return self.folder / f"{self.pictures:02}-{name}.png"
+
+    def picture(self, program, name, windows=None):
+        """Of the windows, or of all that the program has."""
+        path = self.next_picture(name)
+        screenshot(path, [window.rectangle for window in windows or program.windows()])
+        print(f"  picture {path.name}", flush=True)
+        return path
 
     def close(self):
         print(f"\n{self.passed} passed, {len(self.failures)} failed", flush=True)
         return 1 if self.failures or not self.passed else 0
 
 
-def take_parts(setting, parts, wanted, picture):
-    """Takes the parts named in `wanted`, or all without any; `picture` keeps the screen of a failed one, in a file."""
+class Process:
+    """A started program."""
+
+    process = None
+
+    @property
+    def alive(self):
+        return self.process.poll() is None
+
+    def ended(self, patience=PATIENCE):
+        """Waits for the program's end and returns its exit status."""
+        wait_for("the program's end", lambda: not self.alive, patience)
+        return self.process.returncode
+
+    def kill(self):
+        if self.alive:
+            self.process.kill()
+            self.process.wait()
+
+
+class Setting:
+    """What the parts share: the folders, the report, and how the program is started. `computer` is its drive C."""
+
+    def __init__(self, program, output, computer, report):
+        self.output, self.computer, self.report = output, computer, report
+        self.stick = output / "stick"
+        self.opened = output / "opened.txt"
+        self.explorer = None
+        self.opened.unlink(missing_ok=True)
+        shutil.rmtree(self.stick, ignore_errors=True)
+        for picture in output.glob("*.png"):
+            picture.unlink()
+        demo_stick.fill(self.stick, program)
+        # Documents "open" in a program that writes down their paths.
+        opener = output / "bin" / "xdg-open"
+        opener.parent.mkdir(exist_ok=True)
+        opener.write_text(f'#!/bin/sh\nprintf "%s\\n" "$1" >>"{self.opened}"\n')
+        opener.chmod(0o755)
+        self.path = f"{opener.parent}:{os.environ['PATH']}"
+        self.program_folder = self.stick / "Program" / "Pellarion"
+        self.settings = self.program_folder / "setting.ini"
+
+    def stop(self):
+        if self.explorer:
+            self.explorer.program.kill()
+            self.explorer = None
+
+    def tidy(self):
+        """What a part has unpacked beside the archives would be in the way of the next."""
+        for folder in (self.stick / "Archives").iterdir():
+            if folder.is_dir():
+                shutil.rmtree(folder)
+
+    def documents_opened(self):
+        """What was handed to a document's program."""
+        lines = self.opened.read_text().splitlines() if self.opened.exists() else []
+        return [unquote(line).removeprefix("file://") for line in lines]
+
+    def text_libraries(self):
+        """Copies of the text libraries on the computer's drive."""
+        folder = self.computer / "Pellarion" / "temp"
+        return sorted(path.name for path in folder.iterdir()) if folder.exists() else []
+
+    def setting_values(self):
+        """The settings file's values by their keys."""
+        lines = self.settings.read_text(encoding="latin-1").splitlines()
+        return dict(line.split("=", 1) for line in lines if "=" in line)
+
+
+def part_list():
+    """The parts of a tour by their names, in order, and the decorator that adds one."""
+    parts = {}
+
+    def part(function):
+        parts[function.__name__.replace("_", "-")] = function
+        return function
+
+    return parts, part
+
+
+def screenshot(path, rectangles=()):
+    """A picture of the part of the screen that these windows and their frames take; of all of it without any."""
+    crop = []
+    if rectangles:
+        left, top = (max(0, min(r[i] for r in rectangles) - (8, 30)[i]) for i in (0, 1))
+        right, bottom = (max(r[i] + r[i + 2] for r in rectangles) + 8 for i in (0, 1))
+        crop = ["-crop", f"{right - left}x{bottom - top}+{left}+{top}", "+repage"]
+    subprocess.run(["import", "-silent", "-window", "root", *crop, path], check=True)
+
+
+def take_parts(setting, parts, wanted):
+    """Takes the parts named in `wanted`, or all without any; keeps a picture of the screen of one that fails."""
     for name, part in parts.items():
         if wanted and name not in wanted:
             continue
@@ -116,7 +220,7 @@ def take_parts(setting, parts, wanted, picture):
             setting.report.check(False, f"{name}: {error}")
             if not isinstance(error, Failure):
                 traceback.print_exc(file=sys.stdout)
-            picture(setting.output / f"failed-{name}.png")
+            screenshot(setting.output / f"failed-{name}.png")
         finally:
             setting.stop()
             setting.tidy()

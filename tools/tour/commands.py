@@ -55,148 +55,154 @@ class Hands:
                 self.item(step).click()
 
 
-def type_name(pane, name):
-    wait_for("the name's field to take the keyboard", lambda: not pane.has("focused"))
-    press("ctrl+a")
-    write(name)
-    press("Return")
-
-
-def answer_new_folder(explorer, name):
-    explorer.program.window(explorer.text(100))
-    write(name)
-    press("Return")
-
-
-def look_at_properties(explorer, name, look=None):
-    title = wait_for(
+def properties_of(explorer, name):
+    """The title of the properties window, which is waited for."""
+    return wait_for(
         f"the properties of {name}",
-        lambda: next((w for w in explorer.program.windows() if name in w.name and w.name != explorer.title), None),
-    ).name
-    if look:
-        look()
-    press("Escape")
-    wait_for("the properties to close", lambda: not explorer.program.is_shown(title))
+        lambda: next((w.name for w in explorer.program.windows() if name in w.name and w.name != explorer.title), None),
+    )
 
 
-def file_commands(setting, explorer, way, folder):
-    report = setting.report
-    hands = Hands(explorer, way, 113)
-    report.step(f"The file list's commands: {way}")
-    place = ["E:\\", folder.name]
-    explorer.go(*place)
+class Commands:
+    """The commands of the file list (menu 113) or of the folder tree (menu 110) on a folder that lies on the drive."""
 
-    def select(name):
-        explorer.select(name)
-        return name
+    def __init__(self, setting, way, menu, folder):
+        self.setting, self.report, self.explorer = setting, setting.report, setting.explorer
+        self.folder, self.is_list = folder, menu == 113
+        self.hands = Hands(self.explorer, way, menu)
+        self.has_pictures = way == WAYS[0] and self.is_list
 
-    name = "Box"
-    if hands.knows(100):
-        select("note.txt")
-        hands(100)
-        answer_new_folder(explorer, name)
-        wait_for("the new folder", lambda: (folder / name).is_dir())
-    else:
-        (folder / name).mkdir()
-        press("F5")
-    explorer.files.get_row(name)
-    select(name)
-    hands(102)
-    type_name(explorer.files, "Crate")
-    explorer.files.get_row("Crate")
-    report.check((folder / "Crate").is_dir() and not (folder / name).exists(), "a folder is made and renamed")
+    def picture(self, name):
+        if self.has_pictures:
+            self.report.picture(self.explorer.program, name)
 
-    select("note.txt")
-    hands(108)
-    explorer.go(*place, "Crate")
-    explorer.files.click(at=(0.5, 0.8))
-    hands(109)
-    wait_for("the pasted file", lambda: "note.txt" in explorer.names())
-    report.equal(digests(folder / "Crate"), {"note.txt": digests(folder)["note.txt"]}, "a file is copied and pasted")
-    explorer.go(*place)
-    if hands.knows(103):
-        select("note.txt")
-        hands(103)
-        look_at_properties(
-            explorer, "note.txt", (lambda: report.picture(explorer.program, "properties")) if way == "toolbar" else None
-        )
-        report.check(True, "properties are shown")
-    if hands.knows(125):
-        (folder / "late.txt").write_text("made meanwhile")
-        select("note.txt")
-        hands(125)
-        explorer.files.get_row("late.txt")
-        report.check(True, "refreshed, the list shows what was made meanwhile")
-        (folder / "late.txt").unlink()
-    setting.opened.unlink(missing_ok=True)
-    select("note.txt")
-    hands(105)
-    wait_for("the document to open", setting.documents_opened)
-    report.check(setting.documents_opened()[0].endswith("/note.txt"), "a document opens")
-    select("Crate")
-    hands(101)
-    explorer.answer("alt+y")
-    wait_for("the folder to go", lambda: "Crate" not in explorer.names())
-    report.check(not (folder / "Crate").exists() and (folder / "note.txt").exists(), "a folder is deleted")
-    if hands.knows(120):
-        select("note.txt")
-        hands(120)
-        explorer.wait_location("E:\\")
-        report.check(True, "up, to the folder above")
+    def show(self, name):
+        """Makes a command mean this entry of the folder: selects its row, or lists it by its node."""
+        if self.is_list:
+            self.explorer.select(name)
+        else:
+            self.explorer.go(self.folder.name, name)
 
+    def listed(self, name):
+        if self.is_list:
+            return name in self.explorer.names()
+        return name in self.explorer.tree.column()
 
-def folder_commands(setting, explorer, way, folder):
-    report = setting.report
-    hands = Hands(explorer, way, 110)
-    report.step(f"The folder tree's commands: {way}")
-    path = f"E:\\{folder.name}"
-    explorer.go("E:\\", folder.name)
-    if hands.knows(100):
-        hands(100)
-        answer_new_folder(explorer, "Shelf")
-        wait_for("the new folder", lambda: (folder / "Shelf").is_dir())
-    else:
-        (folder / "Shelf").mkdir()
-        press("F5")
-    explorer.go("E:\\", folder.name, "Shelf")
-    hands(102)
-    type_name(explorer.tree, "Rack")
-    explorer.node(f"{path}\\Rack")
-    report.check((folder / "Rack").is_dir() and not (folder / "Shelf").exists(), "a folder is made and renamed")
-    explorer.go("E:\\", folder.name, "Rack")
-    if hands.knows(103):
-        hands(103)
-        look_at_properties(explorer, "Rack")
-        report.check(True, "properties are shown")
-    hands(101)
-    explorer.answer("alt+y")
-    wait_for("the folder to go", lambda: not (folder / "Rack").exists())
-    wait_for("its node to go", lambda: "Rack" not in explorer.tree.column())
-    report.check(True, "a folder is deleted")
-    explorer.go("E:\\", folder.name)
-    if hands.knows(120):
-        hands(120)
-        explorer.wait_location("E:\\")
-        report.check(True, "up, to the folder above")
+    def make_and_rename(self):
+        explorer, folder = self.explorer, self.folder
+        if self.hands.knows(100):
+            if self.is_list:
+                explorer.select("note.txt")
+            self.hands(100)
+            box = explorer.program.window(explorer.text(100))
+            self.report.check(explorer.text(512) in box.texts(), "New folder asks for a name, by the owner's name")
+            self.picture("new-folder")
+            write("Box")
+            press("Return")
+            wait_for("the new folder", lambda: (folder / "Box").is_dir())
+        else:
+            (folder / "Box").mkdir()
+            press("F5")
+        wait_for("its row", lambda: self.listed("Box"))
+        self.show("Box")
+        self.hands(102)
+        pane = explorer.files if self.is_list else explorer.tree
+        wait_for("the name's field to take the keyboard", lambda: not pane.has("focused"))
+        press("ctrl+a")
+        write("Crate")
+        press("Return")
+        wait_for("the new name", lambda: self.listed("Crate"))
+        self.report.check((folder / "Crate").is_dir() and not (folder / "Box").exists(), "a folder is made and renamed")
+
+    def properties(self):
+        if not self.hands.knows(103):
+            return
+        name = "note.txt" if self.is_list else "Crate"
+        self.show(name)
+        self.hands(103)
+        title = properties_of(self.explorer, name)
+        self.picture("properties")
+        press("Escape")
+        wait_for("the properties to close", lambda: not self.explorer.program.is_shown(title))
+        self.report.check(True, "properties are shown")
+
+    def delete(self):
+        self.show("Crate")
+        self.hands(101)
+        if self.has_pictures:
+            self.report.check(self.explorer.text(505) in self.explorer.said(), "Delete asks first")
+            self.picture("delete-question")
+            self.explorer.answer("Escape")
+            self.report.check((self.folder / "Crate").is_dir(), "Escape keeps the folder")
+            self.show("Crate")
+            self.hands(101)
+        self.explorer.answer("alt+y")
+        wait_for("the folder to go", lambda: not self.listed("Crate"))
+        self.report.check(not (self.folder / "Crate").exists() and (self.folder / "note.txt").exists(), "Yes deletes it")
+
+    def up(self):
+        if self.hands.knows(120):
+            self.explorer.go(self.folder.name)
+            if self.is_list:
+                self.explorer.select("note.txt")
+            self.hands(120)
+            self.explorer.wait_location("E:\\")
+            self.report.check(True, "up, to the folder above")
+
+    def copy_and_paste(self):
+        explorer = self.explorer
+        explorer.select("note.txt")
+        self.hands(108)
+        explorer.go(self.folder.name, "Crate")
+        explorer.files.click(at=(0.5, 0.8))
+        self.hands(109)
+        wait_for("the pasted file", lambda: "note.txt" in explorer.names())
+        self.report.equal(digests(self.folder / "Crate"), {"note.txt": digests(self.folder)["note.txt"]}, "a file is copied and pasted")
+        explorer.go(self.folder.name)
+
+    def refresh(self):
+        if self.hands.knows(125):
+            late = self.folder / "late.txt"
+            late.write_text("made meanwhile")
+            self.show("note.txt")
+            self.hands(125)
+            self.explorer.files.get_row(late.name)
+            self.report.check(True, "refreshed, the list shows what was made meanwhile")
+            late.unlink()
+
+    def open(self):
+        self.setting.opened.unlink(missing_ok=True)
+        self.show("note.txt")
+        self.hands(105)
+        wait_for("the document to open", self.setting.documents_opened)
+        self.report.check(self.setting.documents_opened()[0].endswith("/note.txt"), "a document opens")
 
 
 @part
 def commands(setting):
+    report = setting.report
     folder = setting.stick / "Workshop"
     folder.mkdir()
     (folder / "note.txt").write_text("Oil the hinge.\r\n")
     explorer = open_drive(setting)
-    explorer.go("E:\\")
-    press("F5")
-    for way in WAYS:
-        file_commands(setting, explorer, way, folder)
-    for way in WAYS:
-        if way != "pop-up menu":
-            folder_commands(setting, explorer, way, folder)
+    for menu, pane in ((113, "file list"), (110, "folder tree")):
+        for way in WAYS:
+            if menu == 110 and way == "pop-up menu":
+                continue
+            report.step(f"The {pane}'s commands: {way}")
+            explorer.go(folder.name)
+            commands = Commands(setting, way, menu, folder)
+            commands.make_and_rename()
+            if commands.is_list:
+                commands.copy_and_paste()
+                commands.refresh()
+                commands.open()
+            commands.properties()
+            commands.delete()
+            commands.up()
 
-    report = setting.report
     report.step("All rows")
-    explorer.go("E:\\", "Pictures")
+    explorer.go("Pictures")
     explorer.files.click(at=(0.5, 0.95))
     press("ctrl+a")
     wait_for("every row to be selected", lambda: explorer.selected() == explorer.names())
@@ -231,7 +237,12 @@ def help_menu(setting):
         item.click() if way == "mouse" else press("a")
         title = second(303, s="Pellarion")
         about = explorer.program.window(title)
-        about.get("push button", second(100)).click() if way == "mouse" else press("Return")
+        if way == "mouse":
+            report.check("Version 1.0.0" in about.texts(), "the About box tells the version")
+            report.picture(explorer.program, "about")
+            about.get("push button", second(100)).click()
+        else:
+            press("Return")
         wait_for("the About box to close", lambda: not explorer.program.is_shown(title))
         report.check(True, f"About opens and closes by {way}")
 
@@ -254,14 +265,12 @@ def help_pictures(setting):
     for language in ("0409", "0407"):
         write_settings(setting, language, height=7875)
         explorer = setting.start(language=language)
-        explorer.go("E:\\", "Documents")
+        explorer.go("Documents")
         explorer.select("Packing list.txt")
-        take_client(explorer_window(explorer), folder / f"window_{language}.png")
-        explorer.go("E:\\", "Archives")
-        explorer.select("Letters.zip")
-        explorer.command(107)
-        explorer.zip_dialog().list.get_row(" Letters/Arrival.txt").click(at=(0.3, 0.5))
-        take_client(explorer_window(explorer), folder / f"archive_{language}.png")
+        take_client(explorer.program.front(), folder / f"window_{language}.png")
+        explorer.go("Archives")
+        explorer.extract("Letters.zip").list.get_row(" Letters/Arrival.txt").click(at=(0.3, 0.5))
+        take_client(explorer.program.front(), folder / f"archive_{language}.png")
     report.check(len(list(folder.iterdir())) == 4, f"they are in {folder.relative_to(setting.output.parent)}")
 
 
@@ -302,9 +311,9 @@ def neighbours(setting):
         return
     try:
         window = foreign_window("neighbour")
-        xdotool("windowactivate", "--sync", explorer_window(explorer))
+        xdotool("windowactivate", "--sync", explorer.program.front())
         originals = digests(pictures)
-        explorer.go("E:\\", "Pictures")
+        explorer.go("Pictures")
         explorer.select("Bay.png", "Dunes.png")
         press("ctrl+c")
         xdotool("windowactivate", "--sync", window)
@@ -317,8 +326,8 @@ def neighbours(setting):
         report.step("Copied there, pasted here")
         (there / "Note with spaces & more.txt").write_text("from there")
         press("ctrl+a", "ctrl+c")
-        xdotool("windowactivate", "--sync", explorer_window(explorer))
-        explorer.go("E:\\", "Projects", "Sundial")
+        xdotool("windowactivate", "--sync", explorer.program.front())
+        explorer.go("Projects", "Sundial")
         explorer.files.click(at=(0.5, 0.95))
         press("ctrl+v")
         wait_for("the pasted rows", lambda: {path.name for path in there.iterdir()} <= set(explorer.names()))
@@ -336,7 +345,7 @@ def neighbours(setting):
         return
     try:
         wait_for("the file manager on the bus", lambda: bus_has("org.freedesktop.FileManager1"))
-        explorer.go("E:\\", "Pictures")
+        explorer.go("Pictures")
         explorer.select("Bay.png")
         explorer.command(103)
         window = foreign_window("Bay.png - Properties")
@@ -347,13 +356,6 @@ def neighbours(setting):
     finally:
         manager.kill()
         manager.wait()
-
-
-def explorer_window(explorer):
-    found = subprocess.run(
-        ["xdotool", "search", "--onlyvisible", "--pid", str(explorer.program.process.pid)], capture_output=True, text=True
-    )
-    return found.stdout.split()[-1]
 
 
 def bus_has(name):

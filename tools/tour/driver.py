@@ -7,13 +7,12 @@ Needs DISPLAY and a session bus of its own (see scripts/tour).
 import os
 import subprocess
 import sys
-from pathlib import Path
 
 import basics
 import gi
 
 gi.require_version("Atspi", "2.0")
-from basics import PATIENCE, Failure, wait_for, xdotool  # noqa: E402
+from basics import Failure, wait_for, xdotool  # noqa: E402
 from gi.repository import Atspi, GLib  # noqa: E402
 
 # What only holds or parts other controls, or shows what another one is; the bus knows no kind for the grip in the
@@ -160,7 +159,7 @@ class Node:
         return next((child for child in self.children if "header" in child.role and child.name == name), None)
 
 
-class Program:
+class Program(basics.Process):
     """A running program and what can be seen of it."""
 
     def __init__(self, command, environment=None, scale=1.0):
@@ -173,10 +172,6 @@ class Program:
             [str(part) for part in command], env={**os.environ, **extra, **(environment or {})}, stdin=subprocess.DEVNULL
         )
         self._root = None
-
-    @property
-    def alive(self):
-        return self.process.poll() is None
 
     @property
     def root(self):
@@ -212,33 +207,16 @@ class Program:
 
         return wait_for(f"the window {name or role!r}", look)
 
+    def visible(self):
+        """All that it has on the display, menus too, by their numbers there, the lowest first."""
+        command = ["xdotool", "search", "--onlyvisible", "--pid", str(self.process.pid)]
+        return subprocess.run(command, capture_output=True, text=True).stdout.split()
+
+    def front(self):
+        return self.visible()[-1]
+
     def is_shown(self, name):
         return any(window.name == name for window in self.windows())
-
-    def ended(self, patience=PATIENCE):
-        """Waits for the program's end and returns its exit status."""
-        wait_for("the program's end", lambda: not self.alive, patience)
-        return self.process.returncode
-
-    def kill(self):
-        if self.alive:
-            self.process.kill()
-            self.process.wait()
-
-
-def screenshot(path, windows):
-    """A picture of the part of the screen that those windows and their frames take."""
-    Path(path).parent.mkdir(parents=True, exist_ok=True)
-    rectangles = [window.rectangle for window in windows]
-    if not rectangles:
-        crop = []
-    else:
-        left = max(0, min(r[0] for r in rectangles) - 8)
-        top = max(0, min(r[1] for r in rectangles) - 30)
-        right = max(r[0] + r[2] for r in rectangles) + 8
-        bottom = max(r[1] + r[3] for r in rectangles) + 8
-        crop = ["-crop", f"{right - left}x{bottom - top}+{left}+{top}", "+repage"]
-    subprocess.run(["import", "-silent", "-window", "root", *crop, path], check=True)
 
 
 class Report(basics.Report):
@@ -246,10 +224,8 @@ class Report(basics.Report):
 
     def picture(self, program, name, windows=None):
         """A picture of the windows that stand there, which are also looked through for controls without a name."""
-        path = self.next_picture(name)
         windows = windows or program.windows()
-        screenshot(path, windows)
-        print(f"  picture {path.name}", flush=True)
+        path = super().picture(program, name, windows)
         nameless = [window.role for window in windows if not window.name]
         nameless += [role for window in windows for child in window.children for role in child.unnamed()]
         self.equal(nameless, [], "every control in it has a name")

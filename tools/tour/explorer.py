@@ -1,6 +1,6 @@
 """The program's windows, as the tour uses them."""
 
-from basics import Failure, press, wait_for, write
+from basics import press, wait_for, write
 from driver import Program
 from texts import Texts
 
@@ -58,11 +58,10 @@ class Explorer:
         return [label.name for label in labels]
 
     def go(self, *names):
-        """Clicks down the tree: a drive, then folder by folder. The list shows the last one's content afterwards."""
+        """Clicks down the tree: the drive, then folder by folder. The list shows the last one's content afterwards."""
         self.ready()
-        path = ""
-        for name in names:
-            path = f"{path}{name}" if not path or path.endswith("\\") else f"{path}\\{name}"
+        for depth in range(len(names) + 1):
+            path = "E:\\" + "\\".join(names[:depth])
             self.node(path).click()
             self.wait_location(path)
 
@@ -109,14 +108,37 @@ class Explorer:
         """The message box that stands there: waits for it."""
         return self.program.window(role="alert")
 
+    def said(self):
+        """What the message box says."""
+        return " ".join(" ".join(self.message().texts()).split())
+
     def answer(self, key="Return"):
         """Closes a message box by keyboard."""
         before = self.message().accessible
         press(key)
         wait_for("the message to go", lambda: all(w.accessible != before for w in self.program.windows()))
 
-    def zip_dialog(self, number=1, of=1):
-        return ArchiveDialog(self, self.text(308, x=number, y=of))
+    def enter_password(self, password, look):
+        """Answers the question for a password, in a field that hides it."""
+        field = self.program.window("Password requered").get("password text")
+        wait_for("the field to have the focus", lambda: field.has("focused"))
+        write(password)
+        look()
+        press("Return")
+
+    def archive_window(self, caption=308, number=1, of=1):
+        """Waits for an archive window, by the id of its caption; those of cabinets and RAR archives select their first row."""
+        dialog = ArchiveDialog(self, self.text(caption, x=number, y=of))
+        if caption != 308:
+            wait_for("the first row to be selected", lambda: dialog.list.rows and dialog.list.cell(0).has("selected"))
+        return dialog
+
+    def extract(self, *names, caption=308, of=1):
+        """Opens archives by the button Extract; their folder is listed anew, which scrolls to its top."""
+        self.go("Archives")
+        self.select(*names)
+        self.command(107)
+        return self.archive_window(caption, of=of)
 
 
 class ArchiveDialog:
@@ -165,6 +187,3 @@ class ArchiveDialog:
 
     def wait_closed(self, patience=60):
         wait_for(f"{self.title!r} to close", lambda: not self.is_open, patience)
-
-
-__all__ = ["ArchiveDialog", "Explorer", "Failure"]

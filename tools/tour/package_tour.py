@@ -9,12 +9,10 @@ import os
 import sys
 from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parents[1]))
-
-import driver  # noqa: E402
-import explorer as linux  # noqa: E402
-import windows_explorer as windows  # noqa: E402
-from basics import Failure, drag, press, wait_for  # noqa: E402
+import driver
+import explorer as linux
+import windows_explorer as windows
+from basics import Failure, drag, press, screenshot, wait_for
 
 FOLDERS = ("Letters", "Pictures")
 
@@ -31,8 +29,8 @@ def windows_sets(report, folder, icons):
     wait_for("the mark's file", (folder / "tree.dat").exists)
     header = program.window.rectangle[0] + 428, program.places("folder")[0][1] - 23
     drag(header, (header[0] + 60, header[1]))
-    driver.screenshot(report.next_picture("windows"), [])
-    program.command("close")
+    screenshot(report.next_picture("windows"))
+    program.command(104)
     report.equal(program.program.ended(), 0, "it ends")
     report.equal(marks(folder), ["\\Letters"], "the mark is written")
 
@@ -41,7 +39,7 @@ def linux_finds(report, folder, stick, computer):
     report.step("The Linux program, from the same folder")
     environment = {"PELLARION_DRIVES": f"C=fixed:{computer};E=removable:{stick}"}
     program = linux.Explorer([folder / "pellarion"], "0409", "User", 1.0, environment)
-    program.go("E:\\")
+    program.go()
     report.check(program.files.header(program.text(115)).rectangle[2] > 120 + 40, "finds the wider column")
     report.check(program.node("E:\\Letters").has("checked"), "and the mark")
     report.check(not program.node("E:\\Pictures").has("checked"), "which no other folder bears")
@@ -59,11 +57,11 @@ def windows_finds(report, folder, icons):
     before = (folder / "setting.ini").read_bytes()
     program = windows.Explorer("E:\\Program\\Pellarion\\pellarion.exe", dict(os.environ), icons, "User")
     program.go()
-    driver.screenshot(report.next_picture("windows-again"), [])
+    screenshot(report.next_picture("windows-again"))
     program.click_mark(1)
     wait_for("the first mark to go", lambda: marks(folder) == ["\\Pictures"])
     report.check(True, "finds both marks: a click takes away the first, and the other one stays")
-    program.command("close")
+    program.command(104)
     report.equal(program.program.ended(), 0, "it ends")
     report.equal((folder / "setting.ini").read_bytes(), before, "and leaves the settings as the other one wrote them")
 
@@ -89,7 +87,7 @@ def main():
         windows_finds(report, folder, options.icons)
     except Failure as error:
         report.check(False, str(error))
-        driver.screenshot(options.output / "failed.png", [])
+        screenshot(options.output / "failed.png")
     return report.close()
 
 

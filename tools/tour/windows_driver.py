@@ -8,7 +8,7 @@ import os
 import subprocess
 from urllib.parse import unquote
 
-from basics import Failure, press, wait_for, write, xdotool
+from basics import Failure, Process, press, wait_for, xdotool
 
 CLOSE_ENOUGH = 6  # of 255: smooth edges are drawn a little differently over another ground
 
@@ -106,16 +106,12 @@ class Clipboard:
         return subprocess.run(command, capture_output=True).stdout.decode(errors="replace")
 
 
-class Program:
+class Program(Process):
     """The program in its drive of Wine, with the windows that belong to it and to the shell that it calls."""
 
     def __init__(self, path, environment):
         self.process = subprocess.Popen(["wine64", path], env=environment, stdin=subprocess.DEVNULL)
         self.clipboard = Clipboard()
-
-    @property
-    def alive(self):
-        return self.process.poll() is None
 
     def windows(self):
         """From the lowest to the uppermost."""
@@ -159,15 +155,3 @@ class Program:
         """Paths of files, by what the keys copy: below the folder of drives."""
         lines = self.clipboard.copy(*keys).split()
         return [unquote(line).partition("/dosdevices/")[2].replace("/", "\\") for line in lines]
-
-    def ended(self):
-        wait_for("the program's end", lambda: not self.alive)
-        return self.process.returncode
-
-    def kill(self):
-        if self.alive:
-            self.process.kill()
-            self.process.wait()
-
-
-__all__ = ["Clipboard", "Picture", "Program", "Window", "output_of", "press", "write"]

@@ -5,6 +5,10 @@ from texts import Texts
 from windows_driver import Picture, Program
 
 
+# The toolbar's icons by the ids of their texts.
+BUTTONS = {103: "properties", 104: "close", 105: "open", 106: "compress", 107: "extract", 108: "copy", 109: "paste"}
+
+
 class Explorer:
     def __init__(self, path, environment, icons, owner):
         self.text = Texts("0409", owner)
@@ -26,9 +30,9 @@ class Explorer:
         """The icons of that name in the main window, from the top down."""
         return wait_for(f"the icon {name}", lambda: self.window.find(self.icon(name, size)))
 
-    def command(self, icon):
-        """Presses a button of the toolbar, once it can be."""
-        xdotool("mousemove", *self.places(icon, 24)[0], "click", 1)
+    def command(self, number):
+        """Presses a button of the toolbar, by the id of its text, once it can be."""
+        xdotool("mousemove", *self.places(BUTTONS[number], 24)[0], "click", 1)
 
     def menu(self, text, *path):
         """A command by the access keys of a menu and of its entries."""
@@ -103,11 +107,33 @@ class Explorer:
         press("Return")
         self.program.gone(title)
 
-    def extract(self, *names, title):
-        """Opens archives by the button Extract."""
+    def said(self, caption=300):
+        """What the message box of that caption says."""
+        return self.program.message(self.text(caption))
+
+    def answer(self, key="Return", caption=300):
+        self.program.answer(self.text(caption), key)
+
+    def other_title(self, *known):
+        """The title of a window that has come up before the known ones."""
+        wait_for("another window", lambda: self.program.active_title() not in (*known, self.title, ""))
+        return self.program.active_title()
+
+    def enter_password(self, password, look):
+        box = self.other_title(self.text(308, x=1, y=1))
+        write(password)
+        look()
+        self.program.answer(box)
+
+    def archive_window(self, caption=308):
+        """Waits for an archive window, by the id of its caption."""
+        return ArchiveDialog(self, self.text(caption, x=1, y=1))
+
+    def extract(self, *names, caption=308):
+        """Opens archives of the listed folder by the button Extract."""
         self.select(*names)
-        self.command("extract")
-        return ArchiveDialog(self, title)
+        self.command(107)
+        return self.archive_window(caption)
 
 
 class ArchiveDialog:
@@ -120,11 +146,13 @@ class ArchiveDialog:
         self.explorer.program.window(self.title)
         press(f"alt+{self.explorer.key_of(self.explorer.text.main[number])}")
 
+    check = press
+
     def extract_here(self):
         self.press(515)
         self.press(514)
 
-    def closed(self):
+    def wait_closed(self):
         self.explorer.program.gone(self.title)
         self.explorer.program.window(self.explorer.title)
 
@@ -134,9 +162,7 @@ class ArchiveDialog:
     def pick(self, report, *keys):
         """Answers the shell's folder picker by keyboard; it starts at the archive's folder."""
         program = self.explorer.program
-        wait_for("the folder picker", lambda: program.active_title() not in (self.title, self.explorer.title, ""))
-        title = program.active_title()
+        title = self.explorer.other_title(self.title)
         press(*keys)
         report.picture(program, "picker")
-        press("Return")
-        program.gone(title)
+        program.answer(title)
