@@ -59,6 +59,9 @@ EntryName EntryNameOf(std::string_view text) {
 }
 
 struct OpenFolder::Host {
+    explicit Host(HostFile opened, std::string openedBy = {})
+        : folder(std::move(opened)), path(std::move(openedBy)) {}
+
     HostFile folder;
     std::string path; ///< that it was opened by; empty for one that was reached through another
 
@@ -142,7 +145,7 @@ bool OpenFolder::IsMountPoint(const EntryName& name) const {
 OpenFolder OpenFolder::OpenSubfolder(const EntryName& name, Links links, base::SystemError& error) const {
     HostFile folder = OpenAt(host_->Descriptor(), name, links);
     error = folder.IsOpen() ? base::SystemError{} : ErrorFromErrno(errno);
-    return error ? OpenFolder() : OpenFolder(std::make_unique<Host>(std::move(folder), ""));
+    return error ? OpenFolder() : OpenFolder(std::make_unique<Host>(std::move(folder)));
 }
 
 base::SystemError OpenFolder::Remove(const EntryName& name, const EntryStatus& status) const {

@@ -75,6 +75,9 @@ EntryName EntryNameOf(std::string_view text) {
 }
 
 struct OpenFolder::Host {
+    explicit Host(Handle opened, std::wstring openedBy = {})
+        : folder(std::move(opened)), path(std::move(openedBy)) {}
+
     Handle folder;
     std::wstring path; ///< that it was opened by; empty for one that was reached through another
 };
