@@ -3,8 +3,12 @@
 #include "archive/cabinet/CabinetFormat.h"
 #include "base/FileName.h"
 #include "base/OutputPathRule.h"
+#include "platform/OpenFolder.h"
+
+#include <utility>
 
 namespace cabinet {
+namespace {
 
 using platform::EntryKind;
 using platform::EntryName;
@@ -12,24 +16,67 @@ using platform::EntryStatus;
 using platform::Links;
 using platform::OpenFolder;
 
-struct PackSource::Walk {
+/// A file in the file system that is being packed.
+class DiskInput final : public PackInput {
+  public:
+    DiskInput(platform::OpenedFile file, const platform::FileIdentity& identity)
+        : file_(std::move(file)), identity_(identity) {}
+
+    base::SystemError Read(std::span<std::uint8_t> buffer, std::size_t& count) override {
+        return file_.Read(buffer, count);
+    }
+
+    bool IsUnchanged() const override;
+
+  private:
+    platform::OpenedFile file_;
+    platform::FileIdentity identity_;
+};
+
+class DiskSource final : public PackSource {
+  public:
+    /// `path` is what stands before all names when they are shown; `single` is the name of the one file, or
+    /// empty for the whole folder.
+    DiskSource(platform::OpenFolder folder, std::string path, platform::EntryName single)
+        : folder_(std::move(folder)), path_(std::move(path)), single_(std::move(single)) {}
+
+    CabReport List(std::vector<PackEntry>& entries, std::size_t most) override;
+    std::unique_ptr<PackInput> OpenFile(const PackEntry& entry, CabReport& report) const override;
+
+    std::string PathOf(const std::string& name) const override { return path_ + name; }
+
+  private:
+    struct Walk;
+
+    bool WalkFolder(const platform::OpenFolder& folder, const std::string& prefix, Walk& walk) const;
+    bool Add(const platform::OpenFolder& folder, const std::string& prefix,
+             const platform::EntryName& entryName, Walk& walk,
+             std::vector<platform::EntryName>& folders) const;
+    bool Fail(Walk& walk, CabFailure failure, const std::string& name, base::SystemError error = {}) const;
+
+    platform::OpenFolder folder_;
+    std::string path_;
+    platform::EntryName single_;
+};
+
+struct DiskSource::Walk {
     std::vector<PackEntry>& entries;
     std::size_t most;
     CabReport report; ///< the first failure
 };
 
-bool PackInput::IsUnchanged() const {
+bool DiskInput::IsUnchanged() const {
     const std::optional<EntryStatus> now = file_.Status();
     return now && now->identity == identity_;
 }
 
-bool PackSource::Fail(Walk& walk, CabFailure failure, const std::string& name,
+bool DiskSource::Fail(Walk& walk, CabFailure failure, const std::string& name,
                       base::SystemError error) const {
     walk.report = {failure, PathOf(name), error};
     return false;
 }
 
-CabReport PackSource::List(std::vector<PackEntry>& entries, std::size_t most) {
+CabReport DiskSource::List(std::vector<PackEntry>& entries, std::size_t most) {
     entries.clear();
     Walk walk{entries, most, {}};
     if (single_.empty()) {
@@ -43,7 +90,7 @@ CabReport PackSource::List(std::vector<PackEntry>& entries, std::size_t most) {
 }
 
 /// Files first, then each sub-folder, by name.
-bool PackSource::WalkFolder(const OpenFolder& folder, const std::string& prefix, Walk& walk) const {
+bool DiskSource::WalkFolder(const OpenFolder& folder, const std::string& prefix, Walk& walk) const {
     std::vector<EntryName> names;
     if (const base::SystemError error = folder.Names(names))
         return Fail(walk, CabFailure::kCannotRead, prefix, error);
@@ -67,7 +114,7 @@ bool PackSource::WalkFolder(const OpenFolder& folder, const std::string& prefix,
     return true;
 }
 
-bool PackSource::Add(const OpenFolder& folder, const std::string& prefix, const EntryName& entryName,
+bool DiskSource::Add(const OpenFolder& folder, const std::string& prefix, const EntryName& entryName,
                      Walk& walk, std::vector<EntryName>& folders) const {
     std::string name = prefix + platform::TextOf(entryName);
     base::SystemError error;
@@ -97,7 +144,7 @@ bool PackSource::Add(const OpenFolder& folder, const std::string& prefix, const 
     return true;
 }
 
-std::unique_ptr<PackInput> PackSource::OpenFile(const PackEntry& entry, CabReport& report) const {
+std::unique_ptr<PackInput> DiskSource::OpenFile(const PackEntry& entry, CabReport& report) const {
     base::SystemError error;
     platform::OpenedFile file = folder_.OpenFileBelow(entry.name, error);
     if (error) {
@@ -105,13 +152,15 @@ std::unique_ptr<PackInput> PackSource::OpenFile(const PackEntry& entry, CabRepor
         return nullptr;
     }
     // Whatever stands in the file's place now, by way of a link or otherwise, is not what was found.
-    auto input = std::make_unique<PackInput>(std::move(file), entry.identity);
+    auto input = std::make_unique<DiskInput>(std::move(file), entry.identity);
     if (!input->IsUnchanged()) {
         report = {CabFailure::kChanged, PathOf(entry.name), {}};
         return nullptr;
     }
     return input;
 }
+
+} // namespace
 
 std::unique_ptr<PackSource> PackSource::OfFolder(const std::string& path, CabReport& report) {
     base::SystemError error;
@@ -121,7 +170,7 @@ std::unique_ptr<PackSource> PackSource::OfFolder(const std::string& path, CabRep
         report = {isLink ? CabFailure::kLink : CabFailure::kCannotRead, path, error};
         return nullptr;
     }
-    return std::make_unique<PackSource>(std::move(folder), path, EntryName());
+    return std::make_unique<DiskSource>(std::move(folder), path, EntryName());
 }
 
 std::unique_ptr<PackSource> PackSource::OfSingleFile(const std::string& path, CabReport& report) {
@@ -132,7 +181,7 @@ std::unique_ptr<PackSource> PackSource::OfSingleFile(const std::string& path, Ca
         report = {CabFailure::kCannotRead, path, error};
         return nullptr;
     }
-    return std::make_unique<PackSource>(std::move(folder), path.substr(0, path.find_last_of('\\') + 1),
+    return std::make_unique<DiskSource>(std::move(folder), path.substr(0, path.find_last_of('\\') + 1),
                                         std::move(name));
 }
 
