@@ -1,6 +1,7 @@
 #pragma once
 
 #include <bit>
+#include <cassert>
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
@@ -41,6 +42,7 @@ inline std::uint64_t LoadLittle64(const std::uint8_t* bytes) {
 
 /// Writes the lowest `size` bytes of `value`, at most eight, from `bytes` on.
 inline void StoreLittle(std::uint8_t* bytes, std::uint64_t value, std::size_t size) {
+    assert(size <= sizeof value);
     for (std::size_t i = 0; i < size; ++i)
         bytes[i] = static_cast<std::uint8_t>(value >> (8 * i));
 }

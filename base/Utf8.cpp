@@ -1,5 +1,6 @@
 #include "base/Utf8.h"
 
+#include <cassert>
 #include <cstring>
 
 namespace base {
@@ -59,6 +60,7 @@ char32_t NextCodePoint(std::string_view text, std::size_t& position) {
 }
 
 void AppendUtf8(std::string& text, char32_t codePoint) {
+    assert(codePoint <= 0x10FFFF && (codePoint < 0xD800 || codePoint > 0xDFFF));
     const auto put = [&](char32_t byte) {
         text.push_back(static_cast<char>(static_cast<std::uint8_t>(byte)));
     };

@@ -5,6 +5,7 @@
 #include "archive/cabinet/ThreadCount.h"
 
 #include <algorithm>
+#include <cassert>
 #include <system_error>
 
 namespace cabinet {
@@ -72,6 +73,7 @@ PackedRun* BlockPipeline::Next(bool isContinued, base::SystemError& error) {
 }
 
 void BlockPipeline::Submit() {
+    assert(submitted_ - first_ < runs_.size() - 1); // Next() has made room
     if (workers_.empty()) {
         PackedRun& run = runs_[submitted_ % runs_.size()];
         Pack(run, *compressors_[0]);

@@ -1,8 +1,11 @@
 #include "archive/codec/HuffmanCode.h"
 
+#include <cassert>
+
 namespace codec {
 
 bool HuffmanCode::Set(std::span<const std::uint8_t> lengths) {
+    assert(lengths.size() <= symbols.size());
     count.fill(0);
     for (const std::uint8_t length : lengths)
         count[length]++;

@@ -2,6 +2,7 @@
 
 #include "base/LittleEndian.h"
 
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -41,12 +42,14 @@ struct InflateBits {
     }
 
     void DropBits(unsigned bits) {
+        assert(bits <= count);
         buffer >>= bits;
         count -= bits;
     }
 
     /// The next `bits` bits, at most 32, taken.
     std::uint32_t GetBits(unsigned bits) {
+        assert(bits <= 32);
         if (count < bits)
             Refill();
         const auto value = static_cast<std::uint32_t>(buffer & ((std::uint64_t{1} << bits) - 1));
@@ -67,6 +70,7 @@ struct InflateBits {
 
     /// Goes on at byte `position`, which is not past the end, and forgets the bits before it.
     void Seek(std::size_t position) {
+        assert(position <= static_cast<std::size_t>(end - begin));
         next = begin + position;
         buffer = 0;
         count = 0;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <bit>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -10,6 +11,7 @@ namespace codec {
 /// Copies `length` bytes to `to` from `distance` bytes before it, and writes no other. Where they overlap,
 /// the recent bytes repeat.
 inline void CopyMatch(std::uint8_t* to, std::size_t distance, std::size_t length) {
+    assert(distance != 0);
     // A copy of at most `distance` bytes does not overlap, and doubles what can be copied next.
     const std::uint8_t* const from = to - distance;
     while (length > distance) {
@@ -34,6 +36,7 @@ inline void CopyMatchChunks(std::uint8_t* to, const std::uint8_t* from, const st
 /// Copies as CopyMatch does, for distances of at most 15. Writes up to seven bytes more than asked, and at
 /// least eight.
 inline void CopyNear(std::uint8_t* to, std::size_t distance, std::size_t length) {
+    assert(distance != 0 && distance < 16);
     const std::uint8_t* from = to - distance;
     const std::uint8_t* const end = to + length;
     if (distance >= 8) {

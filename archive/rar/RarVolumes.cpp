@@ -1,6 +1,7 @@
 #include "archive/rar/RarVolumes.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace rar {
 
@@ -51,6 +52,7 @@ std::string NextVolumePath(const std::string& path, bool oldNumbering) {
 std::shared_ptr<platform::FileReader> RarVolumes::Volume(std::size_t number) {
     if (openFile_ && openNumber_ == number)
         return openFile_;
+    assert(number <= paths_.size());
     if (number == paths_.size())
         paths_.push_back(NextVolumePath(paths_.back(), oldNumbering_));
     if (paths_[number].empty())

@@ -1,6 +1,7 @@
 #include "archive/zip/ArchiveBytes.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstring>
 
 namespace zip {
@@ -14,6 +15,7 @@ constexpr std::size_t kSingleRead = 16 * 1024;
 } // namespace
 
 std::span<const std::uint8_t> ArchiveBytes::View(std::uint64_t offset, std::size_t length) {
+    assert(length <= kLargestView);
     if (offset < start_ || std::min(offset + length, size_) > start_ + filled_)
         Fill(offset, length);
     if (offset < start_ || offset >= start_ + filled_)

@@ -2,9 +2,11 @@
 
 #include "archive/zip/ArchiveState.h"
 #include "base/Letters.h"
+#include "base/OutputPathRule.h"
 #include "platform/Files.h"
 
 #include <algorithm>
+#include <cassert>
 #include <optional>
 
 namespace zip {
@@ -82,6 +84,7 @@ std::string JoinEntryPath(std::string& folder, std::string_view name) {
 }
 
 bool CreateEntryFolder(output::OpenFolders& folders, std::string_view name, std::string& folder) {
+    assert(base::StaysInTarget(name));
     std::string path = JoinEntryPath(folder, name);
     if (!path.ends_with(Separator()))
         path += Separator();
@@ -91,6 +94,7 @@ bool CreateEntryFolder(output::OpenFolders& folders, std::string_view name, std:
 int WriteEntryFile(output::OpenFolders& folders, std::string_view name, std::string& folder,
                    std::span<const std::uint8_t> data, std::uint16_t date, std::uint16_t time) {
     constexpr int kFailed = 1;
+    assert(base::StaysInTarget(name));
     std::string full = JoinEntryPath(folder, name);
     const std::string_view folderPart = FolderPart(full);
     platform::OutputFolder* output = folders.Last(folderPart);
@@ -104,6 +108,7 @@ int WriteEntryFile(output::OpenFolders& folders, std::string_view name, std::str
 
 std::unique_ptr<platform::OutputFile> BeginEntryFile(output::OpenFolders& folders, std::string_view name,
                                                      std::string& folder) {
+    assert(base::StaysInTarget(name));
     std::string full = JoinEntryPath(folder, name);
     const std::string_view folderPart = FolderPart(full);
     platform::OutputFolder* output = folders.Last(folderPart);

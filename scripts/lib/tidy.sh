@@ -1,9 +1,6 @@
 # shellcheck shell=bash
 # clang-tidy over the parts without Qt, which read foreign bytes. The windows would cost several times the time. Needs
-# build.sh and common.sh.
-
-# Of the lately changed sources as many are checked as this time allows, in seconds.
-TIDY_SECONDS=${TIDY_SECONDS:-360}
+# build.sh, common.sh and steps.sh.
 
 TIDY_FOLDERS=(base platform app archive)
 
@@ -76,6 +73,16 @@ run_tidy() {
     return "$status"
 }
 
+# seconds_left: for the sources with changes six minutes, or what the steps before have left of the 37 that a whole run
+# may take, so that a slow machine ends in time too; one minute in any case.
+seconds_left() {
+    # shellcheck disable=SC2154 # set by steps.sh
+    local left=$((37 * 60 - (SECONDS - STEPS_start)))
+    [ "$left" -le 360 ] || left=360
+    [ "$left" -ge 60 ] || left=60
+    echo "$left"
+}
+
 # tidy_all, tidy_changed: all sources, or those with changes as far as the time allows.
 tidy_all() {
     local -a sources
@@ -86,5 +93,5 @@ tidy_all() {
 tidy_changed() {
     local -a sources
     mapfile -t sources < <(changed_sources)
-    build_preset release >/dev/null && run_tidy "$TIDY_SECONDS" "${sources[@]}"
+    build_preset release >/dev/null && run_tidy "$(seconds_left)" "${sources[@]}"
 }
