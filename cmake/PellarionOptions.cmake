@@ -22,9 +22,7 @@ target_compile_options(
             -Woverloaded-virtual
             -Werror
             # GCC 12 sees overlaps in std::string's operator+ at -O3 that are none (its bug 105651).
-            $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
-            # With sanitizers it also sees uninitialised members in std::regex that are none (its bug 105562).
-            $<$<AND:$<CXX_COMPILER_ID:GNU>,$<BOOL:${PELLARION_SANITIZE}>>:-Wno-maybe-uninitialized>)
+            $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 
 if(PELLARION_SANITIZE)
   # For everything, so that the libraries of one program agree. Line numbers are all that a report needs; assertions stay.
@@ -35,6 +33,8 @@ if(PELLARION_SANITIZE)
   endif()
   add_compile_options(-fsanitize=${PELLARION_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${PELLARION_SANITIZE})
+  # With them GCC 12 sees uninitialised members in std::regex that are none (its bug 105562).
+  target_compile_options(pellarion_options INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 endif()
 if(PELLARION_SANITIZE STREQUAL "thread" AND EXISTS /proc/sys/vm/mmap_rnd_bits)
   # Its programs do not start where the system places memory at more random addresses than this.
