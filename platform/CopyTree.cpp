@@ -26,7 +26,7 @@ struct CopyEnd {
 
 class TreeCopy {
   public:
-    TreeCopy(FileOperationObserver& observer, const CopyEnd& source, const CopyEnd& target)
+    TreeCopy(base::WorkObserver& observer, const CopyEnd& source, const CopyEnd& target)
         : work_(observer), ends_{&source, &target} {}
 
     FileOutcome Run(const EntryName& name, const std::string& from) {
@@ -174,7 +174,7 @@ class TreeCopy {
 
 } // namespace
 
-FileOutcome CopyTree(const std::string& from, const std::string& toFolder, FileOperationObserver& observer) {
+FileOutcome CopyTree(const std::string& from, const std::string& toFolder, base::WorkObserver& observer) {
     EntryName name;
     base::SystemError error;
     CopyEnd source{OpenFolder::Holding(from, name, error), std::string(base::FolderOf(from))};

@@ -8,7 +8,7 @@ namespace {
 /// a link in the place of a folder meanwhile.
 class TreeDeletion {
   public:
-    explicit TreeDeletion(FileOperationObserver& observer) : work_(observer) {}
+    explicit TreeDeletion(base::WorkObserver& observer) : work_(observer) {}
 
     FileOutcome Run(const OpenFolder& folder, const EntryName& name, const std::string& path) {
         DeleteEntry(folder, name, path);
@@ -70,7 +70,7 @@ class TreeDeletion {
 
 } // namespace
 
-FileOutcome DeleteTree(const std::string& path, FileOperationObserver& observer) {
+FileOutcome DeleteTree(const std::string& path, base::WorkObserver& observer) {
     EntryName name;
     base::SystemError error;
     const OpenFolder folder = OpenFolder::Holding(path, name, error);

@@ -12,7 +12,7 @@ namespace platform {
 /// far.
 class TreeWork {
   public:
-    explicit TreeWork(FileOperationObserver& observer) : observer_(observer) {}
+    explicit TreeWork(base::WorkObserver& observer) : observer_(observer) {}
 
     /// Reports progress to the observer. Returns whether to go on.
     bool Proceed(const std::string& path, std::uint64_t entries = 0, std::uint64_t bytes = 0) {
@@ -42,7 +42,7 @@ class TreeWork {
     }
 
   private:
-    FileOperationObserver& observer_;
+    base::WorkObserver& observer_;
     std::size_t failures_ = 0;
     bool isStopped_ = false;
 };

@@ -33,7 +33,7 @@ std::unique_ptr<PackSource> OpenSource(std::int32_t mode, const std::string& pat
 }
 
 /// Runs `work`, which may take long (bringing data onto a slow medium, for example), on a thread of its own
-/// and calls the progress function meanwhile. Returns the result of `work`.
+/// and calls the observer meanwhile. Returns the result of `work`.
 template <typename Result, typename Work>
 Result DoWhileTelling(ProgressMeter& progress, const Work& work) {
     Result result;
@@ -49,7 +49,7 @@ Result DoWhileTelling(ProgressMeter& progress, const Work& work) {
 }
 
 /// The source is deleted as a whole later, so a file that was added or removed meanwhile counts as a change,
-/// too. The progress function is not called during this listing, because it lets window messages run, and so
+/// too. The observer is not called during this listing, because it lets window messages run, and so
 /// the source could change behind the listing.
 CabReport ListAgain(PackSource& source, const PackPlan& plan, const std::string& path) {
     std::vector<PackEntry> now;
@@ -141,10 +141,10 @@ std::string CabReport::Description() const {
 }
 
 CabReport CabCompress(std::int32_t mode, const std::string& destination, const std::string& cabinetName,
-                      const std::string& source, std::int16_t& status, const CabProgressFunction& progress) {
+                      const std::string& source, std::int16_t& status, base::WorkObserver* observer) {
     CabReport report;
     try {
-        ProgressMeter meter(progress);
+        ProgressMeter meter(observer);
         report = Make(mode, destination, cabinetName, source, meter);
     } catch (const std::bad_alloc&) {
         report = {CabFailure::kCannotWrite, "", {base::kErrorNotEnoughMemory}};

@@ -1,9 +1,8 @@
 #pragma once
 
-#include "base/SystemError.h"
+#include "base/WorkObserver.h"
 
 #include <cstdint>
-#include <functional>
 #include <string>
 
 namespace cabinet {
@@ -25,7 +24,7 @@ enum class CabFailure : std::int16_t {
     kChanged = 9,         ///< the source changed while it was packed
     kCannotWrite = 10,    ///< the cabinet; `error` says why
     kReadBack = 11,       ///< the cabinet does not give back what was packed
-    kStopped = 12,        ///< by the progress function
+    kStopped = 12,        ///< by the observer
     kWrongCall = 13,      ///< a mode that does not exist
 };
 
@@ -39,26 +38,17 @@ struct CabReport {
     std::string Description() const;
 };
 
-/// Progress of a call.
-struct CabProgress {
-    std::string_view file;   ///< being packed or compared: its name below the source
-    std::uint64_t done = 0;  ///< bytes, packing and comparing counted alike
-    std::uint64_t total = 0; ///< never 0
-};
-
-/// Called with the progress several times a second, on the thread of the call. When it returns false, the
-/// packing stops and leaves nothing behind.
-using CabProgressFunction = std::function<bool(const CabProgress& progress)>;
-
 /// Packs a folder or a file into the cabinet `cabinetName` in the folder `destination` (which ends in a
 /// backslash). `source` is the folder with a last backslash, or the file. Names in the cabinet are those
 /// below the folder, or the file's own name. `status` is set to 0 when the cabinet is complete under its
 /// name, on the medium, and has been read back and found equal to the source, which is then still the same as
 /// when it was packed. For anything else it is set to the failure's number: nothing is left behind, and a
 /// cabinet that was there before is unchanged. Uses all processors; the cabinet does not depend on how many
-/// there are. Memory stays below 64 MB.
+/// there are. Memory stays below 64 MB. `observer`, if any, is called several times a second; the bytes of a
+/// step were packed or compared, and its size is those of both. When it stops the packing, nothing is left
+/// behind.
 CabReport CabCompress(std::int32_t mode, const std::string& destination, const std::string& cabinetName,
                       const std::string& source, std::int16_t& status,
-                      const CabProgressFunction& progress = {});
+                      base::WorkObserver* observer = nullptr);
 
 } // namespace cabinet

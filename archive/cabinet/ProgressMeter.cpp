@@ -16,14 +16,14 @@ bool ProgressMeter::Tell() {
     if (stopped_)
         return false;
     const auto now = std::chrono::steady_clock::now();
-    if (!function_ || now - last_ < kPause)
+    if (!observer_ || now - last_ < kPause)
         return true;
     std::string file;
     {
         const std::lock_guard lock(mutex_);
         file = file_;
     }
-    stopped_ = !function_({file, done_, total_});
+    stopped_ = !observer_->Proceed({file, 0, done_.exchange(0), total_});
     last_ = std::chrono::steady_clock::now();
     return !stopped_;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "archive/cabinet/CabCompress.h"
+#include "base/WorkObserver.h"
 
 #include <atomic>
 #include <chrono>
@@ -10,28 +10,29 @@
 
 namespace cabinet {
 
-/// Counts the work of a call and reports it to the progress function, not too often. Work may be counted on
-/// any thread; only Tell() calls the function, on the thread of the call.
+/// Counts the work of a call and reports it to the observer, not too often. Work may be counted on
+/// any thread; only Tell() calls the observer, on the thread of the call.
 class ProgressMeter {
   public:
-    explicit ProgressMeter(const CabProgressFunction& function) : function_(function) {}
+    /// `observer` may be null.
+    explicit ProgressMeter(base::WorkObserver* observer) : observer_(observer) {}
 
-    void SetTotal(std::uint64_t total) { total_ = total > 0 ? total : 1; }
+    void SetTotal(std::uint64_t total) { total_ = total; }
 
     /// The file that is worked on now.
     void SetFile(const std::string& name);
 
     void Add(std::uint64_t bytes) { done_ += bytes; }
 
-    /// Calls the progress function when it is time to. Returns false once that function has returned false.
+    /// Calls the observer when it is time to. Returns false once the observer has stopped the work.
     bool Tell();
 
     bool IsStopped() const { return stopped_; }
 
   private:
-    const CabProgressFunction& function_;
-    std::uint64_t total_ = 1;
-    std::atomic<std::uint64_t> done_ = 0;
+    base::WorkObserver* observer_;
+    std::uint64_t total_ = 0;
+    std::atomic<std::uint64_t> done_ = 0; // since the observer was called
     std::atomic<bool> stopped_ = false;
     std::mutex mutex_;
     std::string file_;

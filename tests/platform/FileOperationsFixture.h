@@ -12,17 +12,17 @@
 namespace tests {
 
 /// Keeps what it is told, and stops the operation where the test wants.
-class Watcher : public platform::FileOperationObserver {
+class Watcher : public base::WorkObserver {
   public:
     std::function<bool(const std::string& path)> goOn = [](const std::string&) { return true; };
     std::vector<std::pair<std::string, std::uint32_t>> failures;
     std::uint64_t entries = 0;
     std::uint64_t bytes = 0;
 
-    bool Proceed(const platform::FileStep& step) override {
+    bool Proceed(const base::WorkStep& step) override {
         entries += step.entries;
         bytes += step.bytes;
-        return goOn(step.path);
+        return goOn(std::string(step.path));
     }
 
     void Failed(const std::string& path, base::SystemError error) override {

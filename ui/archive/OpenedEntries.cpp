@@ -110,10 +110,8 @@ bool IsEmptyFolder(const std::string& path) {
     return entries != nullptr;
 }
 
-class Quiet : public platform::FileOperationObserver {
-    bool Proceed(const platform::FileStep&) override { return true; }
-
-    void Failed(const std::string&, base::SystemError) override {}
+class Quiet : public base::WorkObserver {
+    bool Proceed(const base::WorkStep&) override { return true; }
 };
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "base/Letters.h"
 #include "platform/TreeSize.h"
 #include "ui/common/ProgressWindow.h"
+#include "ui/common/WindowTexts.h"
 
 #include <QApplication>
 #include <QLocale>
@@ -73,7 +74,7 @@ bool FileWork::HasTaken(ShellAnswer answer) {
     return answer == ShellAnswer::kDone;
 }
 
-bool FileWork::Proceed(const platform::FileStep& step) {
+bool FileWork::Proceed(const base::WorkStep& step) {
     if (!sources_.empty() && !Count())
         return false;
     entries_ += step.entries;
@@ -90,7 +91,7 @@ void FileWork::FailedBecause(const std::string& path, const std::string& reason)
         failures_.push_back(path + "\n" + reason);
 }
 
-bool FileWork::Tick(const std::string& path) {
+bool FileWork::Tick(std::string_view path) {
     if (!window_ && !started_.hasExpired(patience_.count()))
         return !wasStopped_;
     if (window_ && !shown_.hasExpired(kBetweenUpdates.count()))
@@ -109,8 +110,8 @@ bool FileWork::Tick(const std::string& path) {
     return !wasStopped_;
 }
 
-void FileWork::ShowState(const std::string& path) {
-    window_->SetPath(QString::fromStdString(path));
+void FileWork::ShowState(std::string_view path) {
+    window_->SetPath(ToWindow(path));
     if (isCounting_) {
         window_->SetFraction(-1);
         window_->SetFigures(QString::fromStdString(app::LoadText(IDS_COUNTING_FILES)));

@@ -8,6 +8,7 @@
 
 #include <chrono>
 #include <string>
+#include <string_view>
 #include <vector>
 
 class QWidget;
@@ -23,7 +24,7 @@ inline constexpr std::chrono::milliseconds kBlink{300};
 /// than a moment, and reports at the end what could not be done, and why. While an object of this class
 /// lives, calls of ShellCopy and ShellDelete belong to it. Work that the operating system's shell does is
 /// shown and reported by the shell.
-class FileWork final : public platform::FileOperationObserver {
+class FileWork final : public base::WorkObserver {
   public:
     enum class Kind { kCopy, kDelete };
 
@@ -48,15 +49,15 @@ class FileWork final : public platform::FileOperationObserver {
     /// Closes the progress window and shows the report.
     void Finish();
 
-    bool Proceed(const platform::FileStep& step) override;
+    bool Proceed(const base::WorkStep& step) override;
     void Failed(const std::string& path, base::SystemError error) override;
     /// A failure that the program itself found; `reason` is a sentence.
     void FailedBecause(const std::string& path, const std::string& reason);
 
   private:
     bool Count();
-    bool Tick(const std::string& path);
-    void ShowState(const std::string& path);
+    bool Tick(std::string_view path);
+    void ShowState(std::string_view path);
     std::string FiguresText() const;
     std::uint32_t FailureText() const;
     std::string Report() const;

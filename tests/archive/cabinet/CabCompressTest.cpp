@@ -52,13 +52,13 @@ Tree TreeAt(const fs::path& folder) {
 class CabCompressTest : public testing::Test {
   protected:
     cabinet::CabReport Pack(std::int32_t mode, const std::string& folder, const std::string& name,
-                            const std::string& source, const cabinet::CabProgressFunction& progress = {}) {
+                            const std::string& source, base::WorkObserver* observer = nullptr) {
         return cabinet::CabCompress(mode, TestDir::Path(folder), name, TestDir::Path(source), status,
-                                    progress);
+                                    observer);
     }
 
-    cabinet::CabReport PackFolder(const cabinet::CabProgressFunction& progress = {}) {
-        return Pack(cabinet::kCabModeFolder, "", "src.cab", "src/", progress);
+    cabinet::CabReport PackFolder(base::WorkObserver* observer = nullptr) {
+        return Pack(cabinet::kCabModeFolder, "", "src.cab", "src/", observer);
     }
 
     void ExpectRefused(CabFailure failure, const std::string& path) {
@@ -226,17 +226,27 @@ TEST_F(CabCompressTest, ReportsWhatIsMissingOrCannotBeWritten) {
 }
 
 /// Runs `change` once, when the files have been listed and about `share` of the work is done.
-cabinet::CabProgressFunction When(double share, std::function<void()> change, bool& done) {
-    return [=, &done](const cabinet::CabProgress& progress) {
-        const bool isListed = progress.total > 1;
-        if (isListed && !done &&
-            static_cast<double>(progress.done) >= share * static_cast<double>(progress.total)) {
+class When final : public base::WorkObserver {
+  public:
+    When(double share, std::function<void()> change) : share_(share), change_(std::move(change)) {}
+
+    bool Proceed(const base::WorkStep& step) override {
+        bytes_ += step.bytes;
+        const bool isListed = step.size > 0;
+        if (isListed && !done && static_cast<double>(bytes_) >= share_ * static_cast<double>(step.size)) {
             done = true;
-            change();
+            change_();
         }
         return true;
-    };
-}
+    }
+
+    bool done = false;
+
+  private:
+    double share_;
+    std::function<void()> change_;
+    std::uint64_t bytes_ = 0;
+};
 
 TEST_F(CabCompressTest, SourceThatChangesIsNoticedAtAnyMoment) {
     const std::vector<std::pair<std::string, std::function<void()>>> changes = {
@@ -260,9 +270,9 @@ TEST_F(CabCompressTest, SourceThatChangesIsNoticedAtAnyMoment) {
             dir.MakeFile("src/a", large);
             dir.MakeFile("src/m", large.substr(1000, 900'000));
             dir.MakeFile("src/z", large);
-            bool done = false;
-            const cabinet::CabReport report = PackFolder(When(share, change, done));
-            if (!done) { // this machine was done before it was asked again
+            When observer(share, change);
+            const cabinet::CabReport report = PackFolder(&observer);
+            if (!observer.done) { // this machine was done before it was asked again
                 fs::remove(dir.Host("src.cab"));
                 continue;
             }
@@ -288,15 +298,12 @@ TEST_F(CabCompressTest, FullDiskLeavesNothing) {
 
 TEST_F(CabCompressTest, AnotherPackingIntoTheSameFolderIsLeftAlone) {
     dir.MakeFile("src/a", SampleText(5'000'000));
-    bool done = false;
-    PackFolder(When(
-        0.3,
-        [&] {
-            Pack(cabinet::kCabModeFile, "", "other.cab", "src/a");
-            EXPECT_EQ(status, 0);
-        },
-        done));
-    EXPECT_TRUE(done);
+    When observer(0.3, [&] {
+        Pack(cabinet::kCabModeFile, "", "other.cab", "src/a");
+        EXPECT_EQ(status, 0);
+    });
+    PackFolder(&observer);
+    EXPECT_TRUE(observer.done);
     EXPECT_EQ(status, 0);
     EXPECT_EQ(dir.Count(), 3u);
 }

@@ -12,13 +12,13 @@ namespace {
 using cabinet::CabFailure;
 
 bool Compress(std::int32_t mode, const std::string& path, const std::string& destinationFolder,
-              const cabinet::CabProgressFunction& progress, cabinet::CabReport& report) {
+              base::WorkObserver& observer, cabinet::CabReport& report) {
     const BusyCursor busy;
     YieldNow();
     const std::string cabinetName = std::string(base::LastComponent(path)) + ".cab";
     const std::string source = mode == cabinet::kCabModeFolder ? path + '\\' : path;
     std::int16_t status = 0;
-    report = cabinet::CabCompress(mode, destinationFolder, cabinetName, source, status, progress);
+    report = cabinet::CabCompress(mode, destinationFolder, cabinetName, source, status, &observer);
     return status == 0;
 }
 
@@ -51,13 +51,13 @@ std::uint32_t ReasonId(CabFailure failure) {
 } // namespace
 
 bool CompressFolder(const std::string& folderPath, const std::string& destinationFolder,
-                    const cabinet::CabProgressFunction& progress, cabinet::CabReport& report) {
-    return Compress(cabinet::kCabModeFolder, folderPath, destinationFolder, progress, report);
+                    base::WorkObserver& observer, cabinet::CabReport& report) {
+    return Compress(cabinet::kCabModeFolder, folderPath, destinationFolder, observer, report);
 }
 
 bool CompressFile(const std::string& filePath, const std::string& destinationFolder,
-                  const cabinet::CabProgressFunction& progress, cabinet::CabReport& report) {
-    return Compress(cabinet::kCabModeFile, filePath, destinationFolder, progress, report);
+                  base::WorkObserver& observer, cabinet::CabReport& report) {
+    return Compress(cabinet::kCabModeFile, filePath, destinationFolder, observer, report);
 }
 
 std::string ReasonText(const cabinet::CabReport& report) {

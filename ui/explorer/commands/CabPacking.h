@@ -11,9 +11,9 @@ namespace ui {
 // `report` says why not, and nothing has changed.
 
 bool CompressFolder(const std::string& folderPath, const std::string& destinationFolder,
-                    const cabinet::CabProgressFunction& progress, cabinet::CabReport& report);
+                    base::WorkObserver& observer, cabinet::CabReport& report);
 bool CompressFile(const std::string& filePath, const std::string& destinationFolder,
-                  const cabinet::CabProgressFunction& progress, cabinet::CabReport& report);
+                  base::WorkObserver& observer, cabinet::CabReport& report);
 
 /// Why a cabinet was not made, in the program's language: the path in question, and below it the reason.
 std::string ReasonText(const cabinet::CabReport& report);

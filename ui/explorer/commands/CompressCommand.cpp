@@ -28,6 +28,24 @@ namespace {
 constexpr std::uint32_t kNoRefusal = 0;
 
 constexpr std::string_view kCabinetExtension = ".cab";
+
+/// Shows the packing in its notice and lets window messages run, with which the user may stop it.
+class PackingObserver final : public base::WorkObserver {
+  public:
+    PackingObserver(frmMsgCompress& notice, const bool& isStopWanted)
+        : notice_(notice), isStopWanted_(isStopWanted) {}
+
+    bool Proceed(const base::WorkStep& step) override {
+        notice_.ShowStep(step);
+        YieldNow();
+        return !notice_.IsStopped() && !isStopWanted_;
+    }
+
+  private:
+    frmMsgCompress& notice_;
+    const bool& isStopWanted_;
+};
+
 constexpr std::string_view kSuiteFolder = "program";
 constexpr std::string_view kSuiteLauncher = "startdeck.exe";
 constexpr std::size_t kDriveRootLength = 3;
@@ -105,15 +123,11 @@ CompressCommand::Next CompressCommand::Pack(const std::string& path) {
     // The cabinet takes its place beside its source, wherever the tree's selection has gone.
     const std::string destination = path.substr(0, path.rfind('\\') + 1);
     frmMsgCompress notice(on_.window.DialogParent());
-    const auto progress = [&](const cabinet::CabProgress& made) {
-        notice.ShowProgress(made);
-        YieldNow();
-        return !notice.IsStopped() && !on_.isStopWanted;
-    };
+    PackingObserver observer(notice, on_.isStopWanted);
     notice.show();
     cabinet::CabReport report;
     const auto compress = isFolder ? CompressFolder : CompressFile;
-    const bool isMade = compress(path, destination, progress, report);
+    const bool isMade = compress(path, destination, observer, report);
     notice.hide();
     if (isMade) {
         hasChangedFolder_ = true;

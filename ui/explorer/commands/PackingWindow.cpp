@@ -22,9 +22,10 @@ frmMsgCompress::frmMsgCompress(QWidget* parent)
     SetFraction(0);
 }
 
-void frmMsgCompress::ShowProgress(const cabinet::CabProgress& progress) {
-    const double fraction = static_cast<double>(progress.done) / static_cast<double>(progress.total);
-    SetPath(ToWindow(progress.file));
+void frmMsgCompress::ShowStep(const base::WorkStep& step) {
+    done_ += step.bytes;
+    const double fraction = step.size > 0 ? static_cast<double>(done_) / static_cast<double>(step.size) : 0;
+    SetPath(ToWindow(step.path));
     SetFraction(fraction);
     SetFigures(QLocale().toString(static_cast<int>(fraction * 100)) + QStringLiteral(" %"));
 }

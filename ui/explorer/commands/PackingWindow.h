@@ -1,6 +1,6 @@
 #pragma once
 
-#include "archive/cabinet/CabCompress.h"
+#include "base/WorkObserver.h"
 #include "ui/common/ProgressWindow.h"
 
 class QLabel;
@@ -15,10 +15,12 @@ class frmMsgCompress : public ProgressWindow {
   public:
     explicit frmMsgCompress(QWidget* parent);
 
-    void ShowProgress(const cabinet::CabProgress& progress);
+    /// Shows what is being packed, and how far the packing is.
+    void ShowStep(const base::WorkStep& step);
 
   private:
     QLabel* Label1_;
+    std::uint64_t done_ = 0; ///< bytes
 };
 
 } // namespace ui
