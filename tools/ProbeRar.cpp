@@ -31,11 +31,7 @@ class Rows final : public rar::RarListObserver {
 
 class Uninterested final : public rar::RarExtractionObserver {
   public:
-    void EntryBegins(rar::RarPass, const std::string&) override {}
-
-    bool EntryProgress(std::uint64_t, std::uint64_t) override { return true; }
-
-    bool EntryDone(rar::RarPass) override { return true; }
+    bool Proceed(const base::WorkStep&) override { return true; }
 };
 
 } // namespace

@@ -102,10 +102,9 @@ std::uint32_t CabFile::OnNotification(std::uintptr_t context, std::uint32_t noti
 }
 
 std::uint32_t CabFile::OnProgress(const FILE_PROGRESS& progress) const {
-    bool cancel = false;
-    if (Progress)
-        Progress(progress.Done, progress.Size, cancel);
-    return cancel ? kCabErrorCancelled : kNoError;
+    const bool goesOn =
+        !Observer || Observer->Proceed({progress.NameInCabinet, 0, progress.Done, progress.Size});
+    return goesOn ? kNoError : kCabErrorCancelled;
 }
 
 std::uint32_t CabFile::OnFileInCabinet(std::uintptr_t mode, FILE_IN_CABINET_INFO& info) {

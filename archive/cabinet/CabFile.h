@@ -1,6 +1,7 @@
 #pragma once
 
 #include "archive/cabinet/CabinetIterator.h"
+#include "base/WorkObserver.h"
 #include "platform/Times.h"
 
 #include <cstdint>
@@ -50,9 +51,9 @@ class CabFile {
     /// A file was written at `path`.
     std::function<void(const std::string& path)> AfterExtract;
 
-    /// So many bytes of a large file have been extracted or compared, of so many. With `cancel` set the
-    /// operation ends with kCabErrorCancelled and nothing of the file remains.
-    std::function<void(std::uint64_t done, std::uint64_t size, bool& cancel)> Progress;
+    /// Called while a large file is extracted or compared, with its size; null: nobody is told. When it stops
+    /// the operation, that ends with kCabErrorCancelled and nothing of the file remains.
+    base::WorkObserver* Observer = nullptr;
 
     /// Raises FileFound for every file, or only for the first one of the name `fileFilter`, in any letter
     /// case.

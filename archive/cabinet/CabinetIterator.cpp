@@ -147,13 +147,14 @@ base::SystemError CabinetIterator::Implementation::Run::Extract(const Entry& ent
 /// Notifies now and then of what was done of a large file.
 Take CabinetIterator::Implementation::Run::Progress(const Entry& entry) const {
     constexpr std::uint64_t kStep = 1u << 20;
-    return [this, progress = FILE_PROGRESS{0, entry.size},
-            next = kStep](std::span<const std::uint8_t> data) mutable -> base::SystemError {
+    return [this, progress = FILE_PROGRESS{entry.name, 0, entry.size}](
+               std::span<const std::uint8_t> data) mutable -> base::SystemError {
         progress.Done += data.size();
-        if (progress.Done < next)
+        if (progress.Done < kStep)
             return {};
-        next = progress.Done + kStep;
-        return Notify(kNotifyFileProgress, &progress);
+        const base::SystemError answer = Notify(kNotifyFileProgress, &progress);
+        progress.Done = 0;
+        return answer;
     };
 }
 

@@ -60,8 +60,9 @@ struct FILEPATHS {
 /// Progress of the file that is being extracted or compared. When the callback returns anything but kNoError,
 /// the iteration ends with that error and nothing of the file remains.
 struct FILE_PROGRESS {
-    std::uint64_t Done = 0; ///< bytes
-    std::uint64_t Size = 0;
+    std::string_view NameInCabinet;
+    std::uint64_t Done = 0; ///< bytes, since the last such notification
+    std::uint64_t Size = 0; ///< of the file
 };
 
 /// The cabinet that continues the set.

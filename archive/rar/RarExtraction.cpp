@@ -18,6 +18,8 @@ namespace rar {
 
 namespace {
 
+enum class RarPass { kTest, kExtract, kCompare };
+
 class RarExtraction {
   public:
     RarExtraction(std::string destination, std::string path, std::string password,
@@ -92,13 +94,13 @@ bool RarExtraction::DoEntry(RarPass pass, RarArchive& archive, std::int32_t entr
         return pass == RarPass::kTest || Check(pass, skipped);
     }
     const std::string name = base::ToLower(header_.FileName);
-    observer_.EntryBegins(pass, pass == RarPass::kTest ? "testing -" + name : name);
+    observer_.EntryBegins(pass == RarPass::kTest ? "testing -" + name : name);
     std::uint64_t done = 0;
     archive.RARSetCallback([&, size = header_.UnpSize](std::span<const std::uint8_t> piece) {
         if (file_ && !IsInFile(piece, done))
             return false;
         done += piece.size();
-        outcome_.stopped = outcome_.stopped || !observer_.EntryProgress(done, size);
+        outcome_.stopped = outcome_.stopped || !observer_.Proceed({header_.FileName, 0, piece.size(), size});
         return !outcome_.stopped;
     });
     const int result = Process(pass, archive);
@@ -112,7 +114,7 @@ bool RarExtraction::DoEntry(RarPass pass, RarArchive& archive, std::int32_t entr
     // The test pass tells nothing of a single entry.
     if (pass != RarPass::kTest && !Check(pass, result))
         return false;
-    outcome_.stopped = !observer_.EntryDone(pass);
+    outcome_.stopped = !observer_.Proceed({.path = header_.FileName, .entries = 1});
     return !outcome_.stopped;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "archive/rar/RarLibrary.h"
+#include "base/WorkObserver.h"
 #include "platform/Times.h"
 
 #include <cstdint>
@@ -28,28 +29,19 @@ class RarListObserver {
     virtual void RarFileFound(const RarFile& file) = 0;
 };
 
-/// An extraction goes over the archive twice, a comparison once.
-enum class RarPass { kTest, kExtract, kCompare };
-
-/// Interface that receives the progress of an extraction. The RAR window implements it.
-class RarExtractionObserver {
+/// Interface that receives the progress of an extraction, a step in each pass: the archive is gone over twice, to
+/// test and to extract, and once to compare. The RAR window implements it.
+///
+/// Proceed is called often within an entry, with its size, and once when it is finished. False ends the
+/// extraction at once, without the entry in hand.
+class RarExtractionObserver : public base::WorkObserver {
   public:
-    virtual ~RarExtractionObserver() = default;
-
     /// The next entry begins. `text` is the text for the destination label, in lower case: in the first pass
     /// "testing -" and the entry's name, in the second the name.
-    virtual void EntryBegins(RarPass pass, const std::string& text) = 0;
-
-    /// `done` of the `size` bytes of the present entry have been unpacked. Called often: the implementation
-    /// shows the progress and lets window messages run. When it returns false, the extraction ends at once,
-    /// without this entry.
-    virtual bool EntryProgress(std::uint64_t done, std::uint64_t size) = 0;
+    virtual void EntryBegins(const std::string& /*text*/) {}
 
     /// This entry, a file or a folder, lies in the destination now.
     virtual void EntryWritten(std::int32_t) {}
-
-    /// The present entry is finished. When it returns false, the extraction ends here.
-    virtual bool EntryDone(RarPass pass) = 0;
 };
 
 /// Which entries are wanted, by their numbers and names of the listing. Empty: all.

@@ -53,7 +53,7 @@ const ArchiveReader* Cls_GetFileType::Reader() const {
 }
 
 std::int16_t Cls_GetFileType::UnPack(const EntrySelection& selection, const std::string& folder,
-                                     output::ExtractionObserver* observer) {
+                                     base::WorkObserver* observer) {
     return Reader() ? reader_->UnPack(selection, folder, observer) : kStatusDone;
 }
 

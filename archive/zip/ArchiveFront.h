@@ -21,7 +21,7 @@ class Cls_GetFileType {
     /// Extracts the selected entries into `folder`; 0 when nothing is loaded. See Cls_Zip::UnPack. `observer`
     /// may be null; the caller keeps it.
     std::int16_t UnPack(const EntrySelection& selection, const std::string& folder,
-                        output::ExtractionObserver* observer = nullptr);
+                        base::WorkObserver* observer = nullptr);
 
     std::int16_t Pack() { return 0; }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "archive/output/ExtractionObserver.h"
+#include "base/WorkObserver.h"
 #include "platform/Times.h"
 
 #include <cstdint>
@@ -28,9 +28,10 @@ class ArchiveReader {
     /// also when none was found; FileCount is then 0.
     virtual std::int16_t Get_Contents(const std::string& fileName) = 0;
     /// Extracts the selected entries of the loaded archive into `folder`. Returns one of the statuses
-    /// above.
+    /// above. The observer, which may be null, is called after each entry, selected or not, and within large
+    /// ones, with their sizes; it can stop the extraction after an entry.
     virtual std::int16_t UnPack(const EntrySelection& selection, const std::string& folder,
-                                output::ExtractionObserver* observer) = 0;
+                                base::WorkObserver* observer) = 0;
     /// Packing is not offered: does nothing and returns kStatusDone.
     virtual std::int16_t Pack() = 0;
     /// Whether the reader can extract entries.

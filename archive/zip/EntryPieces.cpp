@@ -3,8 +3,8 @@
 namespace zip {
 
 EntryPieces::EntryPieces(std::unique_ptr<platform::OutputFile> file, codec::Cls_CRC32& crc,
-                         std::size_t expected, output::ExtractionObserver* observer)
-    : file_(std::move(file)), crc_(crc), expected_(expected), observer_(observer) {
+                         std::string_view name, std::size_t expected, base::WorkObserver* observer)
+    : file_(std::move(file)), crc_(crc), name_(name), expected_(expected), observer_(observer) {
     crc_.ResetCRC32();
 }
 
@@ -14,7 +14,7 @@ void EntryPieces::Take(std::span<const std::uint8_t> piece) {
     if (!failed_ && file_->Write(piece))
         failed_ = true;
     if (observer_)
-        observer_->EntryProgress(size_, expected_);
+        observer_->Proceed({name_, 0, piece.size(), expected_});
 }
 
 bool EntryPieces::Commit(const std::optional<platform::FileTimes>& times) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "archive/codec/Crc32.h"
-#include "archive/output/ExtractionObserver.h"
+#include "base/WorkObserver.h"
 #include "platform/OutputFolder.h"
 
 #include <cstddef>
@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <string_view>
 
 namespace zip {
 
@@ -17,9 +18,10 @@ namespace zip {
 class EntryPieces {
   public:
     /// `crc` and `observer`, which may be null, outlive this; `crc` is used by nothing else meanwhile.
-    /// `expected` bytes are the whole entry, for the observer.
-    EntryPieces(std::unique_ptr<platform::OutputFile> file, codec::Cls_CRC32& crc, std::size_t expected,
-                output::ExtractionObserver* observer);
+    /// `name`, whose text outlives this too, and `expected`, the size of the whole entry, are for the observer.
+    /// It cannot stop the work here: the entry is finished first.
+    EntryPieces(std::unique_ptr<platform::OutputFile> file, codec::Cls_CRC32& crc, std::string_view name,
+                std::size_t expected, base::WorkObserver* observer);
 
     void Take(std::span<const std::uint8_t> piece);
 
@@ -33,8 +35,9 @@ class EntryPieces {
   private:
     std::unique_ptr<platform::OutputFile> file_;
     codec::Cls_CRC32& crc_;
+    std::string_view name_;
     std::size_t expected_;
-    output::ExtractionObserver* observer_;
+    base::WorkObserver* observer_;
     std::size_t size_ = 0;
     bool failed_ = false;
 };

@@ -30,7 +30,7 @@ std::int16_t Cls_Zip::Get_Contents(const std::string& fileName) {
 }
 
 std::int16_t Cls_Zip::UnPack(const EntrySelection& selection, const std::string& folder,
-                             output::ExtractionObserver* observer) {
+                             base::WorkObserver* observer) {
     const auto directory = directory_;
     const auto count = static_cast<std::size_t>(FileCount());
     if (count == 0 || selection.size() != count + 1 || !directory || directory->entries.size() != count)

@@ -22,7 +22,7 @@ class Cls_Zip final : public ArchiveReader {
     /// one position more than there are entries, when the archive cannot be opened any more, or when the last
     /// entry that decided the status has a method that is refused.
     std::int16_t UnPack(const EntrySelection& selection, const std::string& folder,
-                        output::ExtractionObserver* observer) override;
+                        base::WorkObserver* observer) override;
 
     std::int16_t Pack() override { return kStatusDone; }
 

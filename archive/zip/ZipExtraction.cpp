@@ -62,7 +62,7 @@ bool IsFolderEntry(const ArchiveEntry& entry) {
 }
 
 ZipExtraction::ZipExtraction(platform::FileReader& archive, const std::vector<ArchiveEntry>& entries,
-                             std::string folder, output::ExtractionObserver* observer)
+                             std::string folder, base::WorkObserver* observer)
     : archive_(archive), entries_(entries), folder_(AsTarget(std::move(folder))), observer_(observer),
       folders_(folder_, &messages_) {}
 
@@ -81,7 +81,7 @@ std::int16_t ZipExtraction::Run(const EntrySelection& selection) {
             Buffer().Clear();
             Report(IDS_NOT_WRITTEN);
         }
-        if (observer_ && !observer_->EntryDone(number, count)) {
+        if (observer_ && !observer_->Proceed({.path = entryInHand_, .entries = 1})) {
             Buffer().Clear();
             return kStatusRefused;
         }
@@ -208,7 +208,7 @@ bool ZipExtraction::CopyLarge(const ArchiveEntry& entry, const StoredBytes& stor
     auto file = BeginLarge(entry, stored.size);
     if (!file)
         return false;
-    EntryPieces pieces(std::move(file), crc_, stored.size, observer_);
+    EntryPieces pieces(std::move(file), crc_, entryInHand_, stored.size, observer_);
     Buffer().Resize(kPiece);
     while (pieces.Size() < stored.size) {
         const std::size_t wanted = std::min(kPiece, stored.size - pieces.Size());
@@ -229,7 +229,7 @@ bool ZipExtraction::InflateLarge(const ArchiveEntry& entry) {
     auto file = BeginLarge(entry, size);
     if (!file)
         return false;
-    std::optional<EntryPieces> pieces(std::in_place, std::move(file), crc_, size, observer_);
+    std::optional<EntryPieces> pieces(std::in_place, std::move(file), crc_, entryInHand_, size, observer_);
     if (codec::InflateInPieces(Buffer().Span(), entry.uncompressedSize - 1, entry.method == kDeflated64,
                                [&](std::span<const std::uint8_t> piece) { pieces->Take(piece); })) {
         WriteLarge(entry, *pieces);

@@ -2,13 +2,13 @@
 
 #include "archive/codec/Crc32.h"
 #include "archive/codec/TraditionalDecryption.h"
-#include "archive/output/ExtractionObserver.h"
 #include "archive/output/OpenFolders.h"
 #include "archive/output/RepeatedMessages.h"
 #include "archive/zip/ArchiveBytes.h"
 #include "archive/zip/ArchiveEntry.h"
 #include "archive/zip/ArchiveReader.h"
 #include "archive/zip/EntryPieces.h"
+#include "base/WorkObserver.h"
 
 #include <cstdint>
 #include <memory>
@@ -28,7 +28,7 @@ class ZipExtraction {
     /// `archive`, `entries` and `observer`, which may be null, outlive the extraction. `folder` is the
     /// target.
     ZipExtraction(platform::FileReader& archive, const std::vector<ArchiveEntry>& entries, std::string folder,
-                  output::ExtractionObserver* observer);
+                  base::WorkObserver* observer);
 
     /// Extracts the entries whose position in `selection` is true. Returns the status of UnPack.
     std::int16_t Run(const EntrySelection& selection);
@@ -57,7 +57,7 @@ class ZipExtraction {
     ArchiveBytes archive_;
     const std::vector<ArchiveEntry>& entries_;
     std::string folder_;
-    output::ExtractionObserver* observer_;
+    base::WorkObserver* observer_;
     output::RepeatedMessages messages_;
     output::OpenFolders folders_;
     codec::Cls_CRC32 crc_;

@@ -18,6 +18,7 @@
 #include <QPushButton>
 #include <QTimer>
 
+#include <algorithm>
 #include <exception>
 #include <unordered_map>
 
@@ -175,6 +176,21 @@ void ArchiveWindow::ShowProgress(double fraction) {
             lblProBar->setText(percentage);
     }
     Yield();
+}
+
+void ArchiveWindow::StartEntries(double done, double all) {
+    entriesDone_ = done;
+    entriesInAll_ = all;
+    ofEntry_ = 0;
+}
+
+bool ArchiveWindow::Proceed(const base::WorkStep& step) {
+    entriesDone_ += static_cast<double>(step.entries);
+    const double ofEntry =
+        static_cast<double>(step.bytes) / static_cast<double>(std::max<std::uint64_t>(step.size, 1));
+    ofEntry_ = step.entries > 0 ? 0 : std::min(ofEntry_ + ofEntry, 1.0);
+    ShowProgress((entriesDone_ + ofEntry_) / entriesInAll_);
+    return !stopAsked_ || entriesDone_ >= entriesInAll_;
 }
 
 void ArchiveWindow::ShowDestination(const std::string& text) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/WorkObserver.h"
+
 #include <QDialog>
 
 #include <cstddef>
@@ -41,7 +43,7 @@ struct ArchiveWays {
 ///
 /// The window stays responsive while it works. Escape stops the work after the present entry and leaves the
 /// window open; Exit and the window's close button stop it in the same way and then close the window.
-class ArchiveWindow : public QDialog {
+class ArchiveWindow : public QDialog, protected base::WorkObserver {
     Q_OBJECT
 
   public:
@@ -96,6 +98,16 @@ class ArchiveWindow : public QDialog {
 
     /// Fills the strip to this fraction, sets the percentage beside it and lets window messages run.
     void ShowProgress(double fraction);
+
+    /// `done` of `all` entries are finished; Proceed counts on from there.
+    void StartEntries(double done, double all);
+
+    double EntriesDone() const { return entriesDone_; }
+
+    /// Shows a step of an extraction or a comparison and lets window messages run. False when it is to stop;
+    /// after the last entry nothing is left to stop.
+    bool Proceed(const base::WorkStep& step) override;
+
     /// Shows a folder, or the entry that is being extracted, in the destination line.
     void ShowDestination(const std::string& text);
 
@@ -180,6 +192,9 @@ class ArchiveWindow : public QDialog {
     QPushButton* cmdOpen;
     QPushButton* cmdExit;
 
+    double entriesDone_ = 0;
+    double entriesInAll_ = 1;
+    double ofEntry_ = 0; // how much of the present entry is done, from 0 to 1
     bool isListed_ = false;
     bool selectsFirstRow_ = false; // listed, but the first row is not selected yet
     bool isRunning_ = false;       // listing, or a command has begun; it may still be asking for a folder

@@ -181,8 +181,8 @@ void ArchiveWindow::DeleteSource(const std::string& archive, const std::vector<i
 
 bool ArchiveWindow::AreAll(const std::vector<int>& rows, const std::function<bool(const ArchiveRow&)>& is) {
     for (std::size_t i = 0; i < rows.size(); ++i) {
-        ShowProgress(static_cast<double>(i) / static_cast<double>(rows.size()));
-        if (StopAsked() || !is(Model().Row(rows[i])))
+        StartEntries(static_cast<double>(i), static_cast<double>(rows.size()));
+        if (!Proceed({}) || !is(Model().Row(rows[i])))
             return false;
     }
     return true;

@@ -60,22 +60,18 @@ bool frmextract::IsNew(Names& names, const ArchiveRow& row) {
 ArchiveWindow::Outcome frmextract::ExtractRows(Job& job) {
     output::RepeatedMessages messages;
     Names extracted;
-    const auto count = static_cast<double>(job.wanted.size());
     Outcome outcome = Outcome::kDone;
     for (std::size_t i = 0; i < job.wanted.size() && outcome == Outcome::kDone; ++i) {
         const ArchiveRow& row = Model().Row(static_cast<int>(i));
         if (!job.wanted[i])
             continue;
+        StartEntries(static_cast<double>(i), static_cast<double>(job.wanted.size()));
         bool isWritten = true;
         if (IsNew(extracted, row)) {
             cabinet::CabFile& cabinet = Cabinet(row);
             isWritten = false;
             cabinet.AfterExtract = [&](const std::string&) { isWritten = true; };
-            cabinet.Progress = [&](std::uint64_t done, std::uint64_t size, bool& cancel) {
-                ShowProgress(
-                    (static_cast<double>(i) + static_cast<double>(done) / static_cast<double>(size)) / count);
-                cancel = StopAsked();
-            };
+            cabinet.Observer = this;
             const std::string folder = DestinationOf(row, job.folder);
             ShowDestination(folder);
             if (!cabinet.Extract(FullName(row), folder, cabinet.CabName))
@@ -84,11 +80,8 @@ ArchiveWindow::Outcome frmextract::ExtractRows(Job& job) {
                 messages.Report(IDS_NOT_WRITTEN, IDS_WARNING_TITLE, FullName(row));
         }
         job.done[i] = isWritten;
-        if (outcome == Outcome::kDone) {
-            ShowProgress(static_cast<double>(i + 1) / count);
-            if (StopAsked() && i + 1 < job.wanted.size())
-                outcome = Outcome::kStopped;
-        }
+        if (outcome == Outcome::kDone && !Proceed({.path = FullName(row), .entries = 1}))
+            outcome = Outcome::kStopped;
     }
     messages.Finish();
     if (outcome == Outcome::kDone)
@@ -107,7 +100,7 @@ bool frmextract::ReadBack(const std::vector<int>& rows, const std::string& folde
         if (!IsNew(compared, row))
             return true;
         cabinet::CabFile& cabinet = Cabinet(row);
-        cabinet.Progress = [this](std::uint64_t, std::uint64_t, bool& cancel) { cancel = !KeepsGoing(); };
+        cabinet.Observer = this;
         return static_cast<bool>(cabinet.Compare(FullName(row), DestinationOf(row, folder), cabinet.CabName));
     });
 }

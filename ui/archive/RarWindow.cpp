@@ -47,35 +47,23 @@ class frmRarExtract::Listing : public rar::RarListObserver {
     ArchiveListing& listing_;
 };
 
-/// Shows how the passes over one archive after another get on: each entry is a step in each pass.
+/// Follows the passes over one archive after another: each entry is a step in each pass.
 class frmRarExtract::Progress : public rar::RarExtractionObserver {
   public:
-    Progress(frmRarExtract& window, std::size_t entries, int passes)
-        : window_(window), steps_(static_cast<double>(entries) * passes) {}
+    Progress(frmRarExtract& window, std::size_t entries, int passes) : window_(window) {
+        window_.StartEntries(0, static_cast<double>(entries) * passes);
+    }
 
     void Begin(std::int32_t archive) { archive_ = archive; }
 
-    void EntryBegins(rar::RarPass, const std::string& text) override { window_.ShowDestination(text); }
+    void EntryBegins(const std::string& text) override { window_.ShowDestination(text); }
 
-    bool EntryProgress(std::uint64_t done, std::uint64_t size) override {
-        const double ofEntry =
-            static_cast<double>(done) / static_cast<double>(std::max<std::uint64_t>(size, 1));
-        window_.ShowProgress((done_ + std::min(ofEntry, 1.0)) / steps_);
-        return !window_.StopAsked();
-    }
+    bool Proceed(const base::WorkStep& step) override { return window_.Proceed(step); }
 
     void EntryWritten(std::int32_t entry) override { window_.written_.emplace(archive_, entry); }
 
-    bool EntryDone(rar::RarPass) override {
-        window_.ShowProgress(++done_ / steps_);
-        // After the last entry nothing is left to stop.
-        return !window_.StopAsked() || done_ >= steps_;
-    }
-
   private:
     frmRarExtract& window_;
-    double steps_;
-    double done_ = 0;
     std::int32_t archive_ = 0;
 };
 

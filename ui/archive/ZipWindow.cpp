@@ -60,25 +60,13 @@ ArchiveWindow::Outcome frmWinExtract::ExtractRows(Job& job) {
     zip::EntrySelection flags(job.wanted.size() + 1);
     for (std::size_t row = 0; row < job.wanted.size(); ++row)
         flags[static_cast<std::size_t>(entryOf(row))] = job.wanted[row];
-    lastEntryDone_ = 0;
+    StartEntries(0, static_cast<double>(job.wanted.size()));
     const std::int16_t status = front_.UnPack(flags, DestinationOf(Model().Row(0), job.folder), this);
     for (std::size_t row = 0; row < job.wanted.size(); ++row)
-        job.done[row] = job.wanted[row] && entryOf(row) <= lastEntryDone_;
+        job.done[row] = job.wanted[row] && entryOf(row) <= EntriesDone();
     if (status == zip::kStatusDone)
         return Outcome::kDone;
     return StopAsked() ? Outcome::kStopped : Outcome::kFailed;
-}
-
-bool frmWinExtract::EntryDone(std::int32_t entry, std::int32_t count) {
-    lastEntryDone_ = entry;
-    ShowProgress(static_cast<double>(entry) / count);
-    // After the last entry nothing is left to stop.
-    return !StopAsked() || entry == count;
-}
-
-void frmWinExtract::EntryProgress(std::uint64_t done, std::uint64_t size) {
-    const double ofEntry = static_cast<double>(done) / static_cast<double>(std::max<std::uint64_t>(size, 1));
-    ShowProgress((lastEntryDone_ + std::min(ofEntry, 1.0)) / Model().rowCount());
 }
 
 std::string frmWinExtract::TargetOf(const ArchiveRow& row, const std::string& folder) {

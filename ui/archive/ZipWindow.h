@@ -1,13 +1,12 @@
 #pragma once
 
-#include "archive/output/ExtractionObserver.h"
 #include "archive/zip/ArchiveFront.h"
 #include "ui/archive/ArchiveWindow.h"
 
 namespace ui {
 
 /// The ZIP archive window: shows the entries of one archive at a time.
-class frmWinExtract : public ArchiveWindow, private output::ExtractionObserver {
+class frmWinExtract : public ArchiveWindow {
     Q_OBJECT
 
   public:
@@ -34,11 +33,7 @@ class frmWinExtract : public ArchiveWindow, private output::ExtractionObserver {
     std::vector<bool> RowsToOpen(std::vector<bool> selected) override;
 
   private:
-    bool EntryDone(std::int32_t entry, std::int32_t count) override;
-    void EntryProgress(std::uint64_t done, std::uint64_t size) override;
-
     zip::Cls_GetFileType front_;
-    std::int32_t lastEntryDone_ = 0; // of the extraction in hand, or the last one
 };
 
 } // namespace ui

@@ -17,7 +17,6 @@ namespace tests {
 namespace {
 
 using rar::RarListing;
-using rar::RarPass;
 using Texts = std::vector<std::string>;
 using Ids = std::vector<std::uint32_t>;
 
@@ -26,6 +25,7 @@ class Observer final : public rar::RarListObserver, public rar::RarExtractionObs
   public:
     Texts rows;
     Texts labels;
+    std::uint64_t ofEntry = 0;
     std::uint64_t progressed = 0;
     std::uint64_t mostProgress = ~0ull;
     int entriesLeft = 1'000'000;
@@ -39,14 +39,14 @@ class Observer final : public rar::RarListObserver, public rar::RarExtractionObs
                        rar::CurrentRarArchive() + "|" + rar::RarArchiveTimeText());
     }
 
-    void EntryBegins(RarPass, const std::string& text) override { labels.push_back(text); }
+    void EntryBegins(const std::string& text) override { labels.push_back(text); }
 
-    bool EntryProgress(std::uint64_t done, std::uint64_t) override {
-        progressed = std::max(progressed, done);
-        return done <= mostProgress;
+    bool Proceed(const base::WorkStep& step) override {
+        ofEntry = step.entries > 0 ? 0 : ofEntry + step.bytes;
+        progressed = std::max(progressed, ofEntry);
+        entriesLeft -= static_cast<int>(step.entries);
+        return ofEntry <= mostProgress && entriesLeft > 0;
     }
-
-    bool EntryDone(RarPass) override { return --entriesLeft > 0; }
 };
 
 class RarTest : public testing::Test {

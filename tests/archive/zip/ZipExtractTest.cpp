@@ -104,7 +104,6 @@ TEST_F(ZipExtractTest, OnlySelectedEntriesAreWrittenAndAllCountForTheProgress) {
     EXPECT_EQ(front.UnPack({true, false, true, true, false}, dir.MakeFolder("out"), &observer), 0);
     EXPECT_EQ(Written(), (std::vector<std::string>{"b", "c/"}));
     EXPECT_EQ(observer.last, 4);
-    EXPECT_EQ(observer.lastCount, 4);
     for (const std::size_t size : {0u, 1u, 4u, 6u})
         EXPECT_EQ(front.UnPack(zip::EntrySelection(size, true), dir.Path("out"), &observer),
                   zip::kStatusNothing);

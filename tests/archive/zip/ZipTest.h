@@ -1,7 +1,7 @@
 #pragma once
 
-#include "archive/output/ExtractionObserver.h"
 #include "archive/zip/ArchiveFront.h"
+#include "base/WorkObserver.h"
 #include "fakes/RecordingMessages.h"
 #include "support/TestDir.h"
 #include "support/ZipBuilder.h"
@@ -16,20 +16,18 @@ namespace tests {
 
 using Ids = std::vector<std::uint32_t>;
 
-/// Counts the entries that are done, which must come in order, and lets `go` decide whether to go on.
-class CountingObserver final : public output::ExtractionObserver {
+/// Counts the entries that are done, and lets `go` decide whether to go on.
+class CountingObserver final : public base::WorkObserver {
   public:
     explicit CountingObserver(std::function<bool(std::int32_t)> go = [](std::int32_t) { return true; })
         : go_(std::move(go)) {}
 
-    bool EntryDone(std::int32_t entry, std::int32_t count) override {
-        EXPECT_EQ(entry, ++last);
-        lastCount = count;
-        return go_(entry);
+    bool Proceed(const base::WorkStep& step) override {
+        last += static_cast<std::int32_t>(step.entries);
+        return step.entries == 0 || go_(last);
     }
 
     std::int32_t last = 0;
-    std::int32_t lastCount = 0;
 
   private:
     std::function<bool(std::int32_t)> go_;
@@ -51,7 +49,7 @@ class ZipTest : public testing::Test {
     }
 
     /// Extracts everything to E:\out, which exists.
-    std::int16_t UnPackAll(output::ExtractionObserver* observer = nullptr) {
+    std::int16_t UnPackAll(base::WorkObserver* observer = nullptr) {
         return front.UnPack(All(), dir.MakeFolder("out"), observer);
     }
 
