@@ -29,7 +29,7 @@ class TreeCopy {
     TreeCopy(base::WorkObserver& observer, const CopyEnd& source, const CopyEnd& target)
         : work_(observer), ends_{&source, &target} {}
 
-    FileOutcome Run(const EntryName& name, const std::string& from) {
+    base::Outcome Run(const EntryName& name, const std::string& from) {
         CopyEntry({ends_[0]->folder, name, from}, {ends_[1]->folder, name, PathInside(ends_[1]->path, name)});
         return work_.Outcome();
     }
@@ -174,18 +174,18 @@ class TreeCopy {
 
 } // namespace
 
-FileOutcome CopyTree(const std::string& from, const std::string& toFolder, base::WorkObserver& observer) {
+base::Outcome CopyTree(const std::string& from, const std::string& toFolder, base::WorkObserver& observer) {
     EntryName name;
     base::SystemError error;
     CopyEnd source{OpenFolder::Holding(from, name, error), std::string(base::FolderOf(from))};
     if (error) {
         observer.Failed(from, error);
-        return FileOutcome::kFailed;
+        return base::Outcome::kFailed;
     }
     const CopyEnd target{OpenFolder::At(toFolder, Links::kFollowed, error), toFolder};
     if (error) {
         observer.Failed(toFolder, error);
-        return FileOutcome::kFailed;
+        return base::Outcome::kFailed;
     }
     return TreeCopy(observer, source, target).Run(name, from);
 }

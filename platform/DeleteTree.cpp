@@ -10,7 +10,7 @@ class TreeDeletion {
   public:
     explicit TreeDeletion(base::WorkObserver& observer) : work_(observer) {}
 
-    FileOutcome Run(const OpenFolder& folder, const EntryName& name, const std::string& path) {
+    base::Outcome Run(const OpenFolder& folder, const EntryName& name, const std::string& path) {
         DeleteEntry(folder, name, path);
         return work_.Outcome();
     }
@@ -70,13 +70,13 @@ class TreeDeletion {
 
 } // namespace
 
-FileOutcome DeleteTree(const std::string& path, base::WorkObserver& observer) {
+base::Outcome DeleteTree(const std::string& path, base::WorkObserver& observer) {
     EntryName name;
     base::SystemError error;
     const OpenFolder folder = OpenFolder::Holding(path, name, error);
     if (error) {
         observer.Failed(path, error);
-        return FileOutcome::kFailed;
+        return base::Outcome::kFailed;
     }
     return TreeDeletion(observer).Run(folder, name, path);
 }

@@ -29,10 +29,10 @@ class TreeWork {
 
     std::size_t Failures() const { return failures_; }
 
-    FileOutcome Outcome() const {
+    base::Outcome Outcome() const {
         if (isStopped_)
-            return FileOutcome::kStopped;
-        return failures_ > 0 ? FileOutcome::kFailed : FileOutcome::kDone;
+            return base::Outcome::kStopped;
+        return failures_ > 0 ? base::Outcome::kFailed : base::Outcome::kDone;
     }
 
     /// Whether the rest would only fail in the same way after this failure.

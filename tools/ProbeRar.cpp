@@ -29,9 +29,14 @@ class Rows final : public rar::RarListObserver {
     JsonWriter& json_;
 };
 
-class Uninterested final : public rar::RarExtractionObserver {
+/// Counts the entries that are written.
+class Counter final : public rar::RarExtractionObserver {
   public:
+    std::int32_t written = 0;
+
     bool Proceed(const base::WorkStep&) override { return true; }
+
+    void EntryWritten(std::int32_t) override { ++written; }
 };
 
 } // namespace
@@ -40,7 +45,7 @@ void ListRar(const ProbeCommand& command, const ProbeMessages& messages, JsonWri
     json.OpenObject().Key("entries").OpenArray();
     Rows rows(json);
     const auto listing = rar::ListRarArchive(platform::PathFromHost(command.archive), "", rows);
-    json.CloseArray().Key("status").Value(listing == rar::RarListing::kDone ? 0 : 1);
+    json.CloseArray().Key("status").Value(listing == base::Outcome::kDone ? 0 : 1);
     messages.Write(json);
     json.CloseObject();
 }
@@ -73,12 +78,12 @@ void ExtractRar(const ProbeCommand& command, const ProbeMessages& messages, Json
         filter = [&](std::int32_t entry, const std::string&) {
             return std::ranges::count(*command.entries, entry) > 0;
         };
-    Uninterested observer;
-    const rar::RarOutcome outcome = rar::ExtractRarArchive(platform::PathFromHost(command.folder) + '\\',
-                                                           platform::PathFromHost(command.archive),
-                                                           command.password.value_or(""), observer, filter);
-    json.OpenObject().Key("status").Value(outcome.complete ? 0 : 1);
-    json.Key("written").Value(outcome.written);
+    Counter observer;
+    const base::Outcome outcome = rar::ExtractRarArchive(platform::PathFromHost(command.folder) + '\\',
+                                                         platform::PathFromHost(command.archive),
+                                                         command.password.value_or(""), observer, filter);
+    json.OpenObject().Key("status").Value(outcome == base::Outcome::kDone ? 0 : 1);
+    json.Key("written").Value(observer.written);
     messages.Write(json);
     json.CloseObject();
 }

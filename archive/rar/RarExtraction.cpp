@@ -27,11 +27,12 @@ class RarExtraction {
         : destination_(std::move(destination)), path_(std::move(path)), password_(std::move(password)),
           observer_(observer), filter_(filter), folders_(destination_) {}
 
-    RarOutcome Extract() {
+    base::Outcome Extract() {
         const bool done = Pass(RarPass::kTest) && Pass(RarPass::kExtract);
         messages_.Finish();
-        outcome_.complete = done && failures_ == 0;
-        return outcome_;
+        if (isStopped_)
+            return base::Outcome::kStopped;
+        return done && failures_ == 0 ? base::Outcome::kDone : base::Outcome::kFailed;
     }
 
     bool Compare() { return Pass(RarPass::kCompare) && failures_ == 0; }
@@ -55,7 +56,7 @@ class RarExtraction {
     RARHeaderData header_;
     std::unique_ptr<platform::FileReader> file_; // that the entry in hand is compared with
     std::vector<std::uint8_t> buffer_;
-    RarOutcome outcome_;
+    bool isStopped_ = false;
     int failures_ = 0;
 };
 
@@ -100,22 +101,20 @@ bool RarExtraction::DoEntry(RarPass pass, RarArchive& archive, std::int32_t entr
         if (file_ && !IsInFile(piece, done))
             return false;
         done += piece.size();
-        outcome_.stopped = outcome_.stopped || !observer_.Proceed({header_.FileName, 0, piece.size(), size});
-        return !outcome_.stopped;
+        isStopped_ = isStopped_ || !observer_.Proceed({header_.FileName, 0, piece.size(), size});
+        return !isStopped_;
     });
     const int result = Process(pass, archive);
     archive.RARSetCallback({});
-    if (outcome_.stopped)
+    if (isStopped_)
         return false;
-    if (pass == RarPass::kExtract && result == kRarSuccess) {
-        ++outcome_.written;
+    if (pass == RarPass::kExtract && result == kRarSuccess)
         observer_.EntryWritten(entry);
-    }
     // The test pass tells nothing of a single entry.
     if (pass != RarPass::kTest && !Check(pass, result))
         return false;
-    outcome_.stopped = !observer_.Proceed({.path = header_.FileName, .entries = 1});
-    return !outcome_.stopped;
+    isStopped_ = !observer_.Proceed({.path = header_.FileName, .entries = 1});
+    return !isStopped_;
 }
 
 int RarExtraction::Process(RarPass pass, RarArchive& archive) {
@@ -170,12 +169,12 @@ bool RarExtraction::IsInFile(std::span<const std::uint8_t> piece, std::uint64_t 
 
 } // namespace
 
-RarOutcome ExtractRarArchive(const std::string& destination, const std::string& path,
-                             const std::string& password, RarExtractionObserver& observer,
-                             const RarFilter& filter) {
+base::Outcome ExtractRarArchive(const std::string& destination, const std::string& path,
+                                const std::string& password, RarExtractionObserver& observer,
+                                const RarFilter& filter) {
     if (!platform::FileExists(path)) {
         ShowArchiveGone(path);
-        return {};
+        return base::Outcome::kFailed;
     }
     return RarExtraction(destination, path, password, observer, filter).Extract();
 }

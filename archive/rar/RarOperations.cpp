@@ -52,12 +52,13 @@ const std::string& RarArchiveTimeText() {
     return state.timeText;
 }
 
-RarListing ListRarArchive(const std::string& path, const std::string& password, RarListObserver& observer) {
+base::Outcome ListRarArchive(const std::string& path, const std::string& password,
+                             RarListObserver& observer) {
     state = {.archive = path};
     RAROpenArchiveData data{.ArcName = path, .OpenMode = kRarOpenList, .CmtBufSize = kCommentRoom};
     const auto archive = TheRarLibrary().RAROpenArchive(data);
     if (!archive)
-        return ShowOpenStop(data.OpenResult, path) ? RarListing::kEndProgram : RarListing::kDone;
+        return ShowOpenStop(data.OpenResult, path) ? base::Outcome::kFailed : base::Outcome::kDone;
     if (!password.empty())
         archive->RARSetPassword(password);
 
@@ -68,10 +69,10 @@ RarListing ListRarArchive(const std::string& path, const std::string& password, 
     int result = archive->RARReadHeader(header);
     for (std::int32_t entry = 1; result == kRarSuccess; ++entry) {
         if (!ListEntry(*archive, {entry, header.FileName, header.UnpSize}, observer))
-            return RarListing::kEndProgram;
+            return base::Outcome::kFailed;
         result = archive->RARReadHeader(header);
     }
-    return ShowHeaderStop(result) ? RarListing::kEndProgram : RarListing::kDone;
+    return ShowHeaderStop(result) ? base::Outcome::kFailed : base::Outcome::kDone;
 }
 
 bool CheckRarResult(int code, const RARHeaderData& header) {

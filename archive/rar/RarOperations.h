@@ -1,6 +1,7 @@
 #pragma once
 
 #include "archive/rar/RarLibrary.h"
+#include "base/Outcome.h"
 #include "base/WorkObserver.h"
 #include "platform/Times.h"
 
@@ -47,19 +48,6 @@ class RarExtractionObserver : public base::WorkObserver {
 /// Which entries are wanted, by their numbers and names of the listing. Empty: all.
 using RarFilter = std::function<bool(std::int32_t entry, const std::string& name)>;
 
-/// How a listing ended.
-enum class RarListing {
-    kDone,       ///< also when the archive could not be opened for a reason that has no message
-    kEndProgram, ///< a stop message was shown: the program ends now
-};
-
-/// How an extraction ended.
-struct RarOutcome {
-    bool complete = false;    ///< every wanted entry was extracted, and the archive read to its end
-    bool stopped = false;     ///< the observer ended it
-    std::int32_t written = 0; ///< entries extracted, folders included
-};
-
 /// Path of the archive listed last, or being listed.
 const std::string& CurrentRarArchive();
 
@@ -70,17 +58,18 @@ const std::string& RarEntryNames();
 const platform::SystemTime& RarArchiveTime();
 const std::string& RarArchiveTimeText();
 
-/// Lists an archive. A failure shows its stop message (title IDS_ERROR_TITLE).
-RarListing ListRarArchive(const std::string& path, const std::string& password, RarListObserver& observer);
+/// Lists an archive. A failure shows its stop message (title IDS_ERROR_TITLE), after which the program ends. An
+/// archive that cannot be opened for a reason without a message is done, with nothing found.
+base::Outcome ListRarArchive(const std::string& path, const std::string& password, RarListObserver& observer);
 
 /// Tests, then extracts the wanted entries of an archive into `destination`, which ends in a backslash, with
 /// the folders that are stored in the archive. Failures show their messages (title IDS_WARNING_TITLE). Each
 /// of the two passes unpacks each wanted entry once. Nothing else in the destination changes, and nothing
 /// outside it. Links, and entries that would be written outside the destination, count as files that cannot
-/// be created.
-RarOutcome ExtractRarArchive(const std::string& destination, const std::string& path,
-                             const std::string& password, RarExtractionObserver& observer,
-                             const RarFilter& filter = {});
+/// be created. Done means that every wanted entry was extracted, and the archive read to its end.
+base::Outcome ExtractRarArchive(const std::string& destination, const std::string& path,
+                                const std::string& password, RarExtractionObserver& observer,
+                                const RarFilter& filter = {});
 
 /// Unpacks the wanted entries once more and compares them with the files in `destination`. Returns whether
 /// all are there, complete and unchanged. An archive may be deleted only after that. Shows no message.

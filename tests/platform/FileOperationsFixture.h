@@ -34,12 +34,12 @@ using Failures = std::vector<std::pair<std::string, std::uint32_t>>;
 
 class FileOperations : public testing::Test {
   protected:
-    platform::FileOutcome Copy(const std::string& from, const std::string& toFolder) {
+    base::Outcome Copy(const std::string& from, const std::string& toFolder) {
         watcher_ = {};
         return platform::CopyTree(TestDir::Path(from), TestDir::Path(toFolder), watcher_);
     }
 
-    platform::FileOutcome Delete(const std::string& path) {
+    base::Outcome Delete(const std::string& path) {
         watcher_ = {};
         return platform::DeleteTree(TestDir::Path(path), watcher_);
     }

@@ -11,7 +11,7 @@
 namespace {
 
 namespace fs = std::filesystem;
-using platform::FileOutcome;
+using base::Outcome;
 using tests::Failures;
 using tests::FileOperations;
 
@@ -23,7 +23,7 @@ TEST_F(FileOperations, CopyKeepsContentTimesAndPermissions) {
     fs::last_write_time(dir_.Host("from/inner/run.sh"), then);
     fs::permissions(dir_.Host("from/inner/run.sh"), fs::perms(0540));
     fs::permissions(dir_.Host("from/inner"), fs::perms(0750));
-    ASSERT_EQ(Copy("from", "to"), FileOutcome::kDone);
+    ASSERT_EQ(Copy("from", "to"), Outcome::kDone);
     EXPECT_EQ(dir_.Read("to/from/inner/run.sh"), dir_.Read("from/inner/run.sh"));
     EXPECT_EQ(dir_.Read("to/from/empty"), "");
     for (const std::string name : {"from/inner/run.sh", "from/inner"}) {
@@ -40,7 +40,7 @@ TEST_F(FileOperations, CopyReplacesFilesAndFillsFolders) {
     dir_.MakeFile("to/from/a", "old");
     dir_.MakeFile("to/from/b", "kept");
     tests::Protect(dir_.Host("to/from/a"));
-    EXPECT_EQ(Copy("from", "to"), FileOutcome::kDone);
+    EXPECT_EQ(Copy("from", "to"), Outcome::kDone);
     EXPECT_EQ(dir_.Read("to/from/a"), "new");
     EXPECT_EQ(dir_.Read("to/from/b"), "kept");
     // A link in the place of the target gives way; what it points at stays.
@@ -48,7 +48,7 @@ TEST_F(FileOperations, CopyReplacesFilesAndFillsFolders) {
     fs::remove(dir_.Host("to/from/a"));
     if (!tests::MakeLink(dir_.Host("elsewhere"), dir_.Host("to/from/a")))
         GTEST_SKIP() << "no links here";
-    EXPECT_EQ(Copy("from/a", "to/from"), FileOutcome::kDone);
+    EXPECT_EQ(Copy("from/a", "to/from"), Outcome::kDone);
     EXPECT_EQ(dir_.Read("elsewhere"), "safe");
     EXPECT_FALSE(fs::is_symlink(dir_.Host("to/from/a")));
 }
@@ -56,8 +56,8 @@ TEST_F(FileOperations, CopyReplacesFilesAndFillsFolders) {
 TEST_F(FileOperations, CopyNeverPutsAFileForAFolder) {
     dir_.MakeFile("x/name", "file");
     dir_.MakeFile("y/name/inner", "deep");
-    EXPECT_EQ(Copy("x/name", "y"), FileOutcome::kFailed);
-    EXPECT_EQ(Copy("y/name", "x"), FileOutcome::kFailed);
+    EXPECT_EQ(Copy("x/name", "y"), Outcome::kFailed);
+    EXPECT_EQ(Copy("y/name", "x"), Outcome::kFailed);
     EXPECT_EQ(watcher_.failures, (Failures{{"E:\\x\\name", base::kErrorAlreadyExists}}));
     EXPECT_EQ(dir_.Read("x/name"), "file");
     EXPECT_EQ(dir_.Read("y/name/inner"), "deep");
@@ -65,8 +65,8 @@ TEST_F(FileOperations, CopyNeverPutsAFileForAFolder) {
 
 TEST_F(FileOperations, CopyOntoItselfAndIntoItself) {
     dir_.MakeFile("a/file", "content");
-    EXPECT_EQ(Copy("a/file", "a"), FileOutcome::kDone);
-    EXPECT_EQ(Copy("a", ""), FileOutcome::kDone);
+    EXPECT_EQ(Copy("a/file", "a"), Outcome::kDone);
+    EXPECT_EQ(Copy("a", ""), Outcome::kDone);
     EXPECT_EQ(dir_.Read("a/file"), "content");
     EXPECT_EQ(dir_.Count("a"), 1U);
     dir_.MakeFolder("a/b");
@@ -74,7 +74,7 @@ TEST_F(FileOperations, CopyOntoItselfAndIntoItself) {
     EXPECT_TRUE(platform::IsWithin("E:\\a", "E:\\A"));
     EXPECT_FALSE(platform::IsWithin("E:\\a\\b", "E:\\a"));
     // Even when asked to, it ends, and copies only what was there.
-    EXPECT_EQ(Copy("a", "a/b"), FileOutcome::kFailed);
+    EXPECT_EQ(Copy("a", "a/b"), Outcome::kFailed);
     EXPECT_EQ(dir_.Read("a/b/a/file"), "content");
     EXPECT_EQ(dir_.Read("a/file"), "content");
 }
@@ -89,7 +89,7 @@ TEST_F(FileOperations, CopyTakesWhatLinksPointAtAndNeverLoops) {
     tests::MakeLink("..", dir_.Host("from/up"));
     tests::MakeLink("nowhere", dir_.Host("from/broken"));
     tests::MakeLink("self", dir_.Host("from/self"));
-    EXPECT_EQ(Copy("from", "to"), FileOutcome::kFailed);
+    EXPECT_EQ(Copy("from", "to"), Outcome::kFailed);
     EXPECT_EQ(dir_.Read("to/from/file"), "content");
     EXPECT_EQ(dir_.Read("to/from/folder/file"), "content");
     EXPECT_FALSE(fs::is_symlink(dir_.Host("to/from/folder")));
@@ -107,7 +107,7 @@ TEST_F(FileOperations, CopyStoppedHalfWayLeavesEveryFileWhole) {
     dir_.MakeFile("to/big", old);
     watcher_ = {};
     watcher_.goOn = [this](const std::string&) { return watcher_.bytes == 0; };
-    EXPECT_EQ(platform::CopyTree("E:\\from\\big", "E:\\to", watcher_), FileOutcome::kStopped);
+    EXPECT_EQ(platform::CopyTree("E:\\from\\big", "E:\\to", watcher_), Outcome::kStopped);
     const auto now = dir_.Read("to/big");
     // Where the file system clones, the copy is over before it can be stopped.
     EXPECT_TRUE(now == old || now == fresh);
@@ -124,14 +124,14 @@ TEST_F(FileOperations, CopyGoesOnPastWhatIsNoFile) {
     if (tests::MakePipe(dir_.Host("from/pipe")) && tests::MakeLink("/dev/zero", dir_.Host("from/device")))
         expected = {{"E:\\from\\device", base::kErrorAccessDenied},
                     {"E:\\from\\pipe", base::kErrorAccessDenied}};
-    EXPECT_EQ(Copy("from", "to"), expected.empty() ? FileOutcome::kDone : FileOutcome::kFailed);
+    EXPECT_EQ(Copy("from", "to"), expected.empty() ? Outcome::kDone : Outcome::kFailed);
     std::ranges::sort(watcher_.failures);
     EXPECT_EQ(watcher_.failures, expected);
     EXPECT_EQ(dir_.Read("to/from/z"), "z");
     EXPECT_EQ(dir_.Count("to/from"), 2U);
-    EXPECT_EQ(Copy("gone", "to"), FileOutcome::kFailed);
+    EXPECT_EQ(Copy("gone", "to"), Outcome::kFailed);
     EXPECT_EQ(watcher_.failures, (Failures{{"E:\\gone", base::kErrorFileNotFound}}));
-    EXPECT_EQ(Copy("from/a", "nowhere"), FileOutcome::kFailed);
+    EXPECT_EQ(Copy("from/a", "nowhere"), Outcome::kFailed);
 }
 
 TEST_F(FileOperations, CopyEndsWhereItsMediumDoes) {
@@ -150,27 +150,27 @@ TEST_F(FileOperations, CopyEndsWhereItsMediumDoes) {
         const tests::SmallDisk disk(dir_.Host("disk"));
         if (!disk.IsMounted())
             GTEST_SKIP() << "mounting is not permitted here";
-        EXPECT_EQ(Copy("from", "disk"), FileOutcome::kFailed);
+        EXPECT_EQ(Copy("from", "disk"), Outcome::kFailed);
         ASSERT_EQ(watcher_.failures.size(), 1U) << "the rest is not tried";
         EXPECT_EQ(watcher_.failures[0].second, base::kErrorDiskFull);
         EXPECT_EQ(wholeFiles("disk/from"), 3U);
         ASSERT_TRUE(disk.Protect());
-        for (const FileOutcome outcome : {Copy("from/1", "disk"), Delete("disk/from")}) {
-            EXPECT_EQ(outcome, FileOutcome::kFailed);
+        for (const Outcome outcome : {Copy("from/1", "disk"), Delete("disk/from")}) {
+            EXPECT_EQ(outcome, Outcome::kFailed);
             EXPECT_EQ(watcher_.failures[0].second, base::kErrorWriteProtect);
         }
         EXPECT_EQ(wholeFiles("disk/from"), 3U);
     }
     tests::SmallDisk disk(dir_.Host("disk"), 1U << 20);
     dir_.MakeFolder("to");
-    ASSERT_EQ(Copy("from", "disk"), FileOutcome::kDone);
+    ASSERT_EQ(Copy("from", "disk"), Outcome::kDone);
     watcher_ = {};
     watcher_.goOn = [&](const std::string&) {
         if (watcher_.entries == 2 && disk.IsMounted())
             disk.PullOut();
         return true;
     };
-    EXPECT_EQ(platform::CopyTree("E:\\disk\\from", "E:\\to", watcher_), FileOutcome::kFailed);
+    EXPECT_EQ(platform::CopyTree("E:\\disk\\from", "E:\\to", watcher_), Outcome::kFailed);
     EXPECT_EQ(watcher_.failures, (Failures{{"E:\\disk", base::kErrorNotReady}})) << "the rest is not tried";
     EXPECT_EQ(wholeFiles("to/from"), 2U);
     EXPECT_EQ(wholeFiles("from"), 6U);
@@ -191,7 +191,7 @@ TEST_F(FileOperations, CopyOntoAMediumThatIsPulledOutLeavesWholeFiles) {
                 disk.PullOut();
             return true;
         };
-        EXPECT_EQ(platform::CopyTree("E:\\from", "E:\\disk", watcher_), FileOutcome::kFailed);
+        EXPECT_EQ(platform::CopyTree("E:\\from", "E:\\disk", watcher_), Outcome::kFailed);
         EXPECT_EQ(watcher_.failures, (Failures{{"E:\\disk", base::kErrorNotReady}}));
         EXPECT_EQ(dir_.Count("disk"), 0U) << "nothing goes to what lies below";
         int whole = 0;
@@ -221,10 +221,10 @@ TEST_F(FileOperations, CopyEndsWhenAnotherFolderStandsInTheTargetsPlace) {
             }
             return true;
         };
-        const FileOutcome outcome = platform::CopyTree("E:\\from", "E:\\to", watcher_);
+        const Outcome outcome = platform::CopyTree("E:\\from", "E:\\to", watcher_);
         if (renaming)
             GTEST_SKIP() << "a folder that is in use keeps its name here";
-        EXPECT_EQ(outcome, FileOutcome::kFailed);
+        EXPECT_EQ(outcome, Outcome::kFailed);
         EXPECT_EQ(watcher_.failures, (Failures{{"E:\\to", base::kErrorNotReady}})) << "the rest is not tried";
         EXPECT_EQ(dir_.Count("to"), 0U);
         EXPECT_FALSE(Exists("away/from/2"));
@@ -240,10 +240,10 @@ TEST_F(FileOperations, DeleteTakesLinksAndNotWhatTheyPointAt) {
     const bool hasLinks = tests::MakeLink(dir_.Host("precious"), dir_.Host("doomed/link")) &&
                           tests::MakeLink("loop", dir_.Host("doomed/loop")) &&
                           tests::MakeLink(dir_.Host("precious"), dir_.Host("link"));
-    EXPECT_EQ(Delete("doomed"), FileOutcome::kDone);
+    EXPECT_EQ(Delete("doomed"), Outcome::kDone);
     EXPECT_FALSE(Exists("doomed"));
     EXPECT_EQ(watcher_.entries, hasLinks ? 5U : 3U);
-    EXPECT_EQ(Delete("link"), hasLinks ? FileOutcome::kDone : FileOutcome::kFailed);
+    EXPECT_EQ(Delete("link"), hasLinks ? Outcome::kDone : Outcome::kFailed);
     EXPECT_EQ(dir_.Read("precious/file"), "content");
 }
 
@@ -252,9 +252,9 @@ TEST_F(FileOperations, DeleteStopsAndFailsCleanly) {
         dir_.MakeFile("doomed/" + std::string(name));
     watcher_ = {};
     watcher_.goOn = [this](const std::string&) { return watcher_.entries < 2; };
-    EXPECT_EQ(platform::DeleteTree("E:\\doomed", watcher_), FileOutcome::kStopped);
+    EXPECT_EQ(platform::DeleteTree("E:\\doomed", watcher_), Outcome::kStopped);
     EXPECT_EQ(dir_.Count("doomed"), 2U);
-    EXPECT_EQ(Delete("gone"), FileOutcome::kFailed);
+    EXPECT_EQ(Delete("gone"), Outcome::kFailed);
     EXPECT_EQ(watcher_.failures, (Failures{{"E:\\gone", base::kErrorFileNotFound}}));
 }
 

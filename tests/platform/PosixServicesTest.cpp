@@ -13,8 +13,8 @@
 namespace {
 
 namespace fs = std::filesystem;
+using base::Outcome;
 using base::SystemError;
-using platform::FileOutcome;
 using platform::OutputFolder;
 using tests::Failures;
 using tests::FileOperations;
@@ -30,10 +30,10 @@ TEST_F(FileOperations, AFileTooLargeForItsMediumKeepsNoOtherBack) {
     const rlimit small{100'000, before.rlim_max};
     const auto signal = std::signal(SIGXFSZ, SIG_IGN);
     ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
-    const FileOutcome outcome = Copy("from", "to");
+    const Outcome outcome = Copy("from", "to");
     ::setrlimit(RLIMIT_FSIZE, &before);
     std::signal(SIGXFSZ, signal);
-    EXPECT_EQ(outcome, FileOutcome::kFailed);
+    EXPECT_EQ(outcome, Outcome::kFailed);
     EXPECT_EQ(watcher_.failures, (Failures{{"E:\\from\\large", base::kErrorFileTooLarge}}));
     EXPECT_EQ(dir_.Count("to/from"), 3U);
 }
@@ -61,12 +61,12 @@ TEST_F(FileOperations, PathsLongerThanTheSystemTakes) {
         folder = inner;
     }
     ::close(folder);
-    EXPECT_EQ(Copy("from", "to"), FileOutcome::kDone);
+    EXPECT_EQ(Copy("from", "to"), Outcome::kDone);
     EXPECT_EQ(watcher_.entries, 21U);
     for (const char* tree : {"from", "to/from"})
         EXPECT_EQ(DepthOf(dir_.Host(tree), name), 20) << tree;
     for (const char* tree : {"to", "from"}) {
-        EXPECT_EQ(Delete(tree), FileOutcome::kDone);
+        EXPECT_EQ(Delete(tree), Outcome::kDone);
         EXPECT_FALSE(Exists(tree));
     }
 }
@@ -75,7 +75,7 @@ TEST_F(FileOperations, CopyKeepsNamesThatAreNoText) {
     dir_.MakeFile("from/latin\xE4", "1");
     dir_.MakeFile("from/" + std::string(255, 'n'), "2");
     dir_.MakeFolder("to");
-    EXPECT_EQ(Copy("from", "to"), FileOutcome::kDone);
+    EXPECT_EQ(Copy("from", "to"), Outcome::kDone);
     EXPECT_EQ(dir_.Read("to/from/latin\xE4"), "1");
     EXPECT_EQ(dir_.Read("to/from/" + std::string(255, 'n')), "2");
 }

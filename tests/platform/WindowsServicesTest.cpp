@@ -55,7 +55,7 @@ TEST(WindowsServices, LongPathsAndOddNames) {
     ASSERT_TRUE(entry);
     EXPECT_EQ(entry->name, "?\xE2\x82\xAC.txt") << "what the code page lacks";
     tests::Watcher watcher;
-    EXPECT_EQ(DeleteTree("E:\\" + name, watcher), FileOutcome::kDone);
+    EXPECT_EQ(DeleteTree("E:\\" + name, watcher), base::Outcome::kDone);
     EXPECT_EQ(dir.Count(), 0U);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Outcome.h"
 #include "base/WorkObserver.h"
 
 #include <QDialog>
@@ -54,8 +55,6 @@ class ArchiveWindow : public QDialog, protected base::WorkObserver {
     void reject() override;
 
   protected:
-    enum class Outcome { kDone, kFailed, kStopped };
-
     /// What one command extracts. Rows are numbered as they stand in the list.
     struct Job {
         std::vector<bool> wanted; ///< by row
@@ -70,7 +69,7 @@ class ArchiveWindow : public QDialog, protected base::WorkObserver {
     virtual bool List(std::int32_t archive, ArchiveListing& listing) = 0;
 
     /// Extracts the wanted rows, in any order.
-    virtual Outcome ExtractRows(Job& job) = 0;
+    virtual base::Outcome ExtractRows(Job& job) = 0;
 
     /// Where ExtractRows puts an entry with this job's folder; empty when it refuses to.
     virtual std::string TargetOf(const ArchiveRow& row, const std::string& folder) = 0;

@@ -108,7 +108,7 @@ std::vector<bool> ArchiveWindow::WantedRows() const {
 bool ArchiveWindow::Extract(const std::string& folder) {
     Job job{WantedRows(), folder, {}, false};
     job.done.resize(job.wanted.size());
-    Outcome outcome;
+    base::Outcome outcome;
     {
         const Work work(*this, IDS_EXTRACTING);
         std::optional<BusyCursor> busy;
@@ -117,9 +117,9 @@ bool ArchiveWindow::Extract(const std::string& folder) {
         ShowDestination(folder.empty() ? FolderOfCurrentRow() : folder);
         outcome = ExtractRows(job);
     }
-    if (outcome == Outcome::kStopped)
+    if (outcome == base::Outcome::kStopped)
         return false;
-    if (outcome == Outcome::kFailed) {
+    if (outcome == base::Outcome::kFailed) {
         const bool isSilent = ways_.failsBesideInSilence && folder.empty();
         if (!isSilent)
             Warn(IDS_EXTRACTION_FAILED);

@@ -57,11 +57,11 @@ bool frmextract::IsNew(Names& names, const ArchiveRow& row) {
     return names.emplace(row.archive, base::ToUpper(FullName(row))).second;
 }
 
-ArchiveWindow::Outcome frmextract::ExtractRows(Job& job) {
+base::Outcome frmextract::ExtractRows(Job& job) {
     output::RepeatedMessages messages;
     Names extracted;
-    Outcome outcome = Outcome::kDone;
-    for (std::size_t i = 0; i < job.wanted.size() && outcome == Outcome::kDone; ++i) {
+    base::Outcome outcome = base::Outcome::kDone;
+    for (std::size_t i = 0; i < job.wanted.size() && outcome == base::Outcome::kDone; ++i) {
         const ArchiveRow& row = Model().Row(static_cast<int>(i));
         if (!job.wanted[i])
             continue;
@@ -75,16 +75,16 @@ ArchiveWindow::Outcome frmextract::ExtractRows(Job& job) {
             const std::string folder = DestinationOf(row, job.folder);
             ShowDestination(folder);
             if (!cabinet.Extract(FullName(row), folder, cabinet.CabName))
-                outcome = StopAsked() ? Outcome::kStopped : Outcome::kFailed;
+                outcome = StopAsked() ? base::Outcome::kStopped : base::Outcome::kFailed;
             else if (!isWritten)
                 messages.Report(IDS_NOT_WRITTEN, IDS_WARNING_TITLE, FullName(row));
         }
         job.done[i] = isWritten;
-        if (outcome == Outcome::kDone && !Proceed({.path = FullName(row), .entries = 1}))
-            outcome = Outcome::kStopped;
+        if (outcome == base::Outcome::kDone && !Proceed({.path = FullName(row), .entries = 1}))
+            outcome = base::Outcome::kStopped;
     }
     messages.Finish();
-    if (outcome == Outcome::kDone)
+    if (outcome == base::Outcome::kDone)
         ShowProgress(1);
     return outcome;
 }

@@ -19,7 +19,7 @@ class frmextract : public ArchiveWindow {
 
   protected:
     bool List(std::int32_t archive, ArchiveListing& listing) override;
-    Outcome ExtractRows(Job& job) override;
+    base::Outcome ExtractRows(Job& job) override;
     std::string TargetOf(const ArchiveRow& row, const std::string& folder) override;
     bool ReadBack(const std::vector<int>& rows, const std::string& folder) override;
     void OpenDocument(const ArchiveRow& row, const std::string& path) override;

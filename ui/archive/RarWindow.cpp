@@ -81,7 +81,7 @@ frmRarExtract::frmRarExtract(QWidget* parent)
 bool frmRarExtract::List(std::int32_t archive, ArchiveListing& listing) {
     Listing observer(archive, listing);
     const std::string path = listing.archives[static_cast<std::size_t>(archive)].path;
-    endsProgram_ = rar::ListRarArchive(path, "", observer) == rar::RarListing::kEndProgram;
+    endsProgram_ = rar::ListRarArchive(path, "", observer) == base::Outcome::kFailed;
     if (endsProgram_)
         close();
     return !endsProgram_;
@@ -103,7 +103,7 @@ std::vector<bool> frmRarExtract::RowsToWrite(const Job& job) {
     return rows;
 }
 
-ArchiveWindow::Outcome frmRarExtract::ExtractRows(Job& job) {
+base::Outcome frmRarExtract::ExtractRows(Job& job) {
     const std::vector<bool> rows = RowsToWrite(job);
     if (!job.isOpening && !AllChecked()) {
         Rows()->Rows().SetFlags(rows);
@@ -126,19 +126,19 @@ ArchiveWindow::Outcome frmRarExtract::ExtractRows(Job& job) {
     }
     written_.clear();
     Progress progress(*this, count, 2);
-    Outcome outcome = Outcome::kDone;
+    base::Outcome outcome = base::Outcome::kDone;
     for (const std::int32_t archive : order) {
         const std::vector<bool>& wanted = entries[static_cast<std::size_t>(archive)];
         const std::string& path = Model().Archives()[static_cast<std::size_t>(archive)].path;
         progress.Begin(archive);
         const std::string folder = job.folder.empty() ? path.substr(0, path.rfind('\\') + 1) : job.folder;
-        const rar::RarOutcome result =
+        const base::Outcome result =
             rar::ExtractRarArchive(folder, path, "", progress, [&](std::int32_t entry, const std::string&) {
                 return static_cast<std::size_t>(entry) < wanted.size() &&
                        wanted[static_cast<std::size_t>(entry)];
             });
-        if (result.stopped) {
-            outcome = Outcome::kStopped;
+        if (result == base::Outcome::kStopped) {
+            outcome = base::Outcome::kStopped;
             break;
         }
         ShowDestination(folder);

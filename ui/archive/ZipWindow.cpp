@@ -55,7 +55,7 @@ bool frmWinExtract::List(std::int32_t archive, ArchiveListing& listing) {
     return true;
 }
 
-ArchiveWindow::Outcome frmWinExtract::ExtractRows(Job& job) {
+base::Outcome frmWinExtract::ExtractRows(Job& job) {
     const auto entryOf = [this](std::size_t row) { return Model().Row(static_cast<int>(row)).entry; };
     zip::EntrySelection flags(job.wanted.size() + 1);
     for (std::size_t row = 0; row < job.wanted.size(); ++row)
@@ -65,8 +65,8 @@ ArchiveWindow::Outcome frmWinExtract::ExtractRows(Job& job) {
     for (std::size_t row = 0; row < job.wanted.size(); ++row)
         job.done[row] = job.wanted[row] && entryOf(row) <= EntriesDone();
     if (status == zip::kStatusDone)
-        return Outcome::kDone;
-    return StopAsked() ? Outcome::kStopped : Outcome::kFailed;
+        return base::Outcome::kDone;
+    return StopAsked() ? base::Outcome::kStopped : base::Outcome::kFailed;
 }
 
 std::string frmWinExtract::TargetOf(const ArchiveRow& row, const std::string& folder) {

@@ -35,7 +35,7 @@ bool ShellCopy(const std::string& from, const std::string& toFolder) {
     const ShellAnswer answer = AskShell(ShellWork::kCopy, source, toFolder);
     if (answer != ShellAnswer::kNotTaken)
         return work.HasTaken(answer);
-    return platform::CopyTree(source, toFolder, work) == platform::FileOutcome::kDone;
+    return platform::CopyTree(source, toFolder, work) == base::Outcome::kDone;
 }
 
 bool ShellRename(const std::string& from, const std::string& to) {

@@ -49,7 +49,7 @@ bool ShellDelete(const std::string& path) {
     const ShellAnswer answer = AskShell(ShellWork::kDelete, bare);
     if (answer != ShellAnswer::kNotTaken)
         return work.HasTaken(answer);
-    return platform::DeleteTree(bare, work) == platform::FileOutcome::kDone;
+    return platform::DeleteTree(bare, work) == base::Outcome::kDone;
 }
 
 bool ShellDeleteFolder(const std::string& path) {

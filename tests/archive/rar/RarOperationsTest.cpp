@@ -16,7 +16,7 @@
 namespace tests {
 namespace {
 
-using rar::RarListing;
+using base::Outcome;
 using Texts = std::vector<std::string>;
 using Ids = std::vector<std::uint32_t>;
 
@@ -29,6 +29,7 @@ class Observer final : public rar::RarListObserver, public rar::RarExtractionObs
     std::uint64_t progressed = 0;
     std::uint64_t mostProgress = ~0ull;
     int entriesLeft = 1'000'000;
+    int written = 0;
 
     std::string TimeText(const platform::SystemTime& local) override {
         return std::to_string(local.year) + "-" + std::to_string(local.hour);
@@ -47,13 +48,16 @@ class Observer final : public rar::RarListObserver, public rar::RarExtractionObs
         entriesLeft -= static_cast<int>(step.entries);
         return ofEntry <= mostProgress && entriesLeft > 0;
     }
+
+    void EntryWritten(std::int32_t) override { ++written; }
 };
 
 class RarTest : public testing::Test {
   protected:
-    RarListing List(const std::string& archive) { return rar::ListRarArchive(archive, "", observer); }
+    Outcome List(const std::string& archive) { return rar::ListRarArchive(archive, "", observer); }
 
-    rar::RarOutcome Extract(const rar::RarFilter& filter = {}) {
+    Outcome Extract(const rar::RarFilter& filter = {}) {
+        observer.written = 0;
         return rar::ExtractRarArchive(TestDir::Path("out\\"), path, password, observer, filter);
     }
 
@@ -91,11 +95,11 @@ TEST_F(RarTest, ListsEveryEntry) {
     std::filesystem::last_write_time(
         dir.Host("A.rar"),
         std::chrono::file_clock::from_sys(std::chrono::sys_seconds(std::chrono::seconds(1'588'723'200))));
-    EXPECT_EQ(List(path), RarListing::kDone);
+    EXPECT_EQ(List(path), Outcome::kDone);
     EXPECT_EQ(observer.rows, (Texts{"1|sub\\One.txt|7|E:\\A.rar|2020-2", "2|sub|0|E:\\A.rar|2020-2",
                                     "3|two|2|E:\\A.rar|2020-2"}));
     EXPECT_EQ(rar::RarEntryNames(), "sub\\One.txt\r\nsub\r\ntwo\r\n");
-    EXPECT_EQ(List(dir.MakeFile("b.rar", "no archive")), RarListing::kEndProgram);
+    EXPECT_EQ(List(dir.MakeFile("b.rar", "no archive")), Outcome::kFailed);
     EXPECT_EQ(rar::RarEntryNames(), "");
     EXPECT_EQ(rar::CurrentRarArchive(), "E:\\b.rar");
     ASSERT_EQ(messages.shown.size(), 1u);
@@ -125,7 +129,7 @@ TEST_F(RarCodesTest, ListingEndsTheProgramWithItsMessage) {
     for (const auto& one : kCases) {
         MakeScript(one.script);
         messages.shown.clear();
-        EXPECT_EQ(List(path), RarListing::kEndProgram) << one.script;
+        EXPECT_EQ(List(path), Outcome::kFailed) << one.script;
         ASSERT_EQ(messages.shown.size(), 1u) << one.script;
         EXPECT_EQ(messages.shown[0].id, one.id) << one.script;
         EXPECT_EQ(messages.shown[0].text, one.text) << one.script;
@@ -133,7 +137,7 @@ TEST_F(RarCodesTest, ListingEndsTheProgramWithItsMessage) {
     messages.shown.clear();
     for (const char* quiet : {"open 14\n", "open 18\n", "a f x 0\nheaders 18\n", "a f x 111\nb f x 120\n"}) {
         MakeScript(quiet);
-        EXPECT_EQ(List(path), RarListing::kDone) << quiet;
+        EXPECT_EQ(List(path), Outcome::kDone) << quiet;
     }
     EXPECT_TRUE(messages.shown.empty());
     EXPECT_EQ(rar::RarEntryNames(), "") << "what cannot be skipped is not named";
@@ -166,9 +170,9 @@ TEST_F(RarCodesTest, ChecksEveryResult) {
 
 TEST_F(RarTest, TestsThenExtracts) {
     Make({{"Sub/One.txt", "content"}, {"Sub/Deep", "", true}, {"two", "22"}});
-    const rar::RarOutcome outcome = Extract();
-    EXPECT_TRUE(outcome.complete);
-    EXPECT_EQ(outcome.written, 3);
+    const Outcome outcome = Extract();
+    EXPECT_EQ(outcome, Outcome::kDone);
+    EXPECT_EQ(observer.written, 3);
     EXPECT_EQ(observer.labels, (Texts{"testing -sub\\one.txt", "testing -sub\\deep", "testing -two",
                                       "sub\\one.txt", "sub\\deep", "two"}));
     EXPECT_EQ(observer.progressed, 7u);
@@ -189,8 +193,8 @@ TEST_F(RarTest, ExtractsOnlyWhatIsWanted) {
     dir.MakeFile("out/b", "old b");
     const auto outcome =
         Extract([](std::int32_t entry, const std::string& name) { return entry == 1 && name == "a"; });
-    EXPECT_TRUE(outcome.complete);
-    EXPECT_EQ(outcome.written, 1);
+    EXPECT_EQ(outcome, Outcome::kDone);
+    EXPECT_EQ(observer.written, 1);
     EXPECT_EQ(dir.Read("out/a"), "new a");
     EXPECT_EQ(dir.Read("out/b"), "old b");
     EXPECT_EQ(dir.Count("out"), 2u);
@@ -209,14 +213,15 @@ TEST_F(RarTest, StaysInTheTargetAndMakesNoLinks) {
     dir.MakeFolder("out");
     if (MakeLink(dir.Host("elsewhere"), dir.Host("out/sub"))) {
         const auto outcome = Extract();
-        EXPECT_FALSE(outcome.complete);
-        EXPECT_EQ(outcome.written, 0) << "the folder there is a link, which is not followed";
+        EXPECT_EQ(outcome, Outcome::kFailed);
+        EXPECT_EQ(observer.written, 0) << "the folder there is a link, which is not followed";
         EXPECT_EQ(messages.Ids(), Ids(14, IDS_RAR_CANNOT_CREATE));
         EXPECT_EQ(dir.Count("elsewhere"), 0u);
         std::filesystem::remove(dir.Host("out/sub"));
     }
     messages.shown.clear();
-    EXPECT_EQ(Extract().written, 1);
+    EXPECT_EQ(Extract(), Outcome::kFailed);
+    EXPECT_EQ(observer.written, 1);
     EXPECT_EQ(messages.Ids(), Ids(13, IDS_RAR_CANNOT_CREATE));
     EXPECT_EQ(dir.Read("out/sub/both/ways"), "good");
     EXPECT_EQ(dir.Count(), 3u) << "the archive, elsewhere and out";
@@ -225,7 +230,7 @@ TEST_F(RarTest, StaysInTheTargetAndMakesNoLinks) {
 
 TEST_F(RarTest, LaterEntriesOfANameReplaceEarlierOnes) {
     Make({{"same", "first"}, {"same", "second"}, {"same", "third"}});
-    EXPECT_TRUE(Extract().complete);
+    EXPECT_EQ(Extract(), Outcome::kDone);
     EXPECT_EQ(dir.Read("out/same"), "third");
     EXPECT_FALSE(Compare()) << "two of the three contents are only in the archive";
 }
@@ -237,15 +242,16 @@ TEST_F(RarTest, NeverCallsComplete) {
         path = dir.MakeFile("A.rar", bytes);
         return Extract();
     };
-    EXPECT_TRUE(outcomeOf(whole).complete);
-    EXPECT_FALSE(outcomeOf(whole.substr(0, whole.size() - 1)).complete);
+    EXPECT_EQ(outcomeOf(whole), Outcome::kDone);
+    EXPECT_EQ(outcomeOf(whole.substr(0, whole.size() - 1)), Outcome::kFailed);
     std::string damaged = whole;
     damaged[damaged.find("content b")] = 'C';
-    EXPECT_EQ(outcomeOf(damaged).written, 1) << "what came before stays";
+    EXPECT_EQ(outcomeOf(damaged), Outcome::kFailed);
+    EXPECT_EQ(observer.written, 1) << "what came before stays";
     EXPECT_EQ(messages.Ids().back(), 530u);
     std::filesystem::remove(dir.Host("A.rar"));
     messages.shown.clear();
-    EXPECT_FALSE(Extract().complete);
+    EXPECT_EQ(Extract(), Outcome::kFailed);
     EXPECT_EQ(messages.Ids(), Ids{IDS_RAR_ARCHIVE_GONE});
     EXPECT_TRUE(messages.shown[0].text.ends_with("\nE:\\A.rar"));
 }
@@ -253,15 +259,14 @@ TEST_F(RarTest, NeverCallsComplete) {
 TEST_F(RarTest, EndsWhereTheObserverSaysSo) {
     Make({{"a", "content a"}, {"b", "content b"}});
     observer.entriesLeft = 3;
-    rar::RarOutcome outcome = Extract();
-    EXPECT_TRUE(outcome.stopped);
-    EXPECT_FALSE(outcome.complete);
-    EXPECT_EQ(outcome.written, 1);
+    Outcome outcome = Extract();
+    EXPECT_EQ(outcome, Outcome::kStopped);
+    EXPECT_EQ(observer.written, 1);
     EXPECT_EQ(dir.Count("out"), 1u);
     observer.entriesLeft = 99;
     observer.mostProgress = 5;
     outcome = Extract();
-    EXPECT_TRUE(outcome.stopped);
+    EXPECT_EQ(outcome, Outcome::kStopped);
     EXPECT_EQ(dir.Count("out"), 1u);
     EXPECT_TRUE(messages.shown.empty()) << "who stops is told nothing";
 }
@@ -273,41 +278,45 @@ TEST_F(RarTest, GoesOnPastFilesThatCannotBeWritten) {
         const SmallDisk disk(dir.Host("out"));
         if (!disk.IsMounted())
             GTEST_SKIP() << "mounting takes a super-user";
-        EXPECT_EQ(Extract().written, 1);
+        EXPECT_EQ(Extract(), Outcome::kFailed);
+        EXPECT_EQ(observer.written, 1);
         EXPECT_EQ(messages.Ids(), Ids{IDS_RAR_WRITE_ERROR});
         EXPECT_EQ(dir.Read("out/small"), "s");
         EXPECT_EQ(dir.Count("out"), 1u) << "nothing of the big one";
         ASSERT_TRUE(disk.Protect());
         messages.shown.clear();
-        EXPECT_FALSE(Extract().complete);
+        EXPECT_EQ(Extract(), Outcome::kFailed);
         EXPECT_EQ(messages.Ids(), (Ids{IDS_RAR_CANNOT_CREATE, IDS_RAR_CANNOT_CREATE}));
     }
     std::filesystem::create_directory(dir.Host("out/small"));
     messages.shown.clear();
-    EXPECT_EQ(Extract().written, 1);
+    EXPECT_EQ(Extract(), Outcome::kFailed);
+    EXPECT_EQ(observer.written, 1);
     EXPECT_EQ(messages.Ids(), Ids{IDS_RAR_CANNOT_CREATE}) << "a folder has the name";
 }
 
 TEST_F(RarCodesTest, ExtractionFollowsTheCodes) {
     MakeScript("a f one 16\nb f two 0\nc f three 19\nd f four 20\n");
-    rar::RarOutcome outcome = Extract();
-    EXPECT_FALSE(outcome.complete);
-    EXPECT_EQ(outcome.written, 1);
+    Outcome outcome = Extract();
+    EXPECT_EQ(outcome, Outcome::kFailed);
+    EXPECT_EQ(observer.written, 1);
     EXPECT_EQ(messages.Ids(), (Ids{IDS_RAR_CANNOT_CREATE, IDS_RAR_WRITE_ERROR, IDS_RAR_BUFFER_TOO_SMALL}));
     MakeScript("a f one 0\nb f two 12\nc f three 0\n");
     messages.shown.clear();
-    EXPECT_EQ(Extract().written, 1) << "stops at b";
+    EXPECT_EQ(Extract(), Outcome::kFailed);
+    EXPECT_EQ(observer.written, 1) << "stops at b";
     EXPECT_EQ(messages.Ids(), Ids{IDS_RAR_BAD_DATA});
     for (const auto& [script, id] :
          {std::pair{"a f x 0\nheaders 15\n", 533u}, {"a f x 0\nclose 17\n", 535u}, {"open 13\n", 531u}}) {
         MakeScript(script);
         messages.shown.clear();
-        EXPECT_EQ(Extract().written, 0) << script << ": the test pass ends it";
+        EXPECT_EQ(Extract(), Outcome::kFailed);
+        EXPECT_EQ(observer.written, 0) << script << ": the test pass ends it";
         EXPECT_EQ(messages.Ids(), Ids{id}) << script;
     }
     MakeScript("a f PASSWORD 0\n");
     password = "secret";
-    EXPECT_TRUE(Extract().complete);
+    EXPECT_EQ(Extract(), Outcome::kDone);
     EXPECT_EQ(dir.Read("out/a"), "secret");
 }
 
