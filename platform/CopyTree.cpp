@@ -91,7 +91,7 @@ class TreeCopy {
             Fail(from, error);
             return;
         }
-        FileCopy target = to.folder.StartCopy(error);
+        NewFile target = to.folder.StartFile(NewFileUse::kCopy, error);
         if (error) {
             Fail(to, error);
             return;
@@ -107,13 +107,16 @@ class TreeCopy {
             Fail(from, error);
     }
 
-    base::SystemError Complete(const OpenedFile& source, FileCopy& target, const EntryName& name,
+    base::SystemError Complete(const OpenedFile& source, NewFile& target, const EntryName& name,
                                bool replaces) const {
-        target.KeepTraits(source);
+        target.KeepTraits(source, ReadOnlyMark::kKept);
         // Before they take the place of others, the bytes are on the medium.
         if (const base::SystemError error = replaces ? target.Sync() : base::SystemError{})
             return error;
-        return ends_[1]->folder.IsInPlace() ? target.TakeName(name) : base::SystemError{base::kErrorNotReady};
+        if (!ends_[1]->folder.IsInPlace())
+            return {base::kErrorNotReady};
+        // The person has chosen to replace what is there, read-only files too.
+        return target.TakeName(name, Replacing::kReadOnlyToo, Durability::kLater);
     }
 
     void CopyFolder(const Place& from, const Place& to, const EntryStatus& status) {

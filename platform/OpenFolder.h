@@ -1,12 +1,12 @@
 #pragma once
 
 #include "base/SystemError.h"
+#include "platform/EntryName.h"
 #include "platform/FileIdentity.h"
+#include "platform/NewFile.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <filesystem>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -15,15 +15,6 @@
 #include <vector>
 
 namespace platform {
-
-/// The name of a file or folder exactly as the system keeps it. Not every such name is text.
-using EntryName = std::filesystem::path::string_type;
-
-/// The name as text, to be shown; "?" or a replacement character stands for what is no text.
-std::string TextOf(const EntryName& name);
-
-/// The name that this text means.
-EntryName EntryNameOf(std::string_view text);
 
 /// What is meant by a name that belongs to a link: what the link leads to, or the link itself.
 enum class Links { kFollowed, kThemselves };
@@ -66,41 +57,6 @@ class OpenedFile {
     std::unique_ptr<Host> host_;
 };
 
-/// How copying a file's bytes ended.
-struct CopyResult {
-    base::SystemError error;
-    bool wasStopped = false;
-};
-
-/// A copy of a file that is being made in an open folder, under a temporary name. One that has not taken its
-/// name leaves nothing behind.
-class FileCopy {
-  public:
-    struct Host;
-
-    FileCopy();
-    explicit FileCopy(std::unique_ptr<Host> host);
-    ~FileCopy();
-    FileCopy(FileCopy&& other) noexcept;
-    FileCopy& operator=(FileCopy&& other) noexcept;
-
-    /// Puts all bytes of `from` into it. `goOn` is told of every few megabytes done; false stops the copy.
-    CopyResult Fill(const OpenedFile& from, const std::function<bool(std::uint64_t bytes)>& goOn);
-
-    /// Gives it the times and permissions of `from`. A medium that keeps neither is no failure.
-    void KeepTraits(const OpenedFile& from);
-
-    /// Brings its bytes onto the medium.
-    base::SystemError Sync();
-
-    /// Closes it and gives it its name, in place of a file or a link that has it, read-only ones included. A
-    /// folder is not replaced and makes this fail. Call it once.
-    base::SystemError TakeName(const EntryName& name);
-
-  private:
-    std::unique_ptr<Host> host_;
-};
-
 /// A folder that is held open. What is done through it reaches what is in this very folder, even when
 /// somebody renames the folder meanwhile or puts a link in its place. All names are names of entries, not
 /// paths. A function that has an `error` sets it on failure and clears it on success.
@@ -121,6 +77,9 @@ class OpenFolder {
     /// Opens the folder that holds the entry at `path`, and puts the entry's name there into `name`. The root
     /// of a drive is in no folder, which fails with kErrorPathNotFound.
     static OpenFolder Holding(const std::string& path, EntryName& name, base::SystemError& error);
+
+    /// The same for what a link at `path` leads to, where there is one and it leads to something.
+    static OpenFolder HoldingTarget(const std::string& path, EntryName& name, base::SystemError& error);
 
     /// Whether the path that it was opened by, with At() or Holding(), still leads to it. False when its
     /// medium has been taken away.
@@ -158,8 +117,12 @@ class OpenFolder {
     /// said of it, links not followed.
     base::SystemError Remove(const EntryName& name, const EntryStatus& status) const;
 
-    /// Starts a copy of a file in this folder, which must stay open for the copy's life.
-    FileCopy StartCopy(base::SystemError& error) const;
+    /// Starts a file under a temporary name. The folder must stay open for the file's life.
+    NewFile StartFile(NewFileUse use, base::SystemError& error) const;
+
+    /// Makes a file that has its own name at once. A name that is in use fails with kErrorFileExists. The
+    /// folder must stay open for the file's life.
+    NewFile CreateFile(const EntryName& name, base::SystemError& error) const;
 
   private:
     std::unique_ptr<Host> host_;

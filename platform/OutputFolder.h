@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/SystemError.h"
-#include "platform/Times.h"
+#include "platform/NewFile.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -12,22 +12,6 @@
 #include <string_view>
 
 namespace platform {
-
-/// Times given to a file that is written, all UTC.
-struct FileTimes {
-    FileTime creation;
-    FileTime lastAccess;
-    FileTime lastWrite;
-};
-
-/// What a file is given besides its content when it is complete.
-struct FileTraits {
-    /// Without times the file keeps the time of writing. Times that cannot be set are no failure.
-    std::optional<FileTimes> times;
-    /// The file can be started as a program by everybody who may read it, where the system has such a
-    /// permission.
-    bool executable = false;
-};
 
 /// A file being written under a temporary name. Destroyed without a successful Commit() it leaves nothing
 /// behind.

@@ -4,13 +4,11 @@
 #include "platform/posix/files/HostAttributes.h"
 #include "platform/posix/files/HostError.h"
 #include "platform/posix/files/HostFile.h"
-#include "platform/posix/files/Replacement.h"
 #include "platform/posix/paths/DriveTable.h"
 #include "platform/posix/paths/HostNames.h"
 #include "platform/posix/paths/WorkingFolder.h"
 
 #include <cerrno>
-#include <fcntl.h>
 #include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -19,10 +17,6 @@ namespace platform {
 namespace {
 
 constexpr base::SystemError kNoSuchPath{base::kErrorPathNotFound};
-
-std::span<const std::uint8_t> BytesOf(std::span<const char> content) {
-    return {reinterpret_cast<const std::uint8_t*>(content.data()), content.size()};
-}
 
 /// The part of a host path behind its last slash, empty for a root.
 std::string_view LastName(const std::string& hostPath) {
@@ -98,39 +92,6 @@ std::optional<std::string> ReadWholeFile(const std::string& path, std::uint64_t 
         return std::nullopt;
     content.resize(count);
     return content;
-}
-
-base::SystemError WriteWholeFile(const std::string& path, std::span<const char> content) {
-    const std::string host = HostPathOf(path);
-    if (host.empty())
-        return kNoSuchPath;
-    Replacement replacement(host);
-    if (replacement.Error())
-        return replacement.Error();
-    if (const base::SystemError error = WriteFully(replacement.File(), BytesOf(content)))
-        return error;
-    return replacement.Commit();
-}
-
-base::SystemError CreateNewFile(const std::string& path, std::span<const char> content) {
-    const std::string host = HostPathOf(path);
-    if (host.empty())
-        return kNoSuchPath;
-    HostFile file(::open(host.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666));
-    if (!file.IsOpen())
-        return errno == EEXIST ? base::SystemError{base::kErrorFileExists}
-                               : ErrorForPath(errno, host, Access::kWrite);
-    base::SystemError error = WriteFully(file, BytesOf(content));
-    if (!error && ::fsync(file.Descriptor()) != 0)
-        error = ErrorFromErrno(errno, Access::kWrite);
-    const base::SystemError closing = file.Close();
-    if (!error)
-        error = closing;
-    if (error)
-        ::unlink(host.c_str());
-    else
-        SyncFolder(ParentOf(host));
-    return error;
 }
 
 } // namespace platform

@@ -1,35 +1,36 @@
 #pragma once
 
-#include "platform/OutputFolder.h"
-#include "platform/posix/files/TemporaryFile.h"
+#include "platform/NewFile.h"
+#include "platform/posix/files/HostFile.h"
 
-#include <fcntl.h>
-#include <memory>
 #include <string>
 
 namespace platform {
 
-/// A file written under a temporary name inside an open folder.
-class NewFile final : public OutputFile {
-  public:
-    /// `folder` must stay open for the file's life.
-    static std::unique_ptr<NewFile> Start(int folder, std::string hostName, base::SystemError& error);
+struct NewFile::Host {
+    HostFile file;
+    int folder;       ///< stays open for the file's life
+    std::string name; ///< that it has now; empty once there is nothing to take away
 
-    base::SystemError Write(std::span<const std::uint8_t> data) override;
-    base::SystemError Commit(const FileTraits& traits) override;
+    Host(HostFile made, int in, std::string as) : file(std::move(made)), folder(in), name(std::move(as)) {}
 
-  private:
-    NewFile(int folder, std::string hostName)
-        : folder_(folder), hostName_(std::move(hostName)), staged_(folder, "", O_WRONLY, 0666) {}
+    ~Host();
+    Host(const Host&) = delete;
+    Host& operator=(const Host&) = delete;
 
-    void ApplyTraits(const FileTraits& traits) const;
-
-    /// Takes the name, and replaces another file that has it.
-    base::SystemError Replace();
-
-    int folder_;
-    std::string hostName_;
-    TemporaryFile staged_;
+    base::SystemError End(Durability durability);
+    base::SystemError Rename(const std::string& to, unsigned flags);
+    base::SystemError RenameOver(const std::string& to);
+    void SyncName(Durability durability) const;
 };
+
+/// Starts a file under a temporary name in an open folder, which stays open for the file's life.
+NewFile StartFileIn(int folder, NewFileUse use, base::SystemError& error);
+
+/// Makes a file that has its own name at once. A name that is in use fails with kErrorFileExists.
+NewFile CreateFileIn(int folder, const std::string& hostName, base::SystemError& error);
+
+/// Deletes the entry if it is a staged file that nobody is writing any more.
+void RemoveIfAbandoned(int folder, const std::string& hostName);
 
 } // namespace platform

@@ -1,13 +1,15 @@
 #include "platform/OpenFolder.h"
 
 #include "platform/HostPath.h"
-#include "platform/posix/files/FileCopy.h"
 #include "platform/posix/files/HostAttributes.h"
 #include "platform/posix/files/HostError.h"
+#include "platform/posix/files/NewFile.h"
+#include "platform/posix/files/OpenedFile.h"
 #include "platform/posix/paths/FolderNames.h"
 #include "platform/posix/paths/HostNames.h"
 
 #include <cerrno>
+#include <cstdlib>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -89,16 +91,39 @@ OpenFolder OpenFolder::At(const std::string& path, Links links, base::SystemErro
     return error ? OpenFolder() : OpenFolder(std::make_unique<Host>(std::move(folder), host));
 }
 
-OpenFolder OpenFolder::Holding(const std::string& path, EntryName& name, base::SystemError& error) {
-    const std::string host = HostPathOf(path);
+namespace {
+
+/// Opens the folder that holds the entry at a host path.
+HostFile OpenParent(const std::string& host, EntryName& name, base::SystemError& error) {
     name = host.substr(host.find_last_of('/') + 1);
     error = kNoSuchPath;
     if (name.empty())
         return {};
-    std::string parent = ParentOf(host);
-    HostFile folder = OpenAt(AT_FDCWD, parent, Links::kFollowed);
+    HostFile folder = OpenAt(AT_FDCWD, ParentOf(host), Links::kFollowed);
     error = folder.IsOpen() ? base::SystemError{} : ErrorForPath(errno, host, Access::kWrite);
-    return error ? OpenFolder() : OpenFolder(std::make_unique<Host>(std::move(folder), std::move(parent)));
+    return folder;
+}
+
+/// Where the link at `host` leads; the path itself when it is no link or leads nowhere.
+std::string LinkTarget(const std::string& host) {
+    char* resolved = ::realpath(host.c_str(), nullptr);
+    std::string target = resolved == nullptr ? host : resolved;
+    std::free(resolved);
+    return target;
+}
+
+} // namespace
+
+OpenFolder OpenFolder::Holding(const std::string& path, EntryName& name, base::SystemError& error) {
+    const std::string host = HostPathOf(path);
+    HostFile folder = OpenParent(host, name, error);
+    return error ? OpenFolder() : OpenFolder(std::make_unique<Host>(std::move(folder), ParentOf(host)));
+}
+
+OpenFolder OpenFolder::HoldingTarget(const std::string& path, EntryName& name, base::SystemError& error) {
+    const std::string host = LinkTarget(HostPathOf(path));
+    HostFile folder = OpenParent(host, name, error);
+    return error ? OpenFolder() : OpenFolder(std::make_unique<Host>(std::move(folder), ParentOf(host)));
 }
 
 bool OpenFolder::IsInPlace() const {
@@ -187,13 +212,21 @@ void OpenFolder::KeepTraits(const EntryName& name, const OpenFolder& from) const
 
     const HostFile made = OpenAt(host_->Descriptor(), name, Links::kThemselves);
     if (made.IsOpen() && ::fstat(from.host_->Descriptor(), &status) == 0)
-        platform::KeepTraits(made, status);
+        GiveTraits(made, status, status.st_mode);
 }
 
-FileCopy OpenFolder::StartCopy(base::SystemError& error) const {
-    auto copy = std::make_unique<FileCopy::Host>(host_->Descriptor());
-    error = copy->file.File().IsOpen() ? base::SystemError{} : ErrorFromErrno(errno, Access::kWrite);
-    return error ? FileCopy() : FileCopy(std::move(copy));
+NewFile OpenFolder::StartFile(NewFileUse use, base::SystemError& error) const {
+    if (use == NewFileUse::kStaged) {
+        std::vector<EntryName> names;
+        static_cast<void>(Names(names));
+        for (const EntryName& name : names)
+            RemoveIfAbandoned(host_->Descriptor(), name);
+    }
+    return StartFileIn(host_->Descriptor(), use, error);
+}
+
+NewFile OpenFolder::CreateFile(const EntryName& name, base::SystemError& error) const {
+    return CreateFileIn(host_->Descriptor(), name, error);
 }
 
 } // namespace platform

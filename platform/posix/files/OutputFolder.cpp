@@ -2,10 +2,9 @@
 
 #include "platform/Files.h"
 #include "platform/HostPath.h"
-#include "platform/posix/files/HostAttributes.h"
+#include "platform/NewOutputFile.h"
 #include "platform/posix/files/HostError.h"
 #include "platform/posix/files/HostFile.h"
-#include "platform/posix/files/HostTimes.h"
 #include "platform/posix/files/NewFile.h"
 #include "platform/posix/paths/FolderListing.h"
 #include "platform/posix/paths/HostNames.h"
@@ -22,7 +21,6 @@
 namespace platform {
 namespace {
 
-constexpr int kNewFileFlags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
 constexpr int kFolderFlags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
 
 /// Whether `name` can be one component of a path and nothing more.
@@ -45,11 +43,6 @@ class HostFolder final : public OutputFolder {
     std::unique_ptr<OutputFolder> OpenExact(std::string_view path) override;
 
   private:
-    /// Writes a file that is not there yet; one that cannot be written whole is taken away again.
-    base::SystemError WriteNew(const std::string& hostName, std::span<const std::uint8_t> data,
-                               const std::optional<FileTimes>& times) const;
-    base::SystemError Replace(const std::string& hostName, std::span<const std::uint8_t> data,
-                              const std::optional<FileTimes>& times) const;
     HostFile OpenBelow(const std::string& hostName) const;
 
     HostFile folder_;
@@ -62,41 +55,15 @@ base::SystemError HostFolder::WriteFile(std::string_view name, std::span<const s
     if (!IsPlainName(name))
         return {base::kErrorInvalidName};
     const std::string hostName = HostNameOf(name);
-    base::SystemError error = WriteNew(hostName, data, times);
-    if (error.code == base::kErrorAlreadyExists)
-        error = Replace(hostName, data, times);
+    base::SystemError error;
+    // Nearly always the name is free, and the file can have it at once.
+    if (NewFile file = CreateFileIn(folder_.Descriptor(), hostName, error); !error)
+        error = WriteAndKeep(std::move(file), data, times);
+    else if (error.code == base::kErrorFileExists)
+        error = ReplaceWhole(*this, name, data, times);
     if (!error)
         listing_.Add(hostName);
     return error;
-}
-
-base::SystemError HostFolder::WriteNew(const std::string& hostName, std::span<const std::uint8_t> data,
-                                       const std::optional<FileTimes>& times) const {
-    HostFile file(::openat(folder_.Descriptor(), hostName.c_str(), kNewFileFlags, 0666));
-    if (!file.IsOpen())
-        return ErrorFromErrno(errno, Access::kWrite);
-    base::SystemError error = WriteFully(file, data);
-    if (!error && times) {
-        const timespec hostTimes[] = {HostTimeOf(times->lastAccess), HostTimeOf(times->lastWrite)};
-        // A time that the medium cannot hold leaves the time of writing.
-        static_cast<void>(::futimens(file.Descriptor(), hostTimes));
-    }
-    const base::SystemError closing = file.Close();
-    if (!error)
-        error = closing;
-    if (error)
-        ::unlinkat(folder_.Descriptor(), hostName.c_str(), 0);
-    return error;
-}
-
-base::SystemError HostFolder::Replace(const std::string& hostName, std::span<const std::uint8_t> data,
-                                      const std::optional<FileTimes>& times) const {
-    base::SystemError error;
-    const std::unique_ptr<NewFile> file = NewFile::Start(folder_.Descriptor(), hostName, error);
-    if (file == nullptr)
-        return error;
-    error = file->Write(data);
-    return error ? error : file->Commit({.times = times});
 }
 
 std::unique_ptr<OutputFile> HostFolder::CreateFile(std::string_view name, base::SystemError& error) {
@@ -106,7 +73,8 @@ std::unique_ptr<OutputFile> HostFolder::CreateFile(std::string_view name, base::
     }
     std::string hostName = HostNameOf(name);
     listing_.Add(hostName);
-    return NewFile::Start(folder_.Descriptor(), std::move(hostName), error);
+    NewFile file = StartFileIn(folder_.Descriptor(), NewFileUse::kOutput, error);
+    return error ? nullptr : std::make_unique<NewOutputFile>(std::move(file), std::move(hostName));
 }
 
 HostFile HostFolder::OpenBelow(const std::string& hostName) const {

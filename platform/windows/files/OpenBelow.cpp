@@ -40,7 +40,7 @@ Handle OpenBelow(const Handle& folder, std::wstring_view name, const OpenMode& m
     HANDLE opened = INVALID_HANDLE_VALUE;
     IO_STATUS_BLOCK block{};
     const NTSTATUS status = ::NtCreateFile(&opened, mode.access | SYNCHRONIZE, &attributes, &block, nullptr,
-                                           FILE_ATTRIBUTE_NORMAL, kShareAll, mode.disposition,
+                                           FILE_ATTRIBUTE_NORMAL, mode.share, mode.disposition,
                                            mode.options | FILE_SYNCHRONOUS_IO_NONALERT, nullptr, 0);
     error = status >= 0 ? base::SystemError{} : ErrorOf(status);
     if (error.code == base::kErrorAlreadyExists)

@@ -10,8 +10,9 @@ namespace platform {
 /// How OpenBelow opens what is called by a name.
 struct OpenMode {
     DWORD access;
-    DWORD disposition; ///< FILE_OPEN, FILE_CREATE or FILE_OPEN_IF
-    DWORD options;     ///< FILE_DIRECTORY_FILE, FILE_NON_DIRECTORY_FILE, FILE_OPEN_REPARSE_POINT
+    DWORD disposition;       ///< FILE_OPEN, FILE_CREATE or FILE_OPEN_IF
+    DWORD options;           ///< FILE_DIRECTORY_FILE, FILE_NON_DIRECTORY_FILE, FILE_OPEN_REPARSE_POINT
+    DWORD share = kShareAll; ///< what others may do with it meanwhile
 };
 
 /// Opens or makes the entry `name` of an open folder, or, with backslashes between the names, an entry some

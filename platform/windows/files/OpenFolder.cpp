@@ -1,9 +1,9 @@
 #include "platform/OpenFolder.h"
 
 #include "platform/windows/Wide.h"
-#include "platform/windows/files/FileCopy.h"
+#include "platform/windows/files/NewFile.h"
 #include "platform/windows/files/OpenBelow.h"
-#include "platform/windows/files/TemporaryFile.h"
+#include "platform/windows/files/OpenedFile.h"
 #include "platform/windows/paths/WidePath.h"
 
 #include <algorithm>
@@ -100,8 +100,10 @@ OpenFolder OpenFolder::At(const std::string& path, Links links, base::SystemErro
     return error ? OpenFolder() : OpenFolder(std::make_unique<Host>(std::move(folder), std::move(host)));
 }
 
-OpenFolder OpenFolder::Holding(const std::string& path, EntryName& name, base::SystemError& error) {
-    const std::wstring host = WidePathOf(path);
+namespace {
+
+/// Opens the folder that holds the entry at a host path.
+OpenFolder OpenHolding(const std::wstring& host, EntryName& name, base::SystemError& error) {
     const std::size_t separator = host.find_last_of(L'\\');
     error = kNoSuchPath;
     if (separator == std::wstring::npos || separator + 1 == host.size())
@@ -110,7 +112,36 @@ OpenFolder OpenFolder::Holding(const std::string& path, EntryName& name, base::S
     std::wstring parent = host.substr(0, separator + 1);
     Handle folder = OpenPath(parent, 0);
     error = folder.IsOpen() ? base::SystemError{} : LastError();
-    return error ? OpenFolder() : OpenFolder(std::make_unique<Host>(std::move(folder), std::move(parent)));
+    // What is missing is a part of the path, not the entry itself.
+    if (error.code == base::kErrorFileNotFound)
+        error = kNoSuchPath;
+    return error ? OpenFolder()
+                 : OpenFolder(std::make_unique<OpenFolder::Host>(std::move(folder), std::move(parent)));
+}
+
+/// Where the link at `host` leads; the path itself when it is no link or leads nowhere.
+std::wstring LinkTarget(const std::wstring& host) {
+    const std::optional<HostEntry> entry = DescribeLink(host);
+    if (!entry || !entry->IsLink())
+        return host;
+    const Handle target = OpenToAsk(host);
+    std::wstring path(::GetFinalPathNameByHandleW(target.Get(), nullptr, 0, 0), L'\0');
+    const DWORD length =
+        ::GetFinalPathNameByHandleW(target.Get(), path.data(), static_cast<DWORD>(path.size()), 0);
+    if (length == 0 || length >= path.size())
+        return host;
+    path.resize(length);
+    return path;
+}
+
+} // namespace
+
+OpenFolder OpenFolder::Holding(const std::string& path, EntryName& name, base::SystemError& error) {
+    return OpenHolding(WidePathOf(path), name, error);
+}
+
+OpenFolder OpenFolder::HoldingTarget(const std::string& path, EntryName& name, base::SystemError& error) {
+    return OpenHolding(LinkTarget(WidePathOf(path)), name, error);
 }
 
 bool OpenFolder::IsInPlace() const {
@@ -214,11 +245,18 @@ void OpenFolder::KeepTraits(const EntryName& name, const OpenFolder& from) const
     SetAttributes(made, KeptAttributes(*source));
 }
 
-FileCopy OpenFolder::StartCopy(base::SystemError& error) const {
-    Handle file = OpenBelow(
-        host_->folder, TemporaryName(),
-        {GENERIC_WRITE | FILE_READ_ATTRIBUTES | DELETE, FILE_CREATE, FILE_NON_DIRECTORY_FILE}, error);
-    return error ? FileCopy() : FileCopy(std::make_unique<FileCopy::Host>(std::move(file), host_->folder));
+NewFile OpenFolder::StartFile(NewFileUse use, base::SystemError& error) const {
+    if (use == NewFileUse::kStaged) {
+        std::vector<EntryName> names;
+        static_cast<void>(Names(names));
+        for (const EntryName& name : names)
+            RemoveIfAbandoned(host_->folder, name);
+    }
+    return StartFileIn(host_->folder, error);
+}
+
+NewFile OpenFolder::CreateFile(const EntryName& name, base::SystemError& error) const {
+    return CreateFileIn(host_->folder, name, error);
 }
 
 } // namespace platform

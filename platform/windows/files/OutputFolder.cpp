@@ -1,9 +1,10 @@
 #include "platform/OutputFolder.h"
 
+#include "platform/NewOutputFile.h"
 #include "platform/windows/Wide.h"
 #include "platform/windows/files/Entry.h"
+#include "platform/windows/files/NewFile.h"
 #include "platform/windows/files/OpenBelow.h"
-#include "platform/windows/files/TemporaryFile.h"
 #include "platform/windows/paths/WidePath.h"
 
 #include <algorithm>
@@ -21,62 +22,6 @@ bool IsPlainName(std::string_view name) {
     };
     return !name.empty() && name != "." && name != ".." && std::ranges::all_of(name, isLetter);
 }
-
-/// Times that cannot be set are no failure.
-void SetTimes(const Handle& file, const std::optional<FileTimes>& times) {
-    if (!times)
-        return;
-    const FILETIME created = HostTimeOf(times->creation);
-    const FILETIME accessed = HostTimeOf(times->lastAccess);
-    const FILETIME written = HostTimeOf(times->lastWrite);
-    ::SetFileTime(file.Get(), &created, &accessed, &written);
-}
-
-/// What stands in the folder under that name: a link itself.
-std::optional<HostEntry> DescribeBelow(const Handle& folder, std::wstring_view name) {
-    base::SystemError error;
-    return DescribeHandle(
-        OpenBelow(folder, name, {FILE_READ_ATTRIBUTES, FILE_OPEN, FILE_OPEN_REPARSE_POINT}, error));
-}
-
-/// Makes a file in the folder; it can be deleted and renamed while it is open.
-Handle CreateBelow(const Handle& folder, std::wstring_view name, base::SystemError& error) {
-    return OpenBelow(folder, name, {GENERIC_WRITE | DELETE, FILE_CREATE, FILE_NON_DIRECTORY_FILE}, error);
-}
-
-class HostOutputFile final : public OutputFile {
-  public:
-    HostOutputFile(Handle file, const Handle& folder, std::wstring name)
-        : file_(std::move(file)), folder_(folder), name_(std::move(name)) {}
-
-    ~HostOutputFile() override {
-        if (file_.IsOpen())
-            DeleteOpenFile(file_);
-    }
-
-    HostOutputFile(const HostOutputFile&) = delete;
-    HostOutputFile& operator=(const HostOutputFile&) = delete;
-
-    base::SystemError Write(std::span<const std::uint8_t> data) override { return WriteFully(file_, data); }
-
-    base::SystemError Commit(const FileTraits& traits) override {
-        const std::optional<HostEntry> before = DescribeBelow(folder_, name_);
-        if (before && IsProtected(before->attributes))
-            return {base::kErrorAccessDenied};
-        SetTimes(file_, traits.times);
-        if (before)
-            KeepAttributes(file_, before->attributes);
-        const base::SystemError error = MoveBelow(file_, folder_, name_);
-        if (!error)
-            file_.Close();
-        return error;
-    }
-
-  private:
-    Handle file_;
-    const Handle& folder_;
-    std::wstring name_;
-};
 
 /// Opens the folder itself. Other programs may rename or delete it; what is written goes where it goes.
 class HostFolder final : public OutputFolder {
@@ -98,29 +43,18 @@ base::SystemError HostFolder::WriteFile(std::string_view name, std::span<const s
     if (!IsPlainName(name))
         return {base::kErrorInvalidName};
     base::SystemError error;
-    if (Handle file = CreateBelow(folder_, WideOf(name), error); file.IsOpen()) {
-        error = WriteFully(file, data);
-        if (error)
-            DeleteOpenFile(file);
-        else
-            SetTimes(file, times);
-        return error;
-    }
-    if (error.code != base::kErrorFileExists)
-        return error;
-    const std::unique_ptr<OutputFile> replacement = CreateFile(name, error);
-    if (replacement == nullptr)
-        return error;
-    error = replacement->Write(data);
-    return error ? error : replacement->Commit({.times = times});
+    // Nearly always the name is free, and the file can have it at once.
+    if (NewFile file = CreateFileIn(folder_, WideOf(name), error); !error)
+        return WriteAndKeep(std::move(file), data, times);
+    return error.code == base::kErrorFileExists ? ReplaceWhole(*this, name, data, times) : error;
 }
 
 std::unique_ptr<OutputFile> HostFolder::CreateFile(std::string_view name, base::SystemError& error) {
     error = {base::kErrorInvalidName};
     if (!IsPlainName(name))
         return nullptr;
-    Handle file = CreateBelow(folder_, TemporaryName(), error);
-    return error ? nullptr : std::make_unique<HostOutputFile>(std::move(file), folder_, WideOf(name));
+    NewFile file = StartFileIn(folder_, error);
+    return error ? nullptr : std::make_unique<NewOutputFile>(std::move(file), WideOf(name));
 }
 
 constexpr DWORD kFolderAccess = FILE_LIST_DIRECTORY | FILE_TRAVERSE | FILE_READ_ATTRIBUTES;

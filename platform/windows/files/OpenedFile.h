@@ -11,14 +11,6 @@ struct OpenedFile::Host {
     std::uint64_t offset = 0;
 };
 
-struct FileCopy::Host {
-    Handle file;
-    const Handle& folder;
-    std::uint32_t attributes = 0; ///< that it is to have
-
-    ~Host();
-};
-
 /// The attributes that a copy has from its source.
 std::uint32_t KeptAttributes(const HostEntry& entry);
 
