@@ -2,7 +2,9 @@
 // other files.
 
 #include "platform/FileOperationsFixture.h"
+#include "platform/OpenFolder.h"
 #include "platform/OutputFolder.h"
+#include "platform/StagedFile.h"
 
 #include <csignal>
 #include <fcntl.h>
@@ -16,6 +18,7 @@ namespace fs = std::filesystem;
 using base::Outcome;
 using base::SystemError;
 using platform::OutputFolder;
+using platform::StagedFile;
 using tests::Failures;
 using tests::FileOperations;
 using tests::TestDir;
@@ -91,6 +94,41 @@ TEST(OutputFolder, WorkingFolderIsReachedFromTheRoot) {
     ASSERT_NE(working, nullptr);
     EXPECT_FALSE(working->WriteFile("f", {}, std::nullopt));
     EXPECT_TRUE(fs::exists(dir.Host("cache/pellarion/f")));
+}
+
+// As when a medium is pulled out and another one takes its place: what the open folder still takes would be
+// lost.
+TEST(StagedFile, AFolderThatIsNoLongerInPlaceTakesNoFile) {
+    const TestDir dir;
+    dir.MakeFolder("target");
+    SystemError error{99};
+    auto file = StagedFile::Create("E:\\target", "new", error);
+    ASSERT_NE(file, nullptr) << error.Description();
+    EXPECT_FALSE(file->WriteAt(0, std::vector<std::uint8_t>(10, 'x')));
+    fs::rename(dir.Host("target"), dir.Host("pulled"));
+    dir.MakeFolder("target");
+    EXPECT_EQ(file->Commit().code, base::kErrorNotReady);
+    file.reset();
+    EXPECT_EQ(dir.Count("target") + dir.Count("pulled"), 0U);
+}
+
+// A file of one's own is not open to others while it is copied, and settings keep who may read them.
+TEST(NewFile, HasThePermissionsThatItsUseAsksFor) {
+    const TestDir dir;
+    dir.MakeFile("private", "old");
+    fs::permissions(dir.Host("private"), fs::perms{0600});
+    SystemError error;
+    const auto root = platform::OpenFolder::At("E:\\", platform::Links::kFollowed, error);
+    ASSERT_FALSE(error);
+    const auto permissions = [&](platform::NewFile& file) {
+        EXPECT_FALSE(file.TakeName("f", platform::Replacing::kWritable, platform::Durability::kLater));
+        return fs::status(dir.Host("f")).permissions();
+    };
+    auto copy = root.StartFile(platform::NewFileUse::kCopy, error);
+    EXPECT_EQ(permissions(copy), fs::perms{0600});
+    auto replacement = root.StartFile(platform::NewFileUse::kOutput, error);
+    replacement.KeepOwnership("private");
+    EXPECT_EQ(permissions(replacement), fs::perms{0600});
 }
 
 } // namespace
