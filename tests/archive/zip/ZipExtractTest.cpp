@@ -4,6 +4,7 @@
 #include "archive/zip/ZipTest.h"
 #include "support/HostFiles.h"
 #include "support/RunProgram.h"
+#include "support/SampleText.h"
 
 #include <algorithm>
 #include <random>
@@ -13,18 +14,8 @@ namespace {
 
 using ZipExtractTest = ZipTest;
 
-/// Text with repetitions near and far, as a compressor likes it.
-std::string Prose(std::size_t size) {
-    std::mt19937 random(7);
-    std::string text;
-    while (text.size() < size)
-        text += random() % 3 != 0 ? "the quick brown fox " : std::to_string(random()) + " ";
-    text.resize(size);
-    return text;
-}
-
 TEST_F(ZipExtractTest, ArchivesOfIndependentProgramsComeOutWhole) {
-    const std::string prose = Prose(5000000);
+    const std::string prose = SampleText(5000000);
     dir.MakeFile("in/Docs/prose.txt", prose);
     // Repetitions from 60,000 bytes back, which only one of the methods can name.
     std::string far;
@@ -126,7 +117,7 @@ TEST_F(ZipExtractTest, DamagedEntriesAreReportedAndWritten) {
     shorter.size = 9;
     ZipEntry nothing = StoredEntry("nothing", "");
     nothing.crc = 5;
-    ZipEntry cut = DeflatedEntry("cut", Prose(3000));
+    ZipEntry cut = DeflatedEntry("cut", SampleText(3000));
     cut.stored.resize(cut.stored.size() / 2);
     ZipEntry endless = DeflatedEntry("endless", "small");
     endless.size = 0x7FFFFFFF;
@@ -139,20 +130,20 @@ TEST_F(ZipExtractTest, DamagedEntriesAreReportedAndWritten) {
     EXPECT_EQ(dir.Read("out/altered"), "food bytes");
     EXPECT_EQ(dir.Read("out/shorter"), "12345678");
     EXPECT_EQ(dir.Read("out/nothing"), "");
-    // What a cut stream lacks is read as zero bits, so its size may come out right.
     const std::string part = dir.Read("out/cut").value_or("?");
     EXPECT_FALSE(part.empty());
-    EXPECT_EQ(part.substr(0, 500), Prose(3000).substr(0, 500));
+    EXPECT_EQ(part.substr(0, 500), SampleText(3000).substr(0, 500));
     EXPECT_EQ(dir.Read("out/endless"), "small");
     EXPECT_EQ(dir.Read("out/table"), table.stored) << "a damaged table leaves the stored bytes";
     EXPECT_EQ(dir.Read("out/fine"), "fine");
-    EXPECT_EQ(messages.Ids(), (Ids{IDS_WRONG_CHECKSUM, IDS_WRONG_SIZE, IDS_NO_DATA, IDS_WRONG_CHECKSUM,
-                                   IDS_WRONG_SIZE, IDS_DAMAGED_DATA, IDS_WRONG_CHECKSUM, IDS_WRONG_SIZE}));
+    EXPECT_EQ(messages.Ids(),
+              (Ids{IDS_WRONG_CHECKSUM, IDS_WRONG_SIZE, IDS_NO_DATA, IDS_WRONG_CHECKSUM, IDS_WRONG_SIZE,
+                   IDS_WRONG_SIZE, IDS_DAMAGED_DATA, IDS_WRONG_CHECKSUM, IDS_WRONG_SIZE}));
     EXPECT_EQ(messages.shown[0].flags, app::kMessageError);
 }
 
 TEST_F(ZipExtractTest, DamagedLargeEntriesAreReportedAndWritten) {
-    const std::string prose = Prose(3 << 20);
+    const std::string prose = SampleText(3 << 20);
     ZipEntry altered = DeflatedEntry("altered", prose);
     altered.crc ^= 1;
     ZipEntry longer = DeflatedEntry("longer", prose);
@@ -182,7 +173,7 @@ TEST_F(ZipExtractTest, DamagedLargeEntriesAreReportedAndWritten) {
 }
 
 TEST_F(ZipExtractTest, ALargeEntryInTheWayIsReportedInItsPlace) {
-    ZipEntry entry = DeflatedEntry("file/large", Prose(3 << 20));
+    ZipEntry entry = DeflatedEntry("file/large", SampleText(3 << 20));
     entry.crc ^= 1;
     ZipEntry onFolder = entry;
     onFolder.name = "folder";
@@ -248,7 +239,7 @@ TEST_F(ZipExtractTest, RefusedMethodsSetTheStatusAndUnknownOnesArePassedOver) {
 }
 
 TEST_F(ZipExtractTest, OnePasswordServesTheWholeExtraction) {
-    Load({Encrypted(DeflatedEntry("a.txt", Prose(5000)), "open sesame"),
+    Load({Encrypted(DeflatedEntry("a.txt", SampleText(5000)), "open sesame"),
           Encrypted(StoredEntry("b.txt", "b"), "open sesame")});
     EXPECT_TRUE(front.Encrypted(1));
     messages.replies = {"open sesame", "open sesame"};
@@ -257,7 +248,7 @@ TEST_F(ZipExtractTest, OnePasswordServesTheWholeExtraction) {
     EXPECT_EQ(messages.asked[0].prompt, "Give Password");
     EXPECT_EQ(messages.asked[0].caption, "Password requered");
     EXPECT_TRUE(messages.asked[0].hidden);
-    EXPECT_EQ(dir.Read("out/a.txt"), Prose(5000));
+    EXPECT_EQ(dir.Read("out/a.txt"), SampleText(5000));
     EXPECT_EQ(dir.Read("out/b.txt"), "b");
     EXPECT_EQ(UnPackAll(), 0) << "every extraction asks anew";
     EXPECT_EQ(messages.asked.size(), 2u);
