@@ -1,5 +1,6 @@
 #pragma once
 
+#include "fakes/InUse.h"
 #include "ui/common/FolderPicker.h"
 #include "ui/desktop/DocumentOpener.h"
 
@@ -12,15 +13,8 @@
 namespace fakes {
 
 /// A folder picker for tests: it returns the given folders one after another, then "cancelled".
-class FakeFolderPicker : public ui::FolderPicker {
+class FakeFolderPicker : public InUse<ui::FolderPicker, ui::SetFolderPicker> {
   public:
-    FakeFolderPicker() : before_(ui::SetFolderPicker(this)) {}
-
-    ~FakeFolderPicker() override { ui::SetFolderPicker(before_); }
-
-    FakeFolderPicker(const FakeFolderPicker&) = delete;
-    FakeFolderPicker& operator=(const FakeFolderPicker&) = delete;
-
     std::deque<std::string> folders;
     std::vector<std::string> prompts;
 
@@ -32,21 +26,11 @@ class FakeFolderPicker : public ui::FolderPicker {
         folders.pop_front();
         return folder;
     }
-
-  private:
-    ui::FolderPicker* before_;
 };
 
 /// An opener that only keeps what it is asked to open.
-class FakeDocumentOpener : public ui::DocumentOpener {
+class FakeDocumentOpener : public InUse<ui::DocumentOpener, ui::SetDocumentOpener> {
   public:
-    FakeDocumentOpener() : before_(ui::SetDocumentOpener(this)) {}
-
-    ~FakeDocumentOpener() override { ui::SetDocumentOpener(before_); }
-
-    FakeDocumentOpener(const FakeDocumentOpener&) = delete;
-    FakeDocumentOpener& operator=(const FakeDocumentOpener&) = delete;
-
     std::vector<std::string> opened;
     std::vector<std::string> verbs;
     std::function<void()> onOpen; ///< runs while a document is being opened
@@ -58,9 +42,6 @@ class FakeDocumentOpener : public ui::DocumentOpener {
             onOpen();
         return 42;
     }
-
-  private:
-    ui::DocumentOpener* before_;
 };
 
 } // namespace fakes

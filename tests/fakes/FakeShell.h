@@ -1,5 +1,6 @@
 #pragma once
 
+#include "fakes/InUse.h"
 #include "ui/common/ShowProperties.h"
 #include "ui/desktop/ClipboardFiles.h"
 
@@ -12,15 +13,8 @@
 namespace fakes {
 
 /// A clipboard of the test's own, which can also be out of reach.
-class FakeClipboard : public ui::ClipboardStore {
+class FakeClipboard : public InUse<ui::ClipboardStore, ui::SetClipboardStore> {
   public:
-    FakeClipboard() : before_(ui::SetClipboardStore(this)) {}
-
-    ~FakeClipboard() override { ui::SetClipboardStore(before_); }
-
-    FakeClipboard(const FakeClipboard&) = delete;
-    FakeClipboard& operator=(const FakeClipboard&) = delete;
-
     bool isReachable = true;
     std::unique_ptr<QMimeData> held;
 
@@ -42,21 +36,11 @@ class FakeClipboard : public ui::ClipboardStore {
     }
 
     const QMimeData* Data() override { return isReachable ? held.get() : nullptr; }
-
-  private:
-    ui::ClipboardStore* before_;
 };
 
 /// A properties viewer that only keeps what it is asked to show.
-class FakeProperties : public ui::PropertiesViewer {
+class FakeProperties : public InUse<ui::PropertiesViewer, ui::SetPropertiesViewer> {
   public:
-    FakeProperties() : before_(ui::SetPropertiesViewer(this)) {}
-
-    ~FakeProperties() override { ui::SetPropertiesViewer(before_); }
-
-    FakeProperties(const FakeProperties&) = delete;
-    FakeProperties& operator=(const FakeProperties&) = delete;
-
     std::vector<std::string> shown;
     int result = 42;
 
@@ -64,9 +48,6 @@ class FakeProperties : public ui::PropertiesViewer {
         shown.push_back(path);
         return result;
     }
-
-  private:
-    ui::PropertiesViewer* before_;
 };
 
 } // namespace fakes

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "app/Messages.h"
+#include "fakes/InUse.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -12,9 +14,8 @@
 namespace fakes {
 
 /// The implementation of messages for tests. It keeps every message and prompt, and returns the answers that
-/// the test has given it beforehand. Its constructor puts it in use and its destructor puts back the one
-/// before.
-class RecordingMessages : public app::MessageDoor {
+/// the test has given it beforehand.
+class RecordingMessages : public InUse<app::MessageDoor, app::SetMessages> {
   public:
     /// A prompt as it was put.
     struct Prompt {
@@ -22,13 +23,6 @@ class RecordingMessages : public app::MessageDoor {
         std::string caption;
         bool hidden = false;
     };
-
-    RecordingMessages() : before_(app::SetMessages(this)) {}
-
-    ~RecordingMessages() override { app::SetMessages(before_); }
-
-    RecordingMessages(const RecordingMessages&) = delete;
-    RecordingMessages& operator=(const RecordingMessages&) = delete;
 
     // What happened, in order.
     std::vector<app::Message> shown; ///< every message, those that offer the rest included
@@ -39,6 +33,8 @@ class RecordingMessages : public app::MessageDoor {
     std::deque<int> answers;
     std::deque<bool> restAnswers;
     std::deque<std::optional<std::string>> replies;
+
+    std::function<void()> onAsk; ///< runs while a prompt is open
 
     /// Ids of the messages shown, in order; 0 for a text without one.
     std::vector<std::uint32_t> Ids() const {
@@ -61,6 +57,8 @@ class RecordingMessages : public app::MessageDoor {
 
     std::optional<std::string> Ask(const std::string& prompt, const std::string& caption,
                                    bool hidden) override {
+        if (onAsk)
+            onAsk();
         asked.push_back({prompt, caption, hidden});
         return Next(replies, std::optional<std::string>());
     }
@@ -74,8 +72,6 @@ class RecordingMessages : public app::MessageDoor {
         queue.pop_front();
         return next;
     }
-
-    app::MessageDoor* before_;
 };
 
 } // namespace fakes

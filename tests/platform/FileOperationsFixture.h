@@ -48,11 +48,6 @@ class FileOperations : public testing::Test {
         return platform::RenameEntry(TestDir::Path(from), TestDir::Path(to)).code;
     }
 
-    bool Exists(const std::string& relative) const {
-        return std::filesystem::symlink_status(dir_.Host(relative)).type() !=
-               std::filesystem::file_type::not_found;
-    }
-
     /// No temporary file is left in the folder.
     bool IsClean(const std::string& relative) const {
         for (const auto& entry : std::filesystem::directory_iterator(dir_.Host(relative)))

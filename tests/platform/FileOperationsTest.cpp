@@ -93,7 +93,7 @@ TEST_F(FileOperations, CopyTakesWhatLinksPointAtAndNeverLoops) {
     EXPECT_EQ(dir_.Read("to/from/file"), "content");
     EXPECT_EQ(dir_.Read("to/from/folder/file"), "content");
     EXPECT_FALSE(fs::is_symlink(dir_.Host("to/from/folder")));
-    EXPECT_TRUE(Exists("to/from/x"));
+    EXPECT_TRUE(dir_.Exists("to/from/x"));
     std::map<std::string, std::uint32_t> failed(watcher_.failures.begin(), watcher_.failures.end());
     EXPECT_EQ(failed["E:\\from\\broken"], base::kErrorFileNotFound);
     EXPECT_EQ(failed["E:\\from\\self"], base::kErrorBadPathName);
@@ -227,7 +227,7 @@ TEST_F(FileOperations, CopyEndsWhenAnotherFolderStandsInTheTargetsPlace) {
         EXPECT_EQ(outcome, Outcome::kFailed);
         EXPECT_EQ(watcher_.failures, (Failures{{"E:\\to", base::kErrorNotReady}})) << "the rest is not tried";
         EXPECT_EQ(dir_.Count("to"), 0U);
-        EXPECT_FALSE(Exists("away/from/2"));
+        EXPECT_FALSE(dir_.Exists("away/from/2"));
         EXPECT_EQ(fs::file_size(dir_.Host("away/from/1")), 6'000'000U);
         fs::remove_all(dir_.Host("away"));
     }
@@ -241,7 +241,7 @@ TEST_F(FileOperations, DeleteTakesLinksAndNotWhatTheyPointAt) {
                           tests::MakeLink("loop", dir_.Host("doomed/loop")) &&
                           tests::MakeLink(dir_.Host("precious"), dir_.Host("link"));
     EXPECT_EQ(Delete("doomed"), Outcome::kDone);
-    EXPECT_FALSE(Exists("doomed"));
+    EXPECT_FALSE(dir_.Exists("doomed"));
     EXPECT_EQ(watcher_.entries, hasLinks ? 5U : 3U);
     EXPECT_EQ(Delete("link"), hasLinks ? Outcome::kDone : Outcome::kFailed);
     EXPECT_EQ(dir_.Read("precious/file"), "content");
@@ -265,7 +265,7 @@ TEST_F(FileOperations, RenameRefusesToReplace) {
     EXPECT_EQ(Rename("a.txt", "b.txt"), 0U);
     EXPECT_EQ(dir_.Read("b.txt"), "a");
     EXPECT_EQ(Rename("b.txt", "B.TXT"), 0U) << "only the letter case changes";
-    EXPECT_TRUE(Exists("B.TXT"));
+    EXPECT_TRUE(dir_.Exists("B.TXT"));
     fs::create_hard_link(dir_.Host("B.TXT"), dir_.Host("other"));
     EXPECT_EQ(Rename("B.TXT", "other"), base::kErrorAlreadyExists);
     EXPECT_EQ(dir_.Count(), 3U);
@@ -273,7 +273,7 @@ TEST_F(FileOperations, RenameRefusesToReplace) {
     EXPECT_EQ(Rename("gone", "new"), base::kErrorFileNotFound);
     dir_.MakeFolder("folder");
     EXPECT_EQ(Rename("folder", "Folder 2"), 0U);
-    EXPECT_TRUE(Exists("Folder 2"));
+    EXPECT_TRUE(dir_.Exists("Folder 2"));
 }
 
 TEST_F(FileOperations, NamesForEverySystem) {
@@ -285,7 +285,7 @@ TEST_F(FileOperations, NamesForEverySystem) {
         EXPECT_TRUE(base::IsFileName(name)) << name;
     EXPECT_EQ(Rename("a", "b:c"), base::kErrorInvalidName);
     EXPECT_EQ(Rename("a", ".."), base::kErrorInvalidName);
-    EXPECT_TRUE(Exists("a"));
+    EXPECT_TRUE(dir_.Exists("a"));
     EXPECT_EQ(base::FolderOf("E:\\a"), "E:\\");
     EXPECT_EQ(base::FolderOf("E:\\a\\b"), "E:\\a");
     EXPECT_EQ(base::LastComponent("E:\\a\\b"), "b");

@@ -70,7 +70,7 @@ TEST_F(FileOperations, PathsLongerThanTheSystemTakes) {
         EXPECT_EQ(DepthOf(dir_.Host(tree), name), 20) << tree;
     for (const char* tree : {"to", "from"}) {
         EXPECT_EQ(Delete(tree), Outcome::kDone);
-        EXPECT_FALSE(Exists(tree));
+        EXPECT_FALSE(dir_.Exists(tree));
     }
 }
 
@@ -93,7 +93,7 @@ TEST(OutputFolder, WorkingFolderIsReachedFromTheRoot) {
     const auto working = root->OpenOrCreate("PELLARION", "PELLARION", error);
     ASSERT_NE(working, nullptr);
     EXPECT_FALSE(working->WriteFile("f", {}, std::nullopt));
-    EXPECT_TRUE(fs::exists(dir.Host("cache/pellarion/f")));
+    EXPECT_TRUE(dir.Exists("cache/pellarion/f"));
 }
 
 // As when a medium is pulled out and another one takes its place: what the open folder still takes would be

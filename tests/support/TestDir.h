@@ -111,6 +111,12 @@ class TestDir {
         return std::string(std::istreambuf_iterator<char>(file), {});
     }
 
+    /// Whether an entry of that name is on E:, be it a link that leads nowhere.
+    bool Exists(std::string_view relative) const {
+        return std::filesystem::symlink_status(Host(relative)).type() !=
+               std::filesystem::file_type::not_found;
+    }
+
     /// How many entries the folder `relative` on E: holds.
     std::size_t Count(std::string_view relative = "") const {
         const auto entries = std::filesystem::directory_iterator(Host(relative));

@@ -1,16 +1,9 @@
 #pragma once
 
-#include "app/ApplicationState.h"
-#include "app/TextIds.h"
-#include "app/Texts.h"
-#include "fakes/FakeDesktop.h"
-#include "fakes/RecordingMessages.h"
 #include "support/CabBuilder.h"
-#include "support/HostFiles.h"
 #include "support/RarBuilder.h"
-#include "support/TestDir.h"
 #include "support/ZipBuilder.h"
-#include "ui/ListDriver.h"
+#include "ui/WindowFixture.h"
 #include "ui/archive/CabWindow.h"
 #include "ui/archive/RarWindow.h"
 #include "ui/archive/ZipWindow.h"
@@ -23,28 +16,14 @@
 #include <QTest>
 
 #include <functional>
-#include <gtest/gtest.h>
 #include <memory>
-
-/// Messages that let a test act in the middle of an extraction: while a password is asked for.
-class MessagesInMidWork : public fakes::RecordingMessages {
-  public:
-    std::function<void()> onAsk;
-
-    std::optional<std::string> Ask(const std::string& prompt, const std::string& caption,
-                                   bool hidden) override {
-        if (onAsk)
-            onAsk();
-        return RecordingMessages::Ask(prompt, caption, hidden);
-    }
-};
 
 enum class Format { kZip, kCab, kRar };
 
 using Texts = std::vector<std::string>;
 
 /// An archive window on archives on drive E:, driven as a user does.
-class ArchiveWindows : public QObject, public testing::Test, public ListDriver {
+class ArchiveWindows : public QObject, public ProgramWindow {
   protected:
     /// Runs once, when the window has begun to work.
     std::function<void()> onWork_;
@@ -67,17 +46,13 @@ class ArchiveWindows : public QObject, public testing::Test, public ListDriver {
     };
 
     void SetUp() override {
-        app::Application() = {};
-        app::Application().LanguageId = "0409";
-        app::Application().CharsetCode = "0";
-        app::LoadLanguageLibrary();
-        ASSERT_FALSE(app::LoadText(IDS_NUMBERED_ZIP_TITLE).empty());
+        ProgramWindow::SetUp();
         dir_.MakeFolder("out");
     }
 
     void TearDown() override {
         window_.reset();
-        app::FreeLanguageLibrary();
+        ProgramWindow::TearDown();
     }
 
     static std::string Extension(Format format) {
@@ -153,19 +128,9 @@ class ArchiveWindows : public QObject, public testing::Test, public ListDriver {
 
     QString Percentage() { return Get<QLabel>("lblProBar").text(); }
 
-    bool Exists(const std::string& relative) { return std::filesystem::exists(dir_.Host(relative)); }
-
     static bool ExtractionDone() { return app::Application().ExtractionDone; }
 
-    using Ids = std::vector<std::uint32_t>;
-
-    tests::TestDir dir_;
-    // The text library lies beside the test program.
-    tests::ScopedVariable drives_{"PELLARION_DRIVES", std::string(::getenv("PELLARION_DRIVES")) +
-                                                          ";P=fixed:" + tests::ProgramDir().string()};
-    MessagesInMidWork messages_;
     fakes::FakeFolderPicker picker_;
-    fakes::FakeDocumentOpener opener_;
     std::unique_ptr<ui::ArchiveWindow> window_;
 
   private:

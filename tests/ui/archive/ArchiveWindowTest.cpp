@@ -30,7 +30,7 @@ TEST_P(EveryArchiveWindow, ListsInArchiveOrderAndSortsRowsThatStayMatchedToTheir
     Press("cmdExtract");
     EXPECT_EQ(dir_.Read("out/" + In("x", "c.txt")), "see");
     EXPECT_EQ(dir_.Read("out/" + In("x", "b.txt")), std::string(999, 'b'));
-    EXPECT_FALSE(Exists("out/" + In("x", "A.txt")));
+    EXPECT_FALSE(dir_.Exists("out/" + In("x", "A.txt")));
     EXPECT_EQ(Get<QLabel>("lblDestFile").text(), QStringLiteral("E:\\out\\"));
     EXPECT_FALSE(window_->isVisible());
     EXPECT_TRUE(ExtractionDone());
@@ -47,7 +47,7 @@ TEST_P(EveryArchiveWindow, ExtractsBesideTheArchiveEverythingWhenAllIsChecked) {
     EXPECT_EQ(dir_.Read("sub/" + In("x", "IN/b.txt")), "bee");
     EXPECT_EQ(dir_.Read("sub/" + In("x", "c.txt")), "see");
     EXPECT_EQ(Get<QLabel>("lblDestFile").text(), QStringLiteral("E:\\sub\\"));
-    EXPECT_TRUE(Exists("sub/x" + Extension(F())));
+    EXPECT_TRUE(dir_.Exists("sub/x" + Extension(F())));
     EXPECT_TRUE(ExtractionDone());
 }
 
@@ -79,7 +79,7 @@ TEST_P(EveryArchiveWindow, DeletesOnlyAnArchiveThatWasExtractedWhole) {
     EXPECT_EQ(messages_.Ids(),
               IsZip() ? Ids{IDS_NOT_ALL_EXTRACTED} : (Ids{IDS_NOT_ALL_EXTRACTED, IDS_NOT_ALL_EXTRACTED}))
         << "for each selected row";
-    EXPECT_TRUE(Exists(file));
+    EXPECT_TRUE(dir_.Exists(file));
     EXPECT_FALSE(window_->isVisible());
 
     messages_.shown.clear();
@@ -89,7 +89,7 @@ TEST_P(EveryArchiveWindow, DeletesOnlyAnArchiveThatWasExtractedWhole) {
     picker_.folders = {"E:\\"};
     Press("cmdExtract");
     EXPECT_TRUE(messages_.Ids().empty());
-    EXPECT_FALSE(Exists(file));
+    EXPECT_FALSE(dir_.Exists(file));
     EXPECT_EQ(dir_.Read(In("x", "c.txt")), "see");
 }
 
@@ -100,7 +100,7 @@ TEST_P(EveryArchiveWindow, NamesMayHaveBothSeparators) {
     Press("cmdExtractSame");
     EXPECT_EQ(dir_.Read(In("x", "MIX/IN/a.txt")), "ay");
     EXPECT_TRUE(messages_.Ids().empty());
-    EXPECT_FALSE(Exists(file));
+    EXPECT_FALSE(dir_.Exists(file));
 }
 
 TEST_P(EveryArchiveWindow, KeepsAnArchiveOfWhichSomethingCannotBeReadBack) {
@@ -119,7 +119,7 @@ TEST_P(EveryArchiveWindow, KeepsAnArchiveOfWhichSomethingCannotBeReadBack) {
         Press("cmdExtractSame");
         ASSERT_FALSE(messages_.Ids().empty());
         EXPECT_EQ(messages_.Ids().back(), std::uint32_t{IDS_NOT_READ_BACK});
-        EXPECT_TRUE(Exists(file));
+        EXPECT_TRUE(dir_.Exists(file));
         EXPECT_EQ(dir_.Read("victim.txt"), "mine");
     }
 }
@@ -132,8 +132,8 @@ TEST_P(EveryArchiveWindow, AFullDiskAndAVanishedArchiveLoseNothing) {
         picker_.folders = {"E:\\out"};
         Press("cmdExtract");
         EXPECT_FALSE(messages_.Ids().empty());
-        EXPECT_TRUE(Exists(file));
-        EXPECT_FALSE(Exists("out/" + In("x", "big")));
+        EXPECT_TRUE(dir_.Exists(file));
+        EXPECT_FALSE(dir_.Exists("out/" + In("x", "big")));
     }
     messages_.shown.clear();
     Open(F(), {file});
@@ -143,7 +143,7 @@ TEST_P(EveryArchiveWindow, AFullDiskAndAVanishedArchiveLoseNothing) {
     picker_.folders = {"E:\\out"};
     Press("cmdExtract");
     EXPECT_FALSE(messages_.Ids().empty());
-    EXPECT_FALSE(Exists("out/" + In("x", "small")));
+    EXPECT_FALSE(dir_.Exists("out/" + In("x", "small")));
 }
 
 TEST_P(EveryArchiveWindow, EscapeStopsAfterTheEntryInHandAndExitThenCloses) {
@@ -167,8 +167,8 @@ TEST_P(EveryArchiveWindow, EscapeStopsAfterTheEntryInHandAndExitThenCloses) {
         picker_.folders = {"E:\\out"};
         Press("cmdExtract");
         EXPECT_EQ(window_->isVisible(), !exits);
-        EXPECT_FALSE(Exists("out/" + In("x", "3")));
-        EXPECT_TRUE(Exists(file));
+        EXPECT_FALSE(dir_.Exists("out/" + In("x", "3")));
+        EXPECT_TRUE(dir_.Exists(file));
         EXPECT_FALSE(ExtractionDone());
         EXPECT_TRUE(messages_.Ids().empty());
         EXPECT_TRUE(opener_.opened.empty());
@@ -216,8 +216,8 @@ TEST_P(EveryArchiveWindow, HoldsTensOfThousandsOfEntries) {
     EXPECT_EQ(NameIn(1), "f10");
     ClickRow("f40000");
     Press("cmdExtractSame");
-    EXPECT_TRUE(Exists(In("many", "f40000")));
-    EXPECT_FALSE(Exists(In("many", "f39999")));
+    EXPECT_TRUE(dir_.Exists(In("many", "f40000")));
+    EXPECT_FALSE(dir_.Exists(In("many", "f39999")));
 }
 
 TEST_P(EveryArchiveWindow, EveryControlIsCaptionedNamedAndShownWholeAndTheListTakesTheRoom) {
@@ -293,11 +293,11 @@ TEST_P(SeveralArchives, StandInOneListAndAreJudgedOneByOne) {
     Select({"b2", "a1", "a2"});
     Press("cmdExtractSame");
     EXPECT_EQ(messages_.Ids(), Ids{IDS_NOT_ALL_EXTRACTED});
-    EXPECT_FALSE(Exists(files[0]));
-    EXPECT_TRUE(Exists(files[1]));
+    EXPECT_FALSE(dir_.Exists(files[0]));
+    EXPECT_TRUE(dir_.Exists(files[1]));
     EXPECT_EQ(dir_.Read("one/" + In("A", "a2")), "2");
     EXPECT_EQ(dir_.Read("two/" + In("B", "b2")), "4");
-    EXPECT_FALSE(Exists("two/" + In("B", "b1")));
+    EXPECT_FALSE(dir_.Exists("two/" + In("B", "b1")));
 }
 
 TEST_P(SeveralArchives, MayBeOneGivenTwice) {
@@ -308,7 +308,7 @@ TEST_P(SeveralArchives, MayBeOneGivenTwice) {
     Check("chkDelete");
     Press("cmdExtractSame");
     EXPECT_TRUE(messages_.Ids().empty());
-    EXPECT_FALSE(Exists(file));
+    EXPECT_FALSE(dir_.Exists(file));
     EXPECT_EQ(dir_.Read(In("x", "b")), "2");
 }
 

@@ -39,7 +39,7 @@ TEST_F(RarWindow, OnlyWhatIsSelectedReachesTheTargetAndWhatWasThereStays) {
     EXPECT_EQ(dir_.Read("a"), "1");
     EXPECT_EQ(dir_.Read("b"), "mine");
     EXPECT_EQ(dir_.Read("c"), "3");
-    EXPECT_FALSE(Exists("empty"));
+    EXPECT_FALSE(dir_.Exists("empty"));
     EXPECT_EQ(Get<QProgressBar>("ProgressBar1").value(), Get<QProgressBar>("ProgressBar1").maximum());
 }
 
@@ -56,7 +56,7 @@ TEST_F(RarWindow, FoldersAndEmptyFilesNeedNoSelectionButAreNotLost) {
         picker_.folders = {"E:\\out"};
         Press("cmdExtract");
         EXPECT_EQ(messages_.Ids(), isInTheWay ? Ids{IDS_NOT_READ_BACK} : Ids());
-        EXPECT_EQ(Exists("x.rar"), isInTheWay);
+        EXPECT_EQ(dir_.Exists("x.rar"), isInTheWay);
         EXPECT_EQ(dir_.Read("out/empty"), isInTheWay ? "mine" : "");
         EXPECT_EQ(dir_.Read("out/docs/a"), "1");
         std::filesystem::remove(dir_.Host("out/empty"));
@@ -73,9 +73,9 @@ TEST_F(RarWindow, AnArchiveThatFailsIsKeptAndTheOthersGo) {
     Check("chkDelete");
     Press("cmdExtractSame");
     EXPECT_EQ(messages_.Ids(), (Ids{IDS_RAR_BAD_DATA, IDS_NOT_READ_BACK}));
-    EXPECT_TRUE(Exists("bad.rar"));
-    EXPECT_FALSE(Exists("bad"));
-    EXPECT_FALSE(Exists("fine.rar"));
+    EXPECT_TRUE(dir_.Exists("bad.rar"));
+    EXPECT_FALSE(dir_.Exists("bad"));
+    EXPECT_FALSE(dir_.Exists("fine.rar"));
     EXPECT_EQ(dir_.Read("fine"), "3");
     EXPECT_TRUE(ExtractionDone());
     EXPECT_FALSE(window_->isVisible());

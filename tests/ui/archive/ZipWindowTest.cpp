@@ -90,8 +90,8 @@ TEST_F(ZipWindow, AWrongPasswordLeavesNoFileAndEachCommandEndsInItsOwnWay) {
     EXPECT_EQ(messages_.Ids(), Ids{IDS_WRONG_PASSWORD});
     EXPECT_FALSE(window_->isVisible());
     EXPECT_FALSE(ExtractionDone());
-    EXPECT_TRUE(Exists("locked.zip"));
-    EXPECT_FALSE(Exists("secret") || Exists("out/secret"));
+    EXPECT_TRUE(dir_.Exists("locked.zip"));
+    EXPECT_FALSE(dir_.Exists("secret") || dir_.Exists("out/secret"));
 }
 
 TEST_F(ZipWindow, EscapeAndTheCloseButtonStopInTheMiddleAndTheNextAttemptStartsAfresh) {
@@ -102,14 +102,14 @@ TEST_F(ZipWindow, EscapeAndTheCloseButtonStopInTheMiddleAndTheNextAttemptStartsA
     messages_.onAsk = [&] { QTest::keyClick(window_.get(), Qt::Key_Escape); };
     Press("cmdExtractSame");
     EXPECT_EQ(dir_.Read("secret"), "geheim");
-    EXPECT_FALSE(Exists("last"));
+    EXPECT_FALSE(dir_.Exists("last"));
     EXPECT_EQ(Percentage(), QStringLiteral("67%"));
     EXPECT_TRUE(window_->isVisible());
 
     messages_.onAsk = [&] { window_->close(); };
     Press("cmdExtractSame");
     EXPECT_FALSE(window_->isVisible());
-    EXPECT_FALSE(Exists("last"));
+    EXPECT_FALSE(dir_.Exists("last"));
 
     messages_.onAsk = nullptr;
     OpenZip("locked.zip");
@@ -136,7 +136,7 @@ TEST_F(ZipWindow, AnArchiveThatDidNotComeOutRightIsKeptThoughItsStatusIsDone) {
         Check("chkDelete");
         picker_.folders = {"E:\\out"};
         Press("cmdExtract");
-        EXPECT_TRUE(Exists(archive));
+        EXPECT_TRUE(dir_.Exists(archive));
         EXPECT_EQ(messages_.Ids().back(), std::uint32_t{IDS_NOT_READ_BACK});
         EXPECT_FALSE(window_->isVisible());
     }
@@ -255,7 +255,7 @@ TEST_F(ZipWindow, SeveralArchivesAreShownOneAfterAnotherEachWithItsOwnRows) {
     EXPECT_EQ(user.Done(), 3U);
     EXPECT_EQ(seen, (Texts{"ZIP archive 1 of 3:1", "ZIP archive 2 of 3:0", "ZIP archive 3 of 3:2"}));
     EXPECT_EQ(dir_.Read("1.txt"), "1");
-    EXPECT_FALSE(Exists("3.txt"));
+    EXPECT_FALSE(dir_.Exists("3.txt"));
     EXPECT_FALSE(ExtractionDone());
     EXPECT_GE(clock.elapsed(), 500);
 }

@@ -59,8 +59,8 @@ TEST_F(FileWorkTest, StopButtonEndsTheWholeWork) {
         EXPECT_FALSE(ui::ShellCopy("E:\\two", "E:\\to"));
     }
     EXPECT_EQ(ShownWindow(), nullptr);
-    EXPECT_TRUE(std::filesystem::exists(dir_.Host("to/one/b")));
-    EXPECT_FALSE(std::filesystem::exists(dir_.Host("to/two")));
+    EXPECT_TRUE(dir_.Exists("to/one/b"));
+    EXPECT_FALSE(dir_.Exists("to/two"));
     EXPECT_TRUE(messages_.shown.empty());
 }
 

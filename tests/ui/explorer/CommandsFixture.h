@@ -19,13 +19,6 @@ class CommandsWindow : public ExplorerWindow {
         }
     }
 
-    bool Exists(const std::string& relative) {
-        return std::filesystem::symlink_status(dir_.Host(relative)).type() !=
-               std::filesystem::file_type::not_found;
-    }
-
-    Texts Selected() { return SelectedNames(); }
-
     /// Types a name into the editor that is open in `view`, and waits until that has been dealt with.
     void TypeName(QTreeView& view, const QString& name) {
         const QPointer<QLineEdit> editor = view.viewport()->findChild<QLineEdit*>();

@@ -53,7 +53,7 @@ TEST_F(ExplorerNavigation, DoubleClickAndEnterOpenFoldersFilesAndCabinets) {
     DoubleClickRow("letter.txt");
     EXPECT_EQ(opener_.opened, Texts{"E:\\Docs\\letter.txt"});
     DoubleClickRow("disk1.CAB");
-    EXPECT_EQ(dialogs_.opened, Texts{"CAB E:\\Docs\\disk1.CAB\r\n"});
+    EXPECT_EQ(dialogs_.shown, Texts{"CAB E:\\Docs\\disk1.CAB\r\n"});
     ClickRow("Work");
     QTest::keyClick(&List(), Qt::Key_Return);
     EXPECT_EQ(Location(), "E:\\Docs\\Work");
@@ -69,10 +69,10 @@ TEST_F(ExplorerNavigation, OpenTakesAllSelectedRowsAndExtractReachesTheArchives)
     EXPECT_EQ(window_->SelectedPaths().size(), 4U);
     Trigger("mnuFileOpen");
     EXPECT_EQ(opener_.opened, (Texts{"E:\\Docs\\Work", "E:\\Docs\\letter.txt", "E:\\Docs\\set.rar"}));
-    EXPECT_EQ(dialogs_.opened, Texts{"CAB E:\\Docs\\disk1.CAB\r\n"});
+    EXPECT_EQ(dialogs_.shown, Texts{"CAB E:\\Docs\\disk1.CAB\r\n"});
     ClickRow("set.rar");
     Trigger("mnuFileExtract");
-    EXPECT_EQ(dialogs_.opened.back(), "RAR E:\\Docs\\set.rar\r\n");
+    EXPECT_EQ(dialogs_.shown.back(), "RAR E:\\Docs\\set.rar\r\n");
     EXPECT_EQ(window_->SelectedPaths(), Texts{"E:\\Docs\\set.rar"});
 }
 

@@ -1,17 +1,10 @@
 #pragma once
 
-#include "app/ApplicationState.h"
 #include "app/IniFile.h"
 #include "app/Settings.h"
-#include "app/TextIds.h"
-#include "app/Texts.h"
-#include "fakes/FakeDesktop.h"
-#include "fakes/RecordingMessages.h"
+#include "fakes/FakeArchiveDialogs.h"
 #include "platform/Process.h"
-#include "support/HostFiles.h"
-#include "support/TestDir.h"
-#include "ui/ListDriver.h"
-#include "ui/explorer/commands/ArchiveDialogs.h"
+#include "ui/WindowFixture.h"
 #include "ui/explorer/tree/FolderTreeModel.h"
 #include "ui/explorer/window/MainWindow.h"
 
@@ -21,40 +14,23 @@
 #include <QToolBar>
 
 #include <functional>
-#include <gtest/gtest.h>
-
-/// Archive windows that only keep what they were handed.
-class RecordingDialogs : public ui::ArchiveDialogs {
-  public:
-    std::vector<std::string> opened; ///< "ZIP " and so on with the archives
-
-    void ShowZip(const std::string& archives, QWidget*) override { opened.push_back("ZIP " + archives); }
-
-    void ShowCab(const std::string& archives, QWidget*) override { opened.push_back("CAB " + archives); }
-
-    void ShowRar(const std::string& archives, QWidget*) override { opened.push_back("RAR " + archives); }
-};
 
 /// The main window over a drive E: of its own, driven as a user does. The program folder is the test
 /// program's.
-class ExplorerWindow : public testing::Test, public ListDriver {
+class ExplorerWindow : public ProgramWindow {
   protected:
     void SetUp() override {
-        app::Application() = {};
-        app::Application().LanguageId = "0409";
-        app::Application().CharsetCode = "0";
+        ProgramWindow::SetUp();
         std::filesystem::remove(tests::ProgramDir() / "setting.ini");
         std::filesystem::remove(tests::ProgramDir() / "tree.dat");
         ASSERT_EQ(platform::ProgramFolder(), "P:");
         ASSERT_TRUE(app::EnsureSettingsFile());
         app::LoadExtraTextLibrary();
-        app::LoadLanguageLibrary();
-        ASSERT_EQ(app::LoadText(IDS_MY_COMPUTER), "My Computer");
     }
 
     void TearDown() override {
         window_.reset();
-        app::FreeLanguageLibrary();
+        ProgramWindow::TearDown();
         app::FreeExtraTextLibrary();
     }
 
@@ -93,14 +69,7 @@ class ExplorerWindow : public testing::Test, public ListDriver {
         app::WriteIni(section, key, value, app::SettingsFilePath());
     }
 
-    using Ids = std::vector<std::uint32_t>;
-
-    tests::TestDir dir_;
-    tests::ScopedVariable drives_{"PELLARION_DRIVES", std::string(::getenv("PELLARION_DRIVES")) +
-                                                          ";P=fixed:" + tests::ProgramDir().string()};
-    fakes::RecordingMessages messages_;
-    fakes::FakeDocumentOpener opener_;
-    RecordingDialogs dialogs_;
+    fakes::FakeArchiveDialogs dialogs_;
     std::unique_ptr<ui::frmtarget> window_;
 
   private:

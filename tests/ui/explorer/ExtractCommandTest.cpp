@@ -3,6 +3,7 @@
 #include "app/ApplicationState.h"
 #include "app/TextIds.h"
 #include "archive/rar/RarOperations.h"
+#include "fakes/FakeArchiveDialogs.h"
 #include "fakes/RecordingMessages.h"
 #include "support/RarBuilder.h"
 #include "support/TestDir.h"
@@ -47,33 +48,6 @@ class FakeFileList : public ui::FileListAccess {
     QWidget* DialogParent() override { return nullptr; }
 };
 
-/// Archive windows that only keep what they are asked to show.
-class FakeDialogs : public ui::ArchiveDialogs {
-  public:
-    explicit FakeDialogs(FakeFileList& files) : files_(files) {}
-
-    Texts shown;
-    bool extracts = false;
-    std::function<void()> whileOpen;
-
-    void ShowZip(const std::string& archives, QWidget*) override { Keep("zip " + archives); }
-
-    void ShowCab(const std::string& archives, QWidget*) override { Keep("cab " + archives); }
-
-    void ShowRar(const std::string& archives, QWidget*) override { Keep("rar " + archives); }
-
-  private:
-    void Keep(const std::string& what) {
-        shown.push_back(what);
-        EXPECT_TRUE(files_.done.empty()) << "the list is refreshed after the window";
-        if (whileOpen)
-            whileOpen();
-        app::Application().ExtractionDone = extracts || app::Application().ExtractionDone;
-    }
-
-    FakeFileList& files_;
-};
-
 class ExtractCommand : public testing::Test {
   protected:
     void SetUp() override {
@@ -84,6 +58,12 @@ class ExtractCommand : public testing::Test {
         zip.entries = {tests::StoredEntry("1.txt", "1"), tests::StoredEntry("2.txt", "2")};
         dir_.MakeFile("MANY.two.ZIP", zip.Bytes());
         dir_.MakeFile("fake.zip", "text");
+        dialogs_.whileOpen = [this] {
+            EXPECT_TRUE(files_.done.empty()) << "the list is refreshed after the window";
+            if (whileOpen_)
+                whileOpen_();
+            app::Application().ExtractionDone = extracts_ || app::Application().ExtractionDone;
+        };
     }
 
     using Ids = std::vector<std::uint32_t>;
@@ -91,15 +71,17 @@ class ExtractCommand : public testing::Test {
     tests::TestDir dir_;
     fakes::RecordingMessages messages_;
     FakeFileList files_;
-    FakeDialogs dialogs_{files_};
+    fakes::FakeArchiveDialogs dialogs_;
+    std::function<void()> whileOpen_;
+    bool extracts_ = false; ///< whether a window extracts something
     ui::ExtractCommand command_{files_, dialogs_};
 };
 
 TEST_F(ExtractCommand, TheFirstSelectedArchiveChoosesTheWindow) {
     const std::pair<Texts, std::string> kCases[] = {
-        {{"E:\\a.CAB", "E:\\b.cab"}, "cab E:\\a.CAB\r\nE:\\b.cab\r\n"},
-        {{"E:\\MANY.two.ZIP", "E:\\one.zip"}, "zip E:\\MANY.two.ZIP\r\nE:\\one.zip\r\n"},
-        {{"E:\\x.rar"}, "rar E:\\x.rar\r\n"},
+        {{"E:\\a.CAB", "E:\\b.cab"}, "CAB E:\\a.CAB\r\nE:\\b.cab\r\n"},
+        {{"E:\\MANY.two.ZIP", "E:\\one.zip"}, "ZIP E:\\MANY.two.ZIP\r\nE:\\one.zip\r\n"},
+        {{"E:\\x.rar"}, "RAR E:\\x.rar\r\n"},
     };
     for (const auto& [paths, expected] : kCases) {
         dialogs_.shown.clear();
@@ -159,7 +141,7 @@ TEST_F(ExtractCommand, SelectsWhatTheLastZipArchiveGave) {
         files_.done.clear();
         files_.names = c.names;
         files_.selected = {"E:\\fake.zip", c.archive};
-        dialogs_.extracts = c.extracts;
+        extracts_ = c.extracts;
         command_.Run();
         ASSERT_GE(files_.done.size(), 3U);
         EXPECT_EQ(Texts(files_.done.begin() + 2, files_.done.end()), c.looked);
@@ -176,7 +158,7 @@ TEST_F(ExtractCommand, SelectsWhatCabinetsAndRarArchivesGaveBesideThem) {
     tests::RarBuilder rar;
     rar.items = {{"docs/a", "1"}, {"b", "2"}};
     dir_.MakeFile("x.rar", rar.Bytes());
-    dialogs_.whileOpen = [&] { rar::ListRarArchive("E:\\x.rar", "", quiet); };
+    whileOpen_ = [&] { rar::ListRarArchive("E:\\x.rar", "", quiet); };
 
     struct Case {
         Texts archives;
@@ -198,7 +180,7 @@ TEST_F(ExtractCommand, SelectsWhatCabinetsAndRarArchivesGaveBesideThem) {
         app::Application().ExtractionDone = false;
         files_.done.clear();
         files_.selected = c.archives;
-        dialogs_.extracts = c.extracts;
+        extracts_ = c.extracts;
         command_.Run();
         EXPECT_EQ(Texts(files_.done.begin() + 2, files_.done.end()), c.looked);
     }
@@ -206,7 +188,7 @@ TEST_F(ExtractCommand, SelectsWhatCabinetsAndRarArchivesGaveBesideThem) {
 
 TEST_F(ExtractCommand, IsNotStartedAgainWhileAWindowIsOpen) {
     files_.selected = {"E:\\one.zip"};
-    dialogs_.whileOpen = [&] { command_.Run(); };
+    whileOpen_ = [&] { command_.Run(); };
     command_.Run();
     EXPECT_EQ(dialogs_.shown.size(), 1U);
 }

@@ -34,7 +34,7 @@ TEST_F(FileCommands, CopyPutsTheListIntoEveryForm) {
     EXPECT_EQ(clipboard_.Bytes("text/uri-list"), first + "\r\n" + second + "\r\n");
     EXPECT_EQ(clipboard_.Bytes("x-special/gnome-copied-files"), "copy\n" + first + "\n" + second);
     EXPECT_EQ(clipboard_.Bytes("application/x-kde-cutselection"), "0");
-    EXPECT_EQ(Selected(), (Texts{"a b.txt", "c.txt"}));
+    EXPECT_EQ(SelectedNames(), (Texts{"a b.txt", "c.txt"}));
     EXPECT_TRUE(messages_.shown.empty());
     clipboard_.isReachable = false;
     Trigger("mnuFileCopy");
@@ -58,8 +58,8 @@ TEST_F(FileCommands, PasteTakesTheListsOfOtherPrograms) {
         EXPECT_EQ(dir_.Read("to/a b.txt"), "a") << format;
         EXPECT_EQ(dir_.Read("to/c/d.txt"), "d") << format;
         EXPECT_EQ(Names(), (Texts{"c", "a b.txt"}));
-        EXPECT_EQ(Selected(), Names());
-        EXPECT_TRUE(Exists("from/a b.txt")) << "never a move";
+        EXPECT_EQ(SelectedNames(), Names());
+        EXPECT_TRUE(dir_.Exists("from/a b.txt")) << "never a move";
         fs::remove_all(dir_.Host("to/c"));
         fs::remove(dir_.Host("to/a b.txt"));
     }
@@ -74,12 +74,12 @@ TEST_F(FileCommands, PasteReplacesAndReportsWhatCannotBe) {
     ASSERT_TRUE(ui::ClipboardCopyFiles({"E:\\to", "E:\\gone", "E:\\from\\a"}));
     QTest::keyClick(&List(), Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(dir_.Read("to/inner/a"), "new");
-    EXPECT_FALSE(Exists("to/inner/to"));
+    EXPECT_FALSE(dir_.Exists("to/inner/to"));
     ASSERT_EQ(messages_.Ids(), (Ids{IDS_NOT_ALL_COPIED}));
     EXPECT_NE(messages_.shown[0].text.find("E:\\to\nA folder cannot be copied into itself"),
               std::string::npos);
     EXPECT_NE(messages_.shown[0].text.find("E:\\gone\nThe system cannot find the file"), std::string::npos);
-    EXPECT_EQ(Selected(), (Texts{"a"}));
+    EXPECT_EQ(SelectedNames(), (Texts{"a"}));
     // Onto itself.
     ASSERT_TRUE(ui::ClipboardCopyFiles({"E:\\to\\inner\\a"}));
     QTest::keyClick(&List(), Qt::Key_V, Qt::ControlModifier);
@@ -93,7 +93,7 @@ TEST_F(FileCommands, PasteWithoutAListOrWithADamagedOne) {
     OpenAt("E:\\to");
     ClickRow("a");
     QTest::keyClick(&List(), Qt::Key_V, Qt::ControlModifier);
-    EXPECT_EQ(Selected(), Texts{});
+    EXPECT_EQ(SelectedNames(), Texts{});
     EXPECT_FALSE(Get<QAction>("mnuFilePaste").isEnabled());
     clipboard_.Hold(ui::kDropFilesMimeType, QByteArray("\xFF\xFF\xFF\xFF", 4) + QByteArray(30, '\0'));
     QTest::keyClick(&List(), Qt::Key_V, Qt::ControlModifier);
@@ -111,13 +111,13 @@ TEST_F(FileCommands, DeleteAsksAndTakesFoldersOutOfTheTree) {
     ClickRow("a.txt", Qt::ControlModifier);
     Answer(app::kAnswerNo);
     Trigger("mnuFileDel");
-    EXPECT_TRUE(Exists("Docs/a.txt"));
+    EXPECT_TRUE(dir_.Exists("Docs/a.txt"));
     EXPECT_EQ(messages_.shown[0].text, app::LoadText(IDS_ASK_DELETE_FILES) + "\r\n");
     EXPECT_EQ(messages_.shown[0].title, app::LoadText(IDS_DELETE_TITLE));
     EXPECT_EQ(messages_.shown[0].flags, app::kMessageQuestion);
     Trigger("mnuFileDel");
     EXPECT_EQ(Names(), (Texts{"keep.txt"}));
-    EXPECT_FALSE(Exists("Docs/Work"));
+    EXPECT_FALSE(dir_.Exists("Docs/Work"));
     EXPECT_FALSE(Node("E:\\Docs\\Work").isValid());
     EXPECT_EQ(SelectedNode(), "E:\\Docs");
     EXPECT_FALSE(Get<QAction>("mnuFileDel").isEnabled()) << "nothing is selected";
@@ -153,7 +153,7 @@ TEST_F(FileCommands, RenameInPlace) {
     EXPECT_EQ(editor->selectedText(), "note.old");
     TypeName(List(), "zebra.cab");
     EXPECT_EQ(Names(), (Texts{"taken.txt", "zebra.cab"}));
-    EXPECT_EQ(Selected(), (Texts{"zebra.cab"}));
+    EXPECT_EQ(SelectedNames(), (Texts{"zebra.cab"}));
     EXPECT_EQ(dir_.Read("Docs/zebra.cab"), "n");
     EXPECT_TRUE(static_cast<ui::FileListModel*>(List().model())->IsConsistent());
     Trigger("nmuFileRename");
@@ -170,11 +170,11 @@ TEST_F(FileCommands, RenamingAFolderRenamesItsNode) {
     ClickRow("Work");
     QTest::keyClick(&List(), Qt::Key_F2);
     TypeName(List(), "Play");
-    EXPECT_TRUE(Exists("Docs/Play/a"));
+    EXPECT_TRUE(dir_.Exists("Docs/Play/a"));
     EXPECT_FALSE(Node("E:\\Docs\\Work").isValid());
     EXPECT_TRUE(Node("E:\\Docs\\Play").isValid());
     EXPECT_EQ(SelectedNode(), "E:\\Docs");
-    EXPECT_EQ(Selected(), (Texts{"Play"}));
+    EXPECT_EQ(SelectedNames(), (Texts{"Play"}));
 }
 
 TEST_F(FileCommands, NewFolder) {
@@ -239,7 +239,7 @@ TEST_F(FileCommands, WithoutASelectionNothingIsAsked) {
     EXPECT_EQ(clipboard_.held, nullptr);
     EXPECT_EQ(List().viewport()->findChild<QLineEdit*>(), nullptr);
     QTest::keyClick(&List(), Qt::Key_A, Qt::ControlModifier);
-    EXPECT_EQ(Selected(), (Texts{"a.txt"}));
+    EXPECT_EQ(SelectedNames(), (Texts{"a.txt"}));
     EXPECT_TRUE(Get<QAction>("mnuFileCopy").isEnabled());
 }
 

@@ -12,16 +12,16 @@ TEST_F(FolderCommands, DeleteShowsTheFolderAbove) {
     OpenAt("E:\\Docs\\Work");
     Answer(app::kAnswerNo);
     Trigger("mnuFolderDel");
-    EXPECT_TRUE(Exists("Docs/Work"));
+    EXPECT_TRUE(dir_.Exists("Docs/Work"));
     Trigger("mnuFolderDel");
     EXPECT_EQ(messages_.Ids(), (Ids{IDS_ASK_DELETE_FOLDER, IDS_ASK_DELETE_FOLDER}));
     EXPECT_EQ(messages_.shown[1].title, app::LoadText(IDS_DELETE_TITLE));
-    EXPECT_FALSE(Exists("Docs/Work"));
+    EXPECT_FALSE(dir_.Exists("Docs/Work"));
     EXPECT_FALSE(Node("E:\\Docs\\Work").isValid());
     EXPECT_EQ(SelectedNode(), "E:\\Docs");
     EXPECT_EQ(Names(), (Texts{"b"}));
     QTest::keyClick(&Tree(), Qt::Key_Delete);
-    EXPECT_FALSE(Exists("Docs"));
+    EXPECT_FALSE(dir_.Exists("Docs"));
     EXPECT_EQ(SelectedNode(), "E:\\");
 }
 
@@ -42,7 +42,7 @@ TEST_F(FolderCommands, DrivesAndTheRootAreProtected) {
         EXPECT_EQ(message.title, "Warning");
         EXPECT_EQ(message.flags, app::kMessageWarning);
     }
-    EXPECT_TRUE(Exists("a"));
+    EXPECT_TRUE(dir_.Exists("a"));
     EXPECT_EQ(Tree().viewport()->findChild<QLineEdit*>(), nullptr);
 }
 
@@ -65,7 +65,7 @@ TEST_F(FolderCommands, RenameSortsSelectsAndShows) {
     OpenAt("E:\\Docs");
     QTest::keyClick(&Tree(), Qt::Key_F2);
     TypeName(Tree(), "Zebra");
-    EXPECT_TRUE(Exists("Zebra/a"));
+    EXPECT_TRUE(dir_.Exists("Zebra/a"));
     EXPECT_EQ(SelectedNode(), "E:\\Zebra");
     EXPECT_EQ(Node("E:\\Zebra").row(), 1);
     EXPECT_EQ(Location(), "E:\\Zebra");
@@ -78,7 +78,7 @@ TEST_F(FolderCommands, RenameSortsSelectsAndShows) {
     Trigger("nmuFolderRename");
     TypeName(Tree(), "in/valid");
     EXPECT_EQ(messages_.Ids(), (Ids{IDS_NOT_RENAMED, IDS_NOT_RENAMED}));
-    EXPECT_TRUE(Exists("Zebra"));
+    EXPECT_TRUE(dir_.Exists("Zebra"));
 }
 
 TEST_F(FolderCommands, RenamingAMarkedFolderAsksFirst) {
@@ -89,13 +89,13 @@ TEST_F(FolderCommands, RenamingAMarkedFolderAsksFirst) {
     Answer(app::kAnswerNo);
     QTest::keyClick(&Tree(), Qt::Key_F2);
     TypeName(Tree(), "Other");
-    EXPECT_TRUE(Exists("Docs"));
+    EXPECT_TRUE(dir_.Exists("Docs"));
     ASSERT_EQ(messages_.Ids(), (Ids{IDS_ASK_RENAME_MARKED}));
     EXPECT_EQ(messages_.shown[0].title, app::LoadText(IDS_RENAME_FOLDER));
     EXPECT_EQ(messages_.shown[0].text.substr(0, 4), "Ada,");
     QTest::keyClick(&Tree(), Qt::Key_F2);
     TypeName(Tree(), "Other");
-    EXPECT_TRUE(Exists("Other"));
+    EXPECT_TRUE(dir_.Exists("Other"));
     EXPECT_EQ(Node("E:\\Other").data(Qt::CheckStateRole).toInt(), Qt::Unchecked)
         << "the mark keeps the old name";
 }
