@@ -2,12 +2,10 @@
 
 #include "app/TextIds.h"
 #include "platform/Files.h"
+#include "ui/ModalUser.h"
 #include "ui/archive/ArchiveWindowFixture.h"
 
-#include <QApplication>
 #include <QElapsedTimer>
-#include <QPointer>
-#include <QTimer>
 
 namespace {
 
@@ -194,59 +192,28 @@ TEST_F(ZipWindow, WhatWasNotExtractedIsNotOpened) {
     EXPECT_EQ(dir_.Read("victim.txt"), "mine");
 }
 
-/// Plays a user before modal windows: each time one is up that has not been dealt with, the next step runs on
-/// it.
-class ModalUser {
-  public:
-    using Step = std::function<void(QWidget&)>;
-
-    explicit ModalUser(std::vector<Step> steps) : steps_(std::move(steps)) {
-        QObject::connect(&timer_, &QTimer::timeout, [this] { Look(); });
-        timer_.start(0);
-    }
-
-    std::size_t Done() const { return next_; }
-
-  private:
-    void Look() {
-        QWidget* window = QApplication::activeModalWidget();
-        if (window == nullptr || window == seen_ || !window->isVisible() || next_ == steps_.size())
-            return;
-        seen_ = window;
-        steps_[next_++](*window);
-    }
-
-    std::vector<Step> steps_;
-    std::size_t next_ = 0;
-    QPointer<QWidget> seen_;
-    QTimer timer_;
-};
-
 TEST_F(ZipWindow, SeveralArchivesAreShownOneAfterAnotherEachWithItsOwnRows) {
     Make(Format::kZip, "one", {{"1.txt", "1"}});
     dir_.MakeFile("two.zip", "no archive");
     Make(Format::kZip, "three", {{"3.txt", "3"}, {"4.txt", "4"}});
     Texts seen;
-    const auto note = [&](QWidget& window) {
-        auto* list = window.findChild<QTreeView*>(QStringLiteral("ListView"));
-        seen.push_back(window.windowTitle().toStdString() + ":" + std::to_string(list->model()->rowCount()));
+    const auto noteAnd = [&](const std::function<void(QWidget&)>& act) {
+        return ModalUser::Step{"frmWinExtract", [&seen, act](QWidget& window) {
+                                   auto* list = window.findChild<QTreeView*>(QStringLiteral("ListView"));
+                                   seen.push_back(window.windowTitle().toStdString() + ":" +
+                                                  std::to_string(list->model()->rowCount()));
+                                   act(window);
+                               }};
     };
     const auto click = [](QWidget& window, const char* control) {
         window.findChild<QAbstractButton*>(QLatin1String(control))->click();
     };
-    ModalUser user({[&](QWidget& window) {
-                        note(window);
-                        click(window, "chkAll");
-                        click(window, "cmdExtractSame");
-                    },
-                    [&](QWidget& window) {
-                        note(window);
-                        QTest::keyClick(&window, Qt::Key_Escape);
-                    },
-                    [&](QWidget& window) {
-                        note(window);
-                        click(window, "cmdExit");
-                    }});
+    const ModalUser user({noteAnd([&](QWidget& window) {
+                              click(window, "chkAll");
+                              click(window, "cmdExtractSame");
+                          }),
+                          noteAnd([](QWidget& window) { QTest::keyClick(&window, Qt::Key_Escape); }),
+                          noteAnd([&](QWidget& window) { click(window, "cmdExit"); })});
     QElapsedTimer clock;
     clock.start();
     ui::frmWinExtract window;

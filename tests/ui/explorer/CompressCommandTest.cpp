@@ -1,10 +1,10 @@
 #include "app/TextIds.h"
 #include "archive/cabinet/CabFile.h"
 #include "platform/Files.h"
+#include "ui/ModalUser.h"
 #include "ui/explorer/CommandsFixture.h"
 #include "ui/explorer/commands/FileSearch.h"
 
-#include <QTimer>
 #include <QTreeWidget>
 
 namespace {
@@ -16,22 +16,6 @@ class CompressCommand : public CommandsWindow {
     void CompressAll() {
         QTest::keyClick(&List(), Qt::Key_A, Qt::ControlModifier);
         Trigger("mnuFileCompress");
-    }
-
-    /// Does `act` on the window of this name once it shows something, from within the command's own yields.
-    void OnWindow(const char* name, std::function<void(QWidget&)> act) {
-        timer_ = std::make_unique<QTimer>();
-        QObject::connect(timer_.get(), &QTimer::timeout, [this, name, act = std::move(act)] {
-            QWidget* window = QApplication::activeModalWidget();
-            if (window == nullptr || window->objectName() != QLatin1String(name))
-                return;
-            const auto* packed = window->findChild<QLabel*>("path");
-            if (packed != nullptr && packed->text().isEmpty())
-                return; // not at work yet
-            timer_->stop();
-            act(*window);
-        });
-        timer_->start(0);
     }
 
     /// Whether a cabinet below E: holds that file.
@@ -48,8 +32,6 @@ class CompressCommand : public CommandsWindow {
         reader.Extract("", "C:\\read", reader.CabName);
         return holds;
     }
-
-    std::unique_ptr<QTimer> timer_;
 };
 
 TEST_F(CompressCommand, PacksFilesAndFoldersAndSelectsTheCabinets) {
@@ -117,17 +99,18 @@ TEST_F(CompressCommand, EndsAtAFolderWithoutFilesAndAtNamesThatCannotBeStored) {
     app::Application().OwnerName = "Ada";
     Texts rows;
     QString text;
-    OnWindow("frmMessage", [&](QWidget& window) {
-        EXPECT_EQ(window.windowTitle(), "Compress Operation Abort");
-        EXPECT_TRUE(window.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
-        const auto* list = window.findChild<QTreeWidget*>("ListView1");
-        for (int i = 0; i < list->topLevelItemCount(); ++i)
-            rows.push_back(
-                (list->topLevelItem(i)->text(0) + ' ' + list->topLevelItem(i)->text(1)).toStdString());
-        text =
-            window.findChild<QLabel*>("lbstatus")->text() + '|' + window.findChild<QLabel*>("Label1")->text();
-        window.close();
-    });
+    const ModalUser reader(
+        {{"frmMessage", [&](QWidget& window) {
+              EXPECT_EQ(window.windowTitle(), "Compress Operation Abort");
+              EXPECT_TRUE(window.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+              const auto* list = window.findChild<QTreeWidget*>("ListView1");
+              for (int i = 0; i < list->topLevelItemCount(); ++i)
+                  rows.push_back(
+                      (list->topLevelItem(i)->text(0) + ' ' + list->topLevelItem(i)->text(1)).toStdString());
+              text = window.findChild<QLabel*>("lbstatus")->text() + '|' +
+                     window.findChild<QLabel*>("Label1")->text();
+              window.close();
+          }}});
     Trigger("mnuFileCompress");
     EXPECT_EQ(rows, (Texts{"1 E:\\Docs\\a\\why?.txt", "2 E:\\Docs\\a\\inner\\bytes?"}));
     EXPECT_EQ(text.toStdString(), app::LoadText(IDS_COMPRESSING_STOPPED) + '|' +
@@ -171,18 +154,19 @@ TEST_F(CompressCommand, EscapeAndClosingTheProgramStopIt) {
         EXPECT_TRUE(dir_.Read("Docs/a/large") == content);
         EXPECT_TRUE(messages_.shown.empty());
     };
-    OnWindow("frmMsgCompress", [&](QWidget& notice) {
-        EXPECT_EQ(notice.windowTitle(), "Compress");
-        EXPECT_EQ(notice.findChild<QLabel*>("Label1")->text().toStdString(),
-                  app::WithUserName(app::LoadText(IDS_COMPRESSING)));
-        EXPECT_EQ(notice.findChild<QLabel*>("path")->text(), "large");
-        Trigger("mnuFileCompress"); // does nothing while it runs
-        QTest::keyClick(&notice, Qt::Key_Escape);
-        EXPECT_EQ(notice.findChild<QLabel*>("figures")->text().toStdString(), app::LoadText(IDS_STOPPING));
-    });
+    const ModalUser stopper({{"frmMsgCompress", [&](QWidget& notice) {
+                                  EXPECT_EQ(notice.windowTitle(), "Compress");
+                                  EXPECT_EQ(notice.findChild<QLabel*>("Label1")->text().toStdString(),
+                                            app::WithUserName(app::LoadText(IDS_COMPRESSING)));
+                                  EXPECT_EQ(notice.findChild<QLabel*>("path")->text(), "large");
+                                  Trigger("mnuFileCompress"); // does nothing while it runs
+                                  QTest::keyClick(&notice, Qt::Key_Escape);
+                                  EXPECT_EQ(notice.findChild<QLabel*>("figures")->text().toStdString(),
+                                            app::LoadText(IDS_STOPPING));
+                              }}});
     CompressAll();
     expectUntouched();
-    OnWindow("frmMsgCompress", [&](QWidget&) { window_->close(); });
+    const ModalUser closer({{"frmMsgCompress", [&](QWidget&) { window_->close(); }}});
     CompressAll();
     expectUntouched();
     EXPECT_TRUE(QTest::qWaitFor([&] { return !window_->isVisible(); }));

@@ -1,9 +1,8 @@
 #include "app/TextIds.h"
-#include "ui/common/AboutWindow.h"
+#include "ui/ModalUser.h"
 #include "ui/explorer/CommandsFixture.h"
 
 #include <QPushButton>
-#include <QTimer>
 
 namespace {
 
@@ -28,24 +27,20 @@ TEST_F(HelpCommands, DocumentOfTheLanguageAndSupportPage) {
 
 TEST_F(HelpCommands, AboutBoxNamesTheVersion) {
     Open();
-    bool wasSeen = false;
-    QTimer::singleShot(0, [&] {
-        auto* about = qobject_cast<ui::frmAbout*>(QApplication::activeModalWidget());
-        if (about == nullptr)
-            return;
-        wasSeen = true;
-        EXPECT_EQ(about->windowTitle(), "About Pellarion");
-        EXPECT_EQ(about->findChild<QLabel*>("lblVersion")->text(), "Version " PROJECT_VERSION);
-        EXPECT_EQ(about->findChild<QLabel*>("lblDisclaimer")->text().toStdString(),
-                  app::LoadExtraText(IDS_EXTRA_LEGAL_NOTICE));
-        {
-            const tests::ScopedVariable nothing("PATH", "/nowhere");
-            QTest::mouseClick(about->findChild<QPushButton*>("cmdSysInfo"), Qt::LeftButton);
-        }
-        QTest::mouseClick(about->findChild<QPushButton*>("cmdOk"), Qt::LeftButton);
-    });
+    const ModalUser user(
+        {{"frmAbout", [&](QWidget& about) {
+              EXPECT_EQ(about.windowTitle(), "About Pellarion");
+              EXPECT_EQ(about.findChild<QLabel*>("lblVersion")->text(), "Version " PROJECT_VERSION);
+              EXPECT_EQ(about.findChild<QLabel*>("lblDisclaimer")->text().toStdString(),
+                        app::LoadExtraText(IDS_EXTRA_LEGAL_NOTICE));
+              {
+                  const tests::ScopedVariable nothing("PATH", "/nowhere");
+                  QTest::mouseClick(about.findChild<QPushButton*>("cmdSysInfo"), Qt::LeftButton);
+              }
+              QTest::mouseClick(about.findChild<QPushButton*>("cmdOk"), Qt::LeftButton);
+          }}});
     Trigger("mnuHelpAbout");
-    EXPECT_TRUE(wasSeen);
+    EXPECT_EQ(user.Done(), 1U);
     ASSERT_EQ(messages_.shown.size(), 1U);
     EXPECT_EQ(messages_.shown[0].text, "System Information Is Unavailable At This Time");
     EXPECT_EQ(messages_.shown[0].flags, app::kMessagePlain);
