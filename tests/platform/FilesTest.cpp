@@ -1,6 +1,7 @@
 #include "platform/Files.h"
 
 #include "platform/FileReader.h"
+#include "platform/FindFiles.h"
 #include "platform/OutputFolder.h"
 #include "support/HostFiles.h"
 #include "support/SmallDisk.h"
@@ -57,6 +58,23 @@ TEST(Files, ReadingTellsWhyItCannot) {
     EXPECT_EQ(error.code, base::kErrorInvalidData);
     EXPECT_EQ(ReadWholeFile("E:\\file", 5, error), "12345");
     EXPECT_FALSE(error);
+}
+
+TEST(Files, FoldersThatCannotBeOpened) {
+    const TestDir dir;
+    dir.MakeFile("file");
+    const std::tuple<const char*, std::uint32_t, std::uint32_t> cases[] = {
+        // to be searched, to be written into
+        {"E:\\none\\", base::kErrorPathNotFound, base::kErrorFileNotFound},
+        {"E:\\file", base::kErrorFolderInvalid, base::kErrorPathNotFound},
+        {"Q:\\", base::kErrorPathNotFound, base::kErrorPathNotFound}};
+    for (const auto& [folder, searched, written] : cases) {
+        base::SystemError error;
+        EXPECT_EQ(FindFiles::Start(folder, error), nullptr);
+        EXPECT_EQ(error.code, searched) << folder;
+        EXPECT_EQ(OutputFolder::Open(folder, error), nullptr);
+        EXPECT_EQ(error.code, written) << folder;
+    }
 }
 
 TEST(Files, WritingTellsWhyItCannotAndChangesNothing) {

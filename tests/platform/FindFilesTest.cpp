@@ -81,33 +81,4 @@ TEST(FindFiles, NamesThatCannotBeHeldShowAQuestionMark) {
     EXPECT_EQ(ByName("E:\\").count("?ä"), 1U);
 }
 
-TEST(FindFiles, FoldersThatCannotBeSearched) {
-    const TestDir dir;
-    dir.MakeFile("file");
-    const std::pair<const char*, std::uint32_t> cases[] = {{"E:\\none\\", base::kErrorPathNotFound},
-                                                           {"E:\\file", base::kErrorFolderInvalid},
-                                                           {"Q:\\", base::kErrorPathNotFound}};
-    for (const auto& [folder, code] : cases) {
-        base::SystemError error;
-        EXPECT_EQ(FindFiles::Start(folder, error), nullptr);
-        EXPECT_EQ(error.code, code) << folder;
-    }
-}
-
-TEST(FindFiles, FolderThatEmptiesMeanwhileComesToItsEnd) {
-    const TestDir dir;
-    for (int i = 0; i < 300; ++i)
-        dir.MakeFile("Docs/f" + std::to_string(i));
-    base::SystemError error;
-    const auto search = FindFiles::Start("E:\\Docs", error);
-    FindData data;
-    ASSERT_TRUE(search->Next(data));
-    std::error_code ignored; // a folder that is being searched may have to stay
-    fs::remove_all(dir.Host("Docs"), ignored);
-    int left = 0;
-    while (search->Next(data))
-        ++left;
-    EXPECT_LE(left, 301);
-}
-
 } // namespace

@@ -154,17 +154,4 @@ TEST(OutputFolder, StaysWithTheFolderNotThePath) {
     EXPECT_EQ(dir.Count("target") + dir.Count("elsewhere"), 0U);
 }
 
-TEST(OutputFolder, OpensOnlyFolders) {
-    const TestDir dir;
-    dir.MakeFile("file");
-    const std::pair<const char*, std::uint32_t> cases[] = {{"E:\\none", base::kErrorFileNotFound},
-                                                           {"E:\\file", base::kErrorPathNotFound},
-                                                           {"Q:\\", base::kErrorPathNotFound}};
-    for (const auto& [path, code] : cases) {
-        base::SystemError error;
-        EXPECT_EQ(OutputFolder::Open(path, error), nullptr);
-        EXPECT_EQ(error.code, code) << path;
-    }
-}
-
 } // namespace

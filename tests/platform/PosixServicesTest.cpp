@@ -2,6 +2,7 @@
 // other files.
 
 #include "platform/FileOperationsFixture.h"
+#include "platform/FindFiles.h"
 #include "platform/OpenFolder.h"
 #include "platform/OutputFolder.h"
 #include "platform/StagedFile.h"
@@ -39,6 +40,21 @@ TEST_F(FileOperations, AFileTooLargeForItsMediumKeepsNoOtherBack) {
     EXPECT_EQ(outcome, Outcome::kFailed);
     EXPECT_EQ(watcher_.failures, (Failures{{"E:\\from\\large", base::kErrorFileTooLarge}}));
     EXPECT_EQ(dir_.Count("to/from"), 3U);
+}
+
+TEST(FindFiles, WhatHasGoneMeanwhileIsLeftOut) {
+    const TestDir dir;
+    for (int i = 0; i < 300; ++i)
+        dir.MakeFile("Docs/f" + std::to_string(i));
+    SystemError error;
+    const auto search = platform::FindFiles::Start("E:\\Docs", error);
+    platform::FindData data;
+    for (const char* name : {".", "..", "f"}) {
+        ASSERT_TRUE(search->Next(data));
+        EXPECT_TRUE(data.name.starts_with(name)) << data.name;
+    }
+    fs::remove_all(dir.Host("Docs"));
+    EXPECT_FALSE(search->Next(data)) << data.name << " was read ahead";
 }
 
 /// How many folders called `name` lie in one another at a place.
