@@ -74,9 +74,11 @@ TEST(Inflate, EmptyStoredBlockAtTheVeryEndLosesNothing) {
 
 TEST(Inflate, StoredLengthCheckFailsButDecodingGoesOn) {
     const Bytes bytes = Text("odd");
-    DeflateWriter writer;
-    writer.StoredWith(false, 3, 0x1234, bytes).Fixed(true).Literals(Text("end")).EndOfBlock();
-    ExpectData(RunInflate(writer.Stream(), 6, false), -2, Text("oddend"));
+    for (const std::uint32_t wrongBit : {0x0001u, 0x0080u, 0x0100u, 0x8000u}) {
+        DeflateWriter writer;
+        writer.StoredWith(false, 3, 0xFFFC ^ wrongBit, bytes).Fixed(true).Literals(Text("end")).EndOfBlock();
+        ExpectData(RunInflate(writer.Stream(), 6, false), -2, Text("oddend"));
+    }
 
     DeflateWriter refused;
     refused.StoredWith(false, 3, 0x1234, bytes).Dynamic(true, Lengths(257, {{256, 1}}), {1, 1});
@@ -180,8 +182,9 @@ TEST(Inflate, RefusedCodeLengths) {
         return writer.Bits();
     };
     DeflateWriter first = header(257, 2);
-    lengths(first).Code(0b10, 2).Bits(0, 2).Bits(0, 32);
-    ExpectRefused(first.Stream()); // a repeat with nothing before it
+    lengths(first).Code(0b10, 2).Bits(0, 2).Code(0b11, 2).Bits(127, 7).Code(0b11, 2).Bits(103, 7);
+    first.Bits().Code(0, 1).Code(0b10, 2).Bits(0, 2).Code(0, 1).Code(1, 1);
+    ExpectRefused(first.Stream()); // a repeat with nothing before it, of which three zeros would fit
 
     // 138 + 117 zeros, codes for 255 and 256, codes for both distances.
     DeflateWriter fits = header(257, 2);
@@ -235,11 +238,12 @@ TEST(Inflate, LongestCodesAndSymbols) {
         for (std::uint32_t i = 0; i < 300; i++) {
             const std::uint32_t extra = i % 7 == 0 ? (1u << c.lengthBits) / 4 : i % 32;
             writer.LitLen(i % 14).LitLen(c.lengthCode, extra, c.lengthBits);
-            writer.Distance(c.distanceCode + i % 2, i * 7, c.distanceBits);
+            const std::uint32_t farther = (1u << c.distanceBits) - 1 - i * 7; // the last bits are set
+            writer.Distance(c.distanceCode + i % 2, farther, c.distanceBits);
             expected.push_back(static_cast<std::uint8_t>(i % 14));
             beforeLast = expected;
             for (std::size_t n = 0; n < c.shortest + extra; n++)
-                expected.push_back(expected[expected.size() - c.nearest[i % 2] - i * 7]);
+                expected.push_back(expected[expected.size() - c.nearest[i % 2] - farther]);
         }
         // Bytes behind the end, so that the fast loop sees all of it.
         Bytes stream = writer.EndOfBlock().Stream();
