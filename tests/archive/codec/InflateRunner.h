@@ -2,6 +2,7 @@
 
 #include "archive/codec/Inflate.h"
 #include "archive/codec/InflateDecoder.h"
+#include "archive/codec/InflateKernels.h"
 #include "fakes/RecordingMessages.h"
 #include "support/GuardedMemory.h"
 
@@ -39,6 +40,11 @@ inline std::vector<std::uint8_t> BytesOf(const codec::ByteBuffer& buffer) {
     return {buffer.Data(), buffer.Data() + buffer.Size()};
 }
 
+/// A kernel without a fast loop: every symbol is decoded by itself, from its tables alone. It is the control of the others.
+inline const codec::InflateKernel kSymbolBySymbol{
+    "symbol by symbol", [](codec::InflateBits&, std::uint8_t*, std::size_t&, std::size_t,
+                           const codec::InflateTables&) { return codec::FastLoopEnd::kMargins; }};
+
 /// Decodes `stream` into at most `size` bytes through Inflate, then in pieces, then with every kernel between
 /// guard pages, and expects all of them to agree.
 inline Inflated RunInflate(std::span<const std::uint8_t> stream, std::size_t size, bool deflate64) {
@@ -60,7 +66,9 @@ inline Inflated RunInflate(std::span<const std::uint8_t> stream, std::size_t siz
     EXPECT_TRUE(!isGood || pieces == inflated.data);
 
     const support::GuardedMemory input(stream);
-    for (const codec::InflateKernel* kernel : codec::InflateKernels()) {
+    std::vector<const codec::InflateKernel*> kernels = codec::InflateKernels();
+    kernels.push_back(&kSymbolBySymbol);
+    for (const codec::InflateKernel* kernel : kernels) {
         const support::GuardedMemory space(size);
         FixedOutput output(space.Bytes());
         const codec::InflateResult result =
