@@ -161,17 +161,22 @@ TEST_F(CabTest, RefusesToReplaceFoldersAndReadOnlyFiles) {
     EXPECT_TRUE(ExtractOne("b"));
 }
 
-TEST_F(CabTest, NoticesWhatChangedOrVanishedBetweenCalls) {
+TEST_F(CabTest, NoticesWhatChangedBetweenCalls) {
     UseItems({{"sub\\a", SampleText(100000, 1)}, {"sub\\b", SampleText(100000, 2)}});
     EXPECT_TRUE(ExtractOne("sub\\a"));
     UseItems({{"sub\\b", "another"}});
     EXPECT_TRUE(ExtractOne("sub\\b"));
     EXPECT_EQ(dir.Read("out/data/sub/b"), "another");
+}
+
+TEST_F(CabTest, NoticesWhatVanishedBetweenCalls) {
+    UseItems({{"sub\\a", "1"}});
+    EXPECT_TRUE(ExtractOne("sub\\a"));
     std::filesystem::remove_all(dir.Host("out")); // both were kept open
-    EXPECT_TRUE(ExtractOne("sub\\b"));
-    EXPECT_EQ(dir.Read("out/data/sub/b"), "another");
+    EXPECT_TRUE(ExtractOne("sub\\a"));
+    EXPECT_EQ(dir.Read("out/data/sub/a"), "1");
     std::filesystem::remove(dir.Host("data.cab"));
-    EXPECT_EQ(ExtractOne("sub\\b").number, 2u);
+    EXPECT_EQ(ExtractOne("sub\\a").number, 2u);
 }
 
 TEST_F(CabTest, FileThatContinuesInAnotherCabinetIsMissing) {
