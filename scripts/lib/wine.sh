@@ -14,7 +14,6 @@ stop_wine() { WINEPREFIX=$WINE_FOLDER /usr/lib/wine/wineserver64 -k 2>/dev/null 
 NOT_UNDER_WINE=-
 # Programs of the machine that builds make the archives, and Wine's do not reach them.
 NOT_UNDER_WINE+=:ZipExtractTest.ArchivesOfIndependentProgramsComeOutWhole
-NOT_UNDER_WINE+=:ZipExtractTest.LargeEntriesComeOutWhole
 # Wine knows an open folder by the path that it had when it was opened, and what is deleted stays as long as it is open.
 NOT_UNDER_WINE+=:OutputFolder.StaysWithTheFolderNotThePath
 NOT_UNDER_WINE+=:DiskIOTest.ATargetThatVanishesIsReported:CabTest.NoticesWhatVanishedBetweenCalls
